@@ -1,0 +1,22 @@
+# Compiler settings of the project's own targets. They sit on one interface target that no consumer sees.
+
+add_library(velm_flags INTERFACE)
+target_compile_features(velm_flags INTERFACE cxx_std_17)
+target_compile_options(velm_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Werror
+    -finput-charset=UTF-8 -fexec-charset=UTF-8
+    # A fused or extended-precision operation would change how an area rounds and which branch an index picks.
+    -ffp-contract=off)
+target_compile_definitions(velm_flags INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS
+    QT_DEPRECATED_WARNINGS)
+
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^i[3-6]86$")
+    target_compile_options(velm_flags INTERFACE -msse2 -mfpmath=sse -mstackrealign)
+endif()
+
+if(VELM_SANITIZE)
+    target_compile_options(velm_flags INTERFACE
+        -fsanitize=${VELM_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(velm_flags INTERFACE -fsanitize=${VELM_SANITIZE})
+endif()

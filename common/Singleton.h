@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QMutex>
+#include <QMutexLocker>
+#include <QScopedPointer>
+
+#include <atomic>
+
+namespace velm::detail {
+
+/// Creates one object on first use and destroys it when the library unloads. Meant as a function-local static of
+/// an Instance(). Any number of threads may meet at get(): the object is made once, and the test without the lock
+/// is an acquire load, so whoever sees the pointer sees the finished object.
+template<class T>
+class Singleton
+{
+public:
+    /// @p create makes the object; it is a lambda of the class, so that the constructor may be private.
+    template<class Create>
+    T* get(Create create)
+    {
+        T* object = m_object.load(std::memory_order_acquire);
+        if (object)
+            return object;
+        const QMutexLocker lock(&m_mutex);
+        if (!m_owner) {
+            m_owner.reset(create());
+            m_object.store(m_owner.data(), std::memory_order_release);
+        }
+        return m_owner.data();
+    }
+
+private:
+    QMutex m_mutex;
+    QScopedPointer<T> m_owner;
+    std::atomic<T*> m_object{nullptr};
+};
+
+}  // namespace velm::detail

@@ -1,0 +1,92 @@
+#include "CVelmConfigManager.h"
+
+#include "common/Singleton.h"
+#include "config/CVelmIndexDB.h"
+#include "config/CVelmIndexIni.h"
+#include "config/CVelmWorkDB.h"
+#include "config/CVelmWorkDef.h"
+#include "config/SystemConfig.h"
+#include "CVelmDatabase.h"
+#include "CVelmSystemGlobal.h"
+
+namespace {
+
+template<class Table>
+void deleteAndNull(Table*& table)
+{
+    delete table;
+    table = nullptr;
+}
+
+}  // namespace
+
+CVelmConfigManager* CVelmConfigManager::Instance()
+{
+    static velm::detail::Singleton<CVelmConfigManager> instance;
+    return instance.get([] { return new CVelmConfigManager; });
+}
+
+CVelmConfigManager::CVelmConfigManager()
+{
+    flushVelmConfig();
+}
+
+CVelmConfigManager::~CVelmConfigManager() = default;
+
+bool CVelmConfigManager::flushVelmConfig()
+{
+    deleteAndNull(m_workDB);
+    deleteAndNull(m_workDef);
+    deleteAndNull(m_indexIni);
+
+    m_workDB = new CVelmWorkDB;
+    m_indexDB = new CVelmIndexDB;  // the old one is abandoned on purpose
+
+    CVelmDatabase database;
+    if (velm::detail::openSystemConfig(database) != Velm::VelmOk)
+        return false;
+    m_indexDB->load(database);
+    m_workDB->initVelmWork(database);
+    switchVersion(m_version);
+    return true;
+}
+
+void CVelmConfigManager::switchVersion(Velm::Version version)
+{
+    m_version = version;
+    CVelmSystemGlobal::Instance()->m_version = version;
+    if (usesDatabase())
+        return;
+    if (!m_workDef) {
+        m_workDef = new CVelmWorkDef;
+        m_workDef->initVelmWork();
+    }
+    if (!m_indexIni) {
+        m_indexIni = new CVelmIndexIni;
+        m_indexIni->load();
+    }
+}
+
+CVelmIndex* CVelmConfigManager::GetVelmIndex()
+{
+    if (usesDatabase())
+        return m_indexDB;
+    return m_indexIni;
+}
+
+const CVelmIndex* CVelmConfigManager::GetVelmIndex() const
+{
+    return m_indexDB;
+}
+
+CVelmWork* CVelmConfigManager::GetVelmWork()
+{
+    return m_workDB;
+}
+
+const CVelmWork* CVelmConfigManager::GetVelmWork() const
+{
+    if (usesDatabase())
+        return m_workDB;
+    return m_workDef;
+}

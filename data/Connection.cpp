@@ -1,0 +1,37 @@
+#include "data/Connection.h"
+
+#include "CVelmString.h"
+
+#include <QSqlError>
+#include <QTimer>
+
+bool CVelmDatabasePrivate::open(const QString& driver, const QString& databaseName)
+{
+    connectionName = CVelmString::makeGuid();
+    database = QSqlDatabase::addDatabase(driver, connectionName);
+    database.setDatabaseName(databaseName);
+    return database.open();
+}
+
+void CVelmDatabasePrivate::close()
+{
+    if (database.isOpen()) {
+        database.close();
+        database = QSqlDatabase();  // Qt removes a connection only after its last handle
+        QSqlDatabase::removeDatabase(connectionName);
+    }
+    connectionName.clear();
+    inTransaction = false;
+}
+
+void CVelmDatabasePrivate::closeLater(const std::shared_ptr<CVelmDatabasePrivate>& connection,
+                                      int delayMs)
+{
+    const std::weak_ptr<CVelmDatabasePrivate> observed = connection;
+    const QString name = connection->connectionName;
+    QTimer::singleShot(delayMs, [observed, name] {
+        const auto still = observed.lock();
+        if (still && still->connectionName == name)
+            still->close();
+    });
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QString>
+#include <QTemporaryDir>
+
+/// A fixture with a system root of its own: an empty folder with an empty "config" in it, named by VELM_ROOT while
+/// the test runs. Its name holds Chinese characters and a blank.
+class TemporaryRoot : public testing::Test
+{
+protected:
+    TemporaryRoot();
+    ~TemporaryRoot() override;
+
+    /// The root, and a path below it.
+    QString root() const { return m_root; }
+    QString path(const QString& relative) const { return m_root + QLatin1Char('/') + relative; }
+
+    /// Writes a file below the root, with the folders it needs.
+    void writeFile(const QString& relative, const QByteArray& content) const;
+
+private:
+    QTemporaryDir m_folder;
+    QString m_root;
+    QByteArray m_previousRoot;
+};
