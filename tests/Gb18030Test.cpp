@@ -64,7 +64,9 @@ TEST(Gb18030, EveryPairIsOneCharacterThatEncodesAsItself)
 {
     QTextCodec* const codec = QTextCodec::codecForName("GB18030");
     int cells = 0;
-    uint sum = 0;  // of code point times cell number: the same on every system
+    // The sum of code point times cell number modulo 2^32. Expected: the same sum over the gb18030 codec of Python 3,
+    // whose only cell of the table of 2000, A8BC, is replaced by U+1E3F.
+    uint sum = 0;
     for (int lead = 0x81; lead <= 0xFE; ++lead) {
         for (int trail = 0x40; trail <= 0xFE; ++trail) {
             if (trail == 0x7F)
@@ -77,7 +79,7 @@ TEST(Gb18030, EveryPairIsOneCharacterThatEncodesAsItself)
         }
     }
     EXPECT_EQ(cells, 23940);
-    EXPECT_EQ(sum, 0U);
+    EXPECT_EQ(sum, 8440594U);
 }
 
 TEST(Gb18030, SettlesThePairThatMovedInTheTables)

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QStringList>
+
+/// The commands of the program. Each takes the arguments behind its name, and answers with the exit code.
+namespace commands {
+
+int init(const QStringList& arguments);
+int list(const QStringList& arguments);
+int lookup(const QStringList& arguments);
+
+}  // namespace commands

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QString>
+
+/// The exit codes of the program.
+enum ExitCode : int
+{
+    ExitFine = 0,
+    ExitNothingFound = 1,  ///< nothing found, or findings
+    ExitUsage = 2,
+    ExitCannotOpen = 3,  ///< a file or database cannot be opened or written
+};
+
+/// Results go to standard output, talk goes to standard error; text in the local code page, JSON in UTF-8.
+namespace console {
+
+/// Prints a line of a result.
+void print(const QString& line);
+/// Prints a JSON document as a result.
+void print(const QJsonObject& document);
+void print(const QJsonArray& document);
+
+/// Tells something that is no result, behind "velm: ".
+void tell(const QString& line);
+
+/// @p text set off as a heading, if standard output is a terminal that shows colours and NO_COLOR is not set.
+QString heading(const QString& text);
+
+/// The number of columns that @p text takes on a terminal: two for an East Asian wide character, none for a combining
+/// mark (Unicode Standard Annex 11).
+int displayWidth(const QString& text);
+
+/// @p text with blanks up to @p width columns.
+QString padded(const QString& text, int width);
+
+}  // namespace console

@@ -1,0 +1,111 @@
+#include "FileSet.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+/// The folders that have to be made so that @p folder exists, the outermost first.
+QStringList missingFolders(const QString& folder)
+{
+    QStringList missing;
+    for (QString path = folder; !QFileInfo::exists(path); path = QFileInfo(path).absolutePath())
+        missing.prepend(path);
+    return missing;
+}
+
+}  // namespace
+
+FileSet::FileSet(const QString& folder) : m_folder(QDir(folder).absolutePath()) {}
+
+FileSet::~FileSet()
+{
+    m_staging.reset();
+    if (m_committed)
+        return;
+    for (int i = m_madeFolders.size() - 1; i >= 0; --i)
+        QDir().rmdir(m_madeFolders.at(i));
+}
+
+bool FileSet::prepare()
+{
+    const QStringList missing = missingFolders(m_folder);
+    for (const QString& folder : missing) {
+        if (!QDir().mkdir(folder))
+            return false;
+        m_madeFolders.append(folder);
+    }
+    m_staging = std::make_unique<QTemporaryDir>(m_folder + QStringLiteral("/.velm-XXXXXX"));
+    return m_staging->isValid();
+}
+
+QString FileSet::stage(const QString& relative)
+{
+    m_files.append(relative);
+    const QString path = m_staging->filePath(QStringLiteral("new/") + relative);
+    QDir().mkpath(QFileInfo(path).path());
+    return path;
+}
+
+QStringList FileSet::existing() const
+{
+    QStringList names;
+    for (const QString& file : m_files) {
+        if (QFileInfo::exists(target(file)))
+            names.append(file);
+    }
+    return names;
+}
+
+bool FileSet::commit(QString& failed)
+{
+    QStringList moved;
+    for (const QString& file : qAsConst(m_files)) {
+        if (!move(file)) {
+            failed = file;
+            putBack(moved);
+            return false;
+        }
+        moved.append(file);
+    }
+    m_committed = true;
+    return true;
+}
+
+QString FileSet::target(const QString& relative) const
+{
+    return m_folder + QLatin1Char('/') + relative;
+}
+
+bool FileSet::move(const QString& relative)
+{
+    const QString destination = target(relative);
+    const QStringList missing = missingFolders(QFileInfo(destination).path());
+    for (const QString& folder : missing) {
+        if (!QDir().mkdir(folder))
+            return false;
+        m_madeFolders.append(folder);
+    }
+    const QString backup = m_staging->filePath(QStringLiteral("old/") + relative);
+    QDir().mkpath(QFileInfo(backup).path());
+    const bool replaces = QFileInfo::exists(destination);
+    if (replaces && !QFile::rename(destination, backup))
+        return false;
+    if (QFile::rename(m_staging->filePath(QStringLiteral("new/") + relative), destination))
+        return true;
+    if (replaces)
+        QFile::rename(backup, destination);
+    return false;
+}
+
+void FileSet::putBack(const QStringList& moved)
+{
+    for (int i = moved.size() - 1; i >= 0; --i) {
+        const QString destination = target(moved.at(i));
+        QFile::remove(destination);
+        const QString backup = m_staging->filePath(QStringLiteral("old/") + moved.at(i));
+        if (QFileInfo::exists(backup))
+            QFile::rename(backup, destination);
+    }
+}

@@ -1,0 +1,102 @@
+#include "Commands.h"
+
+#include "Arguments.h"
+#include "Console.h"
+#include "FileSet.h"
+#include "OlderSet.h"
+#include "SampleSet.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace {
+
+int cannotWrite(const QString& problem)
+{
+    console::tell(problem + QStringLiteral("; nothing was written"));
+    return ExitCannotOpen;
+}
+
+QString configName(const QString& fileName)
+{
+    return QStringLiteral("config/") + fileName;
+}
+
+/// Makes all files of the set in the staging folder. @return what went wrong; empty if nothing did
+QString stageSet(const QVector<SampleDatabase>& databases, FileSet& files)
+{
+    for (const SampleDatabase& database : databases) {
+        const QString problem = writeSampleDatabase(database, files.stage(configName(database.fileName)));
+        if (!problem.isEmpty())
+            return problem;
+        if (database.fileName != QLatin1String("peltaconfig.db"))
+            continue;
+        const QMap<QString, QByteArray> texts{{QStringLiteral("index.ini"), older::indexIni(database)},
+                                              {QStringLiteral("work.def"), older::workDef(database)},
+                                              {QStringLiteral("attribute.def"), older::attributeDef(database)}};
+        for (auto it = texts.begin(); it != texts.end(); ++it) {
+            QFile file(files.stage(configName(it.key())));
+            if (!file.open(QIODevice::WriteOnly) || file.write(it.value()) != it.value().size() || !file.flush())
+                return it.key() + QStringLiteral(": ") + file.errorString();
+        }
+    }
+    return QString();
+}
+
+void report(const QVector<SampleDatabase>& databases, const QString& folder, bool json)
+{
+    QJsonArray tables;
+    for (const SampleDatabase& database : databases) {
+        for (const SampleTable& table : database.tables)
+            tables.append(QJsonObject{{QStringLiteral("database"), database.fileName},
+                                      {QStringLiteral("table"), table.name},
+                                      {QStringLiteral("rows"), table.rows.size()}});
+    }
+    const QString shown = QDir::toNativeSeparators(folder);
+    if (json) {
+        console::print(QJsonObject{{QStringLiteral("root"), shown}, {QStringLiteral("tables"), tables}});
+        return;
+    }
+    console::print(QStringLiteral("The sample configuration is in ") + shown
+                   + QStringLiteral(" (%1 tables).").arg(tables.size()));
+    console::print(QStringLiteral("Try: velm --root \"") + shown + QStringLiteral("\" lookup 310301"));
+}
+
+}  // namespace
+
+int commands::init(const QStringList& arguments)
+{
+    Arguments args(QStringLiteral("init"), QStringLiteral("[options] DIR"),
+                   QStringLiteral("Writes the sample configuration set into DIR/config: both databases and the text\n"
+                                  "files of the older set. Either all of it is written or nothing."),
+                   {QStringLiteral("velm init demo"), QStringLiteral("velm init --force demo")});
+    args.addOption(QStringLiteral("force"), QStringLiteral("Replace files that exist."));
+    if (const auto ended = args.parse(arguments))
+        return *ended;
+    if (args.positional().size() != 1)
+        return args.usageError(QStringLiteral("give one folder to write into"));
+    const QString folder = QDir(args.positional().first()).absolutePath();
+
+    QString problem;
+    const QVector<SampleDatabase> databases = readSampleSet(problem);
+    if (!problem.isEmpty())
+        return cannotWrite(problem);
+    FileSet files(folder);
+    if (!files.prepare())
+        return cannotWrite(QStringLiteral("cannot write into \"") + folder + QLatin1Char('"'));
+    problem = stageSet(databases, files);
+    if (!problem.isEmpty())
+        return cannotWrite(problem);
+    const QStringList existing = files.existing();
+    if (!existing.isEmpty() && !args.isSet(QStringLiteral("force")))
+        return args.usageError(QStringLiteral("\"") + folder + QStringLiteral("\" holds ")
+                               + existing.join(QStringLiteral(", ")) + QStringLiteral(" already; --force replaces them"));
+    QString failed;
+    if (!files.commit(failed))
+        return cannotWrite(QStringLiteral("cannot write \"") + failed + QStringLiteral("\" in \"") + folder
+                           + QLatin1Char('"'));
+    report(databases, folder, args.json());
+    return ExitFine;
+}

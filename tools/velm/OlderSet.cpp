@@ -1,0 +1,67 @@
+#include "OlderSet.h"
+
+#include <QTextCodec>
+
+namespace {
+
+/// The cells of @p row under the columns @p names.
+QStringList cellsOf(const SampleTable& table, const QStringList& row, const QStringList& names)
+{
+    QStringList cells;
+    for (const QString& name : names) {
+        for (int i = 0; i < table.columns.size(); ++i) {
+            if (table.columns.at(i).name == name)
+                cells.append(row.at(i));
+        }
+    }
+    return cells;
+}
+
+QStringList columns(const char* names)
+{
+    return QString::fromLatin1(names).split(QLatin1Char(' '));
+}
+
+QByteArray encode(const QStringList& lines)
+{
+    const QString text = lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+    return QTextCodec::codecForName("GB18030")->fromUnicode(text);
+}
+
+QByteArray fileOf(const SampleTable& table, const char* names)
+{
+    QStringList lines;
+    for (const QStringList& row : table.rows)
+        lines.append(cellsOf(table, row, columns(names)).join(QLatin1Char(',')));
+    return encode(lines);
+}
+
+}  // namespace
+
+QByteArray older::indexIni(const SampleDatabase& system)
+{
+    return fileOf(system.table(QStringLiteral("indexini")), "CODE LTYPE WIDTH NAME USECODE TABLE");
+}
+
+QByteArray older::workDef(const SampleDatabase& system)
+{
+    return fileOf(system.table(QStringLiteral("Workdef")), "CODE LAYER ENTTYPE PAR1 PAR2 TEXT COLOR");
+}
+
+QByteArray older::attributeDef(const SampleDatabase& system)
+{
+    const SampleTable tables = system.table(QStringLiteral("Attributetable"));
+    const SampleTable fields = system.table(QStringLiteral("Attributefield"));
+    QStringList lines;
+    for (const QStringList& table : tables.rows) {
+        const QStringList tableCells = cellsOf(tables, table, columns("TABLE TEXT GISTABLE TYPE"));
+        lines.append(QStringLiteral("T,") + tableCells.join(QLatin1Char(',')));
+        for (const QStringList& field : fields.rows) {
+            const QStringList cells =
+                cellsOf(fields, field, columns("TABLE NAME TEXT TYPE LENGTH DECIMAL DEFAULT NOTNULL BEXPORT ENABLEEDIT"));
+            if (cells.first() == tableCells.first())
+                lines.append(QStringLiteral("F,") + cells.join(QLatin1Char(',')));
+        }
+    }
+    return encode(lines);
+}

@@ -1,0 +1,62 @@
+#include "Suggestions.h"
+
+#include <QPair>
+#include <QVector>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kGreatestDistance = 2;
+constexpr int kMostSuggestions = 3;
+
+/// The number of slips between two texts (restricted Damerau-Levenshtein distance, Damerau 1964).
+int slipsBetween(const QString& a, const QString& b)
+{
+    QVector<int> beforeLast(b.size() + 1);
+    QVector<int> last(b.size() + 1);
+    QVector<int> row(b.size() + 1);
+    for (int j = 0; j <= b.size(); ++j)
+        row[j] = j;
+    for (int i = 1; i <= a.size(); ++i) {
+        beforeLast.swap(last);
+        last.swap(row);
+        row[0] = i;
+        for (int j = 1; j <= b.size(); ++j) {
+            const bool same = a.at(i - 1) == b.at(j - 1);
+            row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (same ? 0 : 1)});
+            if (i > 1 && j > 1 && a.at(i - 1) == b.at(j - 2) && a.at(i - 2) == b.at(j - 1))
+                row[j] = std::min(row[j], beforeLast[j - 2] + 1);
+        }
+    }
+    return row[b.size()];
+}
+
+}  // namespace
+
+QStringList similarTo(const QString& text, const QStringList& candidates)
+{
+    QVector<QPair<int, QString>> near;
+    for (const QString& candidate : candidates) {
+        if (qAbs(candidate.size() - text.size()) > kGreatestDistance)
+            continue;
+        const int slips = slipsBetween(text.toLower(), candidate.toLower());
+        if (slips <= kGreatestDistance && slips < text.size())
+            near.append({slips, candidate});
+    }
+    std::sort(near.begin(), near.end());
+    QStringList suggestions;
+    for (const auto& [slips, candidate] : near.mid(0, kMostSuggestions))
+        suggestions.append(candidate);
+    return suggestions;
+}
+
+QString didYouMean(const QStringList& suggestions)
+{
+    if (suggestions.isEmpty())
+        return QString();
+    QString list = suggestions.first();
+    for (int i = 1; i < suggestions.size(); ++i)
+        list += (i + 1 == suggestions.size() ? QStringLiteral(" or ") : QStringLiteral(", ")) + suggestions.at(i);
+    return QStringLiteral("; did you mean ") + list + QLatin1Char('?');
+}

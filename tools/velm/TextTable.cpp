@@ -1,0 +1,28 @@
+#include "TextTable.h"
+
+#include "Console.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kGap = 2;  // columns between two cells
+
+}  // namespace
+
+void TextTable::print() const
+{
+    QVector<int> widths(m_rows.first().size());
+    for (const QStringList& row : m_rows) {
+        for (int i = 0; i < widths.size(); ++i)
+            widths[i] = std::max(widths[i], console::displayWidth(row.at(i)));
+    }
+    for (int r = 0; r < m_rows.size(); ++r) {
+        QString line;
+        for (int i = 0; i < widths.size(); ++i) {
+            const bool last = i + 1 == widths.size();
+            line += last ? m_rows.at(r).at(i) : console::padded(m_rows.at(r).at(i), widths[i] + kGap);
+        }
+        console::print(r == 0 ? console::heading(line) : line);
+    }
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QStringList>
+#include <QVector>
+
+/// Rows of text whose columns are as wide as their widest cell on a terminal.
+class TextTable
+{
+public:
+    explicit TextTable(const QStringList& header) : m_rows{header} {}
+
+    void addRow(const QStringList& cells) { m_rows.append(cells); }
+    /// Prints the header and the rows to standard output.
+    void print() const;
+
+private:
+    QVector<QStringList> m_rows;  // the header first; all of one length
+};
