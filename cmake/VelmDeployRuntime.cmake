@@ -3,7 +3,7 @@
 # programs already during the build to list their cases.
 function(velm_deploy_runtime folder)
     set(qt ${VELM_WINDOWS_KIT_DIR}/qt5)
-    file(GLOB libraries CONFIGURE_DEPENDS ${qt}/bin/*.dll)
+    file(GLOB libraries ${qt}/bin/*.dll)
     foreach(name libgcc_s_dw2-1.dll libstdc++-6.dll libwinpthread-1.dll)
         execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name}
             OUTPUT_VARIABLE library OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)

@@ -19,4 +19,6 @@ if(VELM_SANITIZE)
     target_compile_options(velm_flags INTERFACE
         -fsanitize=${VELM_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(velm_flags INTERFACE -fsanitize=${VELM_SANITIZE})
+    # A program that loads the library has to bring the sanitizers' run-time along.
+    set(VELM_CONSUMER_FLAGS -fsanitize=${VELM_SANITIZE})
 endif()

@@ -3,10 +3,47 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QVariant>
 
 namespace {
+
 constexpr char kRootVariable[] = "VELM_ROOT";
-}
+
+/// A connection by plain Qt, so that what is tested does not prepare its own input.
+class Connection
+{
+public:
+    explicit Connection(const QString& file)
+    {
+        m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name());
+        m_database.setDatabaseName(file);
+        EXPECT_TRUE(m_database.open()) << file.toStdString();
+    }
+    ~Connection()
+    {
+        m_database.close();
+        m_database = QSqlDatabase();
+        QSqlDatabase::removeDatabase(name());
+    }
+
+    QSqlQuery run(const QString& statement) const
+    {
+        QSqlQuery query(m_database);
+        EXPECT_TRUE(query.exec(statement))
+            << statement.toStdString() << ": " << query.lastError().text().toStdString();
+        return query;
+    }
+
+private:
+    static QString name() { return QStringLiteral("test fixture"); }
+
+    QSqlDatabase m_database;
+};
+
+}  // namespace
 
 TemporaryRoot::TemporaryRoot()
     : m_root(QFileInfo(m_folder.path()).canonicalFilePath() + QStringLiteral("/测绘 root")),
@@ -31,4 +68,21 @@ void TemporaryRoot::writeFile(const QString& relative, const QByteArray& content
     QFile file(target);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << target.toStdString();
     ASSERT_EQ(file.write(content), content.size());
+}
+
+void TemporaryRoot::runSql(const QStringList& statements, const QString& relative) const
+{
+    const Connection connection(path(relative));
+    for (const QString& statement : statements)
+        connection.run(statement);
+}
+
+QStringList TemporaryRoot::querySql(const QString& statement) const
+{
+    const Connection connection(path(QStringLiteral("config/peltaconfig.db")));
+    QStringList values;
+    QSqlQuery query = connection.run(statement);
+    while (query.next())
+        values.append(query.value(0).toString());
+    return values;
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 /// A fixture with a system root of its own: an empty folder with an empty "config" in it, named by VELM_ROOT while
@@ -19,6 +20,13 @@ protected:
 
     /// Writes a file below the root, with the folders it needs.
     void writeFile(const QString& relative, const QByteArray& content) const;
+
+    /// Executes statements on a SQLite file below the root, the system configuration database unless told otherwise.
+    void runSql(const QStringList& statements,
+                const QString& relative = QStringLiteral("config/peltaconfig.db")) const;
+
+    /// The first column of the rows of a query on the system configuration database.
+    QStringList querySql(const QString& statement) const;
 
 private:
     QTemporaryDir m_folder;

@@ -6,10 +6,6 @@ Arguments::Arguments(const QString& command, const QString& synopsis, const QStr
                      const QStringList& examples)
     : m_command(command), m_synopsis(synopsis), m_description(description), m_examples(examples)
 {
-    addOption(QStringLiteral("root"), QStringLiteral("Folder that holds the folder \"config\"; else VELM_ROOT."),
-              QStringLiteral("DIR"));
-    addOption(QStringLiteral("json"), QStringLiteral("Answer in JSON."));
-    m_parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});
 }
 
 void Arguments::addOption(const QString& name, const QString& description, const QString& valueName)
@@ -19,6 +15,10 @@ void Arguments::addOption(const QString& name, const QString& description, const
 
 std::optional<int> Arguments::parse(const QStringList& arguments)
 {
+    addOption(QStringLiteral("root"), QStringLiteral("Folder that holds the folder \"config\"; else VELM_ROOT."),
+              QStringLiteral("DIR"));
+    addOption(QStringLiteral("json"), QStringLiteral("Answer in JSON."));
+    m_parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});
     const QString program = QStringLiteral("velm ") + m_command;
     if (!m_parser.parse(QStringList{program} + arguments))
         return usageError(m_parser.errorText());

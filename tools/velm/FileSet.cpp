@@ -10,8 +10,14 @@ namespace {
 QStringList missingFolders(const QString& folder)
 {
     QStringList missing;
-    for (QString path = folder; !QFileInfo::exists(path); path = QFileInfo(path).absolutePath())
+    QString path = folder;
+    while (!QFileInfo::exists(path)) {
         missing.prepend(path);
+        const QString parent = QFileInfo(path).absolutePath();
+        if (parent == path)
+            break;  // a drive that does not exist
+        path = parent;
+    }
     return missing;
 }
 
@@ -30,12 +36,8 @@ FileSet::~FileSet()
 
 bool FileSet::prepare()
 {
-    const QStringList missing = missingFolders(m_folder);
-    for (const QString& folder : missing) {
-        if (!QDir().mkdir(folder))
-            return false;
-        m_madeFolders.append(folder);
-    }
+    if (!makeFolders(m_folder))
+        return false;
     m_staging = std::make_unique<QTemporaryDir>(m_folder + QStringLiteral("/.velm-XXXXXX"));
     return m_staging->isValid();
 }
@@ -73,6 +75,17 @@ bool FileSet::commit(QString& failed)
     return true;
 }
 
+bool FileSet::makeFolders(const QString& folder)
+{
+    const QStringList missing = missingFolders(folder);
+    for (const QString& path : missing) {
+        if (!QDir().mkdir(path))
+            return false;
+        m_madeFolders.append(path);
+    }
+    return true;
+}
+
 QString FileSet::target(const QString& relative) const
 {
     return m_folder + QLatin1Char('/') + relative;
@@ -81,12 +94,10 @@ QString FileSet::target(const QString& relative) const
 bool FileSet::move(const QString& relative)
 {
     const QString destination = target(relative);
-    const QStringList missing = missingFolders(QFileInfo(destination).path());
-    for (const QString& folder : missing) {
-        if (!QDir().mkdir(folder))
-            return false;
-        m_madeFolders.append(folder);
-    }
+    if (QFileInfo(destination).isDir())
+        return false;
+    if (!makeFolders(QFileInfo(destination).path()))
+        return false;
     const QString backup = m_staging->filePath(QStringLiteral("old/") + relative);
     QDir().mkpath(QFileInfo(backup).path());
     const bool replaces = QFileInfo::exists(destination);

@@ -30,6 +30,8 @@ public:
     bool commit(QString& failed);
 
 private:
+    /// Makes @p folder and what leads to it, and remembers what it made.
+    bool makeFolders(const QString& folder);
     QString target(const QString& relative) const;
     bool move(const QString& relative);
     void putBack(const QStringList& moved);

@@ -1,0 +1,193 @@
+#include "support/Printers.h"
+#include "support/TemporaryRoot.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+
+namespace {
+
+struct Answer
+{
+    int exitCode = -1;
+    QString output;
+    QString talk;  // standard error
+    QJsonDocument json;
+};
+
+/// Runs the program velm, which lies beside the tests.
+Answer velm(const QStringList& arguments)
+{
+    QProcess process;
+    process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/velm"), arguments);
+    Answer answer;
+    if (!process.waitForFinished(60000))
+        return answer;
+    answer.exitCode = process.exitCode();
+    const QByteArray output = process.readAllStandardOutput();
+    answer.json = QJsonDocument::fromJson(output);
+    answer.output = QString::fromLocal8Bit(output).remove(QLatin1Char('\r'));
+    answer.talk = QString::fromLocal8Bit(process.readAllStandardError());
+    return answer;
+}
+
+QStringList words(const char* text)
+{
+    return QString::fromUtf8(text).split(QLatin1Char(' '));
+}
+
+class ToolTest : public TemporaryRoot
+{
+protected:
+    /// Makes the sample configuration in the root and answers what the program said.
+    Answer init(const QStringList& options = {}) { return velm(QStringList{QStringLiteral("init"), root()} + options); }
+
+    QStringList files() const
+    {
+        return QDir(path(QStringLiteral("config"))).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+};
+
+}  // namespace
+
+TEST_F(ToolTest, LooksUpCodesByAnyOfTheirNames)
+{
+    ASSERT_EQ(init().exitCode, 0);
+    const Answer card = velm(words("lookup 310301 110102"));
+    EXPECT_EQ(card.exitCode, 0);
+    EXPECT_TRUE(card.output.contains(QStringLiteral("310301 一般房屋\n"))) << card.output.toStdString();
+    EXPECT_TRUE(card.output.contains(QStringLiteral("    extension tables  EXT_FWDC, EXT_FWAQ\n")));
+    EXPECT_TRUE(card.output.contains(QStringLiteral("\n110102 三角点\n")));
+
+    const Answer json = velm(words("--json lookup --by usercode fw nobody"));
+    EXPECT_EQ(json.exitCode, 1) << "one of the two does not exist";
+    ASSERT_EQ(json.json.array().size(), 2);
+    const QJsonObject house = json.json.array().at(0).toObject();
+    EXPECT_EQ(house.value(QStringLiteral("code")).toString(), QStringLiteral("310301"));
+    EXPECT_EQ(house.value(QStringLiteral("index")).toObject().value(QStringLiteral("gisTable")).toString(),
+              QStringLiteral("JMD_PG"));
+    EXPECT_EQ(house.value(QStringLiteral("work")).toObject().value(QStringLiteral("layer")).toString(),
+              QStringLiteral("JMD_M"));
+    EXPECT_FALSE(json.json.array().at(1).toObject().value(QStringLiteral("found")).toBool(true));
+
+    const int housesOfTable = velm(words("lookup --by table jmd_pg --json")).json.array().size();
+    EXPECT_EQ(velm(words("list --table JMD_PG --json")).json.array().size(), housesOfTable);
+    EXPECT_GT(housesOfTable, 1);
+}
+
+TEST_F(ToolTest, ListsByNameInitialsAndType)
+{
+    ASSERT_EQ(init().exitCode, 0);
+    EXPECT_GE(velm(words("list --json")).json.array().size(), 300);
+    const auto names = [](const Answer& answer) {
+        QStringList list;
+        for (const QJsonValue& row : answer.json.array())
+            list.append(row.toObject().value(QStringLiteral("name")).toString());
+        return list;
+    };
+    EXPECT_TRUE(names(velm(words("list --json --match 三角点"))).contains(QStringLiteral("小三角点")));
+    EXPECT_TRUE(names(velm(words("list --json --match xsjd"))).contains(QStringLiteral("小三角点")));
+    for (const QJsonValue& row : velm(words("list --json --type 3")).json.array())
+        EXPECT_EQ(row.toObject().value(QStringLiteral("entityType")).toInt(), 3);
+
+    // Columns stand below each other on a terminal, where a Chinese character takes two.
+    const QStringList lines = velm(words("list --table KZD_PT")).output.split(QLatin1Char('\n'));
+    const int column = lines.first().indexOf(QStringLiteral("TYPE"));
+    for (const QString& line : lines.mid(1, lines.size() - 2)) {
+        const QString shown = QString(line).replace(QRegularExpression(QStringLiteral("[\\x{4e00}-\\x{9fff}]")),
+                                                    QStringLiteral("xx"));
+        EXPECT_EQ(shown.indexOf(QStringLiteral("general")), column) << line.toStdString();
+    }
+}
+
+TEST_F(ToolTest, TellsWhatIsWrongAndWhatToDo)
+{
+    ASSERT_EQ(init().exitCode, 0);
+    const struct
+    {
+        const char* arguments;
+        int exitCode;
+        const char* talk;
+    } cases[] = {{"lookup 31030", 1, "did you mean 310301"},
+                 {"lookup FW", 1, "--by usercode"},
+                 {"lookup JMD_PG", 1, "--by table"},
+                 {"lookup --by usercode 310301", 1, "leave --by out"},
+                 {"lookup --by name FW", 2, "not \"name\""},
+                 {"lookup", 2, "which code"},
+                 {"lokup 310301", 2, "did you mean lookup?"},
+                 {"list extra", 2, "unexpected argument \"extra\""},
+                 {"list --type five", 2, "not \"five\""},
+                 {"list --match nothingatall", 1, "no feature code matches"},
+                 {"list --bogus", 2, "bogus"},
+                 {"--root /no/such/folder list", 3, "no such folder"},
+                 {"init", 2, "one folder"}};
+    for (const auto& c : cases) {
+        const Answer answer = velm(words(c.arguments));
+        EXPECT_EQ(answer.exitCode, c.exitCode) << c.arguments;
+        EXPECT_TRUE(answer.talk.contains(QString::fromUtf8(c.talk))) << c.arguments << ": " << answer.talk.toStdString();
+        EXPECT_EQ(answer.output, QString()) << c.arguments;
+    }
+    writeFile(QStringLiteral("config/peltaconfig.db"), "this is no database, and long enough to be seen as none");
+    const Answer broken = velm(words("lookup 310301"));
+    EXPECT_EQ(broken.exitCode, 3);
+    EXPECT_TRUE(broken.talk.contains(QStringLiteral("peltaconfig.db"))) << broken.talk.toStdString();
+}
+
+TEST_F(ToolTest, WritesTheWholeSampleSetOrNothing)
+{
+    writeFile(QStringLiteral("config/work.def"), "mine");
+    const Answer refused = init();
+    EXPECT_EQ(refused.exitCode, 2);
+    EXPECT_TRUE(refused.talk.contains(QStringLiteral("config/work.def already; --force")));
+    EXPECT_EQ(files(), QStringList{QStringLiteral("work.def")});
+    EXPECT_EQ(QDir(root()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList{QStringLiteral("config")}) << "the staging folder must be gone";
+
+    EXPECT_EQ(init({QStringLiteral("--force")}).exitCode, 0);
+    EXPECT_EQ(files(), words("attribute.def index.ini peltaconfig.db PipeConfig.db work.def"));
+
+    // A folder in the place of a file is not replaced: what was moved before it comes back.
+    ASSERT_TRUE(QFile::remove(path(QStringLiteral("config/work.def"))));
+    writeFile(QStringLiteral("config/work.def/mine"), "x");
+    writeFile(QStringLiteral("config/index.ini"), "mine");
+    const Answer blocked = init({QStringLiteral("--force")});
+    EXPECT_EQ(blocked.exitCode, 3);
+    EXPECT_TRUE(blocked.talk.contains(QStringLiteral("nothing was written"))) << blocked.talk.toStdString();
+    QFile index(path(QStringLiteral("config/index.ini")));
+    ASSERT_TRUE(index.open(QIODevice::ReadOnly));
+    EXPECT_EQ(index.readAll(), "mine");
+    EXPECT_TRUE(QFile::exists(path(QStringLiteral("config/work.def/mine"))));
+    EXPECT_EQ(files().size(), 5);
+    EXPECT_EQ(velm({QStringLiteral("init"), path(QStringLiteral("config/index.ini/below"))}).exitCode, 3);
+}
+
+TEST_F(ToolTest, FillsTheSampleSetWithDataThatFitTogether)
+{
+    ASSERT_EQ(init().exitCode, 0);
+    EXPECT_EQ(querySql(QStringLiteral("select code from indexini where code not in (select code from Workdef) union "
+                                      "select code from Workdef where code not in (select code from indexini) union "
+                                      "select code from QuobAreaLine where code not in (select code from indexini) union "
+                                      "select code from VelmAnnotate where code not in (select code from indexini) union "
+                                      "select code from IndexiniExtend where code not in (select code from indexini)")),
+              QStringList());
+    EXPECT_EQ(querySql(QStringLiteral("select [TABLE] from Attributefield where [TABLE] not in "
+                                      "(select [TABLE] from Attributetable)")),
+              QStringList());
+    EXPECT_EQ(querySql(QStringLiteral("select upper(usecode) from indexini group by 1 having count(*) > 1")), QStringList());
+    EXPECT_EQ(querySql(QStringLiteral("select distinct [DEFAULT] from Attributefield where [DEFAULT] like 'TBL\\_%' escape '\\' "
+                                      "and [DEFAULT] not in (select name from sqlite_master)")),
+              QStringList());
+    EXPECT_EQ(querySql(QStringLiteral("select count(*) from sqlite_master where type = 'index' and tbl_name = 'indexini'")),
+              QStringList{QStringLiteral("1")});
+    QFile older(path(QStringLiteral("config/index.ini")));
+    ASSERT_TRUE(older.open(QIODevice::ReadOnly));
+    const QByteArray first = older.readLine();
+    EXPECT_EQ(first.count(','), 5);
+    EXPECT_TRUE(first.contains("\xB4\xF3\xB5\xD8")) << "GBK text";
+}

@@ -1,0 +1,148 @@
+#include "config/CVelmWorkDB.h"
+#include "config/CVelmWorkDef.h"
+
+#include "CVelmDatabase.h"
+#include "support/Printers.h"
+#include "support/TemporaryRoot.h"
+
+#include <QFile>
+
+/// Makes work definitions as the configuration manager does.
+class WorkDefinitionPeer
+{
+public:
+    static CVelmWorkDB database() { return CVelmWorkDB(); }
+    static CVelmWorkDef textFile() { return CVelmWorkDef(); }
+};
+
+namespace {
+
+class WorkTest : public TemporaryRoot
+{
+protected:
+    Velm::ErrorStatus load(const char* columns, const QStringList& rows)
+    {
+        runSql({QStringLiteral("drop table if exists Workdef"),
+                QStringLiteral("create table Workdef (") + QString::fromUtf8(columns) + QLatin1Char(')')});
+        for (const QString& row : rows)
+            runSql({QStringLiteral("insert into Workdef values (") + row + QLatin1Char(')')});
+        CVelmDatabase database;
+        EXPECT_EQ(database.initDatabase(path(QStringLiteral("config/peltaconfig.db")), QString()), Velm::VelmOk);
+        return m_work.initVelmWork(database);
+    }
+
+    CVelmWorkDB m_work = WorkDefinitionPeer::database();
+    const QString m_code = QStringLiteral("A");
+};
+
+constexpr char kAllColumns[] = "code text, par1 text, par2 text, text text, color int, layer text, enttype int";
+
+}  // namespace
+
+TEST_F(WorkTest, AnswersEveryFieldOfTheLastRow)
+{
+    EXPECT_EQ(load(kAllColumns, {}), Velm::VelmNoData);
+    EXPECT_EQ(load(kAllColumns, {QStringLiteral("'A','old','','',1,'',1"),
+                                 QStringLiteral("'A','块','0.5','注','12','KZD','5'")}),
+              Velm::VelmOk);
+    QString text, par1, par2, layer;
+    int color = 0, enttype = 0;
+    EXPECT_EQ(m_work.get_text(m_code, text), 0);
+    EXPECT_EQ(m_work.get_parOne(m_code, par1), 0);
+    EXPECT_EQ(m_work.get_parTwo(m_code, par2), 0);
+    EXPECT_EQ(m_work.get_layer(m_code, layer, true), 0);
+    EXPECT_EQ(m_work.get_color(m_code, color), 0);
+    EXPECT_EQ(m_work.get_enttype(m_code, enttype), 0);
+    const QStringList expected{QStringLiteral("注"), QStringLiteral("块"), QStringLiteral("0.5"), QStringLiteral("KZD")};
+    EXPECT_EQ(QStringList({text, par1, par2, layer}), expected);
+    EXPECT_EQ(color, 12);
+    EXPECT_EQ(enttype, 5);
+
+    QString otherLayer;
+    EXPECT_EQ(m_work.get_layer(m_code, otherLayer, false), 0);
+    EXPECT_EQ(otherLayer, layer);
+    QString t, p1, p2, l;
+    int c = 0, e = 0;
+    EXPECT_EQ(m_work.get_par(m_code, l, e, p1, p2, t, c), 0);
+    EXPECT_EQ(QStringList({t, p1, p2, l}), expected);
+    EXPECT_EQ(c * 100 + e, 1205);
+    e = 0;
+    EXPECT_EQ(m_work.get_par(m_code, l, e, p1, p2, t), 0);
+    EXPECT_EQ(e, 5);
+}
+
+TEST_F(WorkTest, TellsAnEmptyCodeFromAnUnknownOne)
+{
+    load(kAllColumns, {QStringLiteral("'A','','','',1,'',1")});
+    VelmWorkItem item;
+    item.text = QStringLiteral("untouched");
+    EXPECT_EQ(m_work.getWorkItem(QString(), item), Velm::VelmEmptyArgument);
+    EXPECT_EQ(m_work.getWorkItem(QStringLiteral("a"), item), Velm::VelmWorkCodeNotFound);
+    QString text = item.text;
+    EXPECT_EQ(m_work.get_text(QString(), text), Velm::VelmNotFound);
+    int number = 42;
+    EXPECT_EQ(m_work.get_par(QStringLiteral("B"), text, number, text, text, text, number), Velm::VelmNotFound);
+    EXPECT_EQ(item.text + text, QStringLiteral("untoucheduntouched"));
+    EXPECT_EQ(number, 42);
+    EXPECT_TRUE(m_work.isValidCode(m_code));
+    EXPECT_FALSE(m_work.isValidCode(QString()));
+}
+
+TEST_F(WorkTest, KeepsTheColourUnsetWithoutTheColumn)
+{
+    load("code text, enttype int", {QStringLiteral("'A',null")});
+    VelmWorkItem item;
+    ASSERT_EQ(m_work.getWorkItem(m_code, item), Velm::VelmOk);
+    EXPECT_EQ(item.color, -1);
+    EXPECT_EQ(item.enttype, 0) << "a null is 0, only a missing colour column is not";
+    load("code text, color int", {QStringLiteral("'A',null")});
+    ASSERT_EQ(m_work.getWorkItem(m_code, item), Velm::VelmOk);
+    EXPECT_EQ(item.color, 0);
+}
+
+TEST_F(WorkTest, WritesThroughAndKeepsMemoryChangedWhenTheDatabaseIsGone)
+{
+    load(kAllColumns, {QStringLiteral("'A','','','',1,'',1")});
+    VelmWorkItem item;
+    item.code = QStringLiteral("新");
+    item.layer = QStringLiteral("图层");
+    item.color = 7;
+    EXPECT_EQ(m_work.addItem(item), Velm::VelmOk);
+    EXPECT_EQ(m_work.removeItem(m_code), Velm::VelmOk);
+    EXPECT_EQ(m_work.removeItem(m_code), Velm::VelmNotFound);
+    EXPECT_EQ(querySql(QStringLiteral("select code || layer || color || enttype from Workdef")),
+              QStringList{QStringLiteral("新图层7-1")});
+
+    ASSERT_TRUE(QFile::remove(path(QStringLiteral("config/peltaconfig.db"))));
+    item.color = 8;
+    EXPECT_EQ(m_work.addItem(item), Velm::VelmDatabaseOpenFailed);
+    int color = 0;
+    EXPECT_EQ(m_work.get_color(item.code, color), 0);
+    EXPECT_EQ(color, 8);
+}
+
+TEST_F(WorkTest, ReadsOneLineOfTheTextFileAndNeverReportsNoData)
+{
+    const auto load = [this](const char* content) {
+        writeFile(QStringLiteral("config/work.def"), content);
+        CVelmWorkDef work = WorkDefinitionPeer::textFile();
+        EXPECT_EQ(work.initVelmWork(), Velm::VelmOk);
+        return work;
+    };
+    VelmWorkItem item;
+    ASSERT_EQ(load(" A,L,3,p,q,t,12\n").getWorkItem(m_code, item), Velm::VelmOk);
+    EXPECT_EQ(QStringList({item.layer, item.par1, item.par2, item.text}),
+              QString::fromLatin1("L p q t").split(QLatin1Char(' ')));
+    EXPECT_EQ(item.enttype * 100 + item.color, 312);
+    ASSERT_EQ(load("A,L,x,p,q,t,y").getWorkItem(m_code, item), Velm::VelmOk);
+    EXPECT_EQ(item.enttype, 0);
+    EXPECT_EQ(item.color, 0);
+    ASSERT_EQ(load("A,L").getWorkItem(m_code, item), Velm::VelmOk);
+    EXPECT_EQ(item.enttype, -1);
+    EXPECT_EQ(item.color, -1);
+    EXPECT_TRUE(load("A,L,3,p,q,t,12,more").isValidCode(QString()));
+    EXPECT_FALSE(load("A,L,3,p,q,t,12\nB,L,3,p,q,t,12").isValidCode(m_code));
+
+    ASSERT_TRUE(QFile::remove(path(QStringLiteral("config/work.def"))));
+    EXPECT_EQ(WorkDefinitionPeer::textFile().initVelmWork(), Velm::VelmNotFound);
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QVariant>
+#include <QVector>
+
+using Record = QMap<QString, QVariant>;
+using Rows = QVector<Record>;
+
+/// u"列"_s is QStringLiteral("列"), for tests whose lines are mostly texts.
+inline QString operator""_s(const char16_t* text, size_t length)
+{
+    return QString::fromUtf16(text, static_cast<int>(length));
+}
