@@ -8,6 +8,6 @@ constexpr int kCodeCount = 100000;
 /// The code of a number below kCodeCount. Codes ascend with their numbers.
 QString codeOf(int number);
 
-/// A configuration database with kCodeCount rows in "indexini" and "Workdef", made on the first call and removed at the
-/// end of the process.
+/// A configuration database with kCodeCount rows in "indexini" and "Workdef", made on the first
+/// call and removed at the end of the process.
 const QString& configFile();

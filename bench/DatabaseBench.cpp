@@ -19,7 +19,8 @@ void ReadTable_Library(benchmark::State& state)
 }
 BENCHMARK(ReadTable_Library)->Unit(benchmark::kMillisecond);
 
-/// The peer: the same maps built by hand over a forward-only query, each column name turned to upper case once.
+/// The peer: the same maps built by hand over a forward-only query, each column name turned to
+/// upper case once.
 void ReadTable_HandWrittenQuery(benchmark::State& state)
 {
     CVelmDatabase database;

@@ -36,7 +36,8 @@ void LoadCodes_Library(benchmark::State& state)
 }
 BENCHMARK(LoadCodes_Library)->Unit(benchmark::kMillisecond);
 
-/// The peer: loops over forward-only queries, written by hand, into the same maps of the same records.
+/// The peer: loops over forward-only queries, written by hand, into the same maps of the same
+/// records.
 void LoadCodes_HandWrittenQuery(benchmark::State& state)
 {
     CVelmDatabase database;
@@ -46,7 +47,8 @@ void LoadCodes_HandWrittenQuery(benchmark::State& state)
         QMap<QString, VelmWorkItem> work;
         QSqlQuery query(database.getQSqlDatabase());
         query.setForwardOnly(true);
-        query.exec(QStringLiteral("select CODE, NAME, LTYPE, WIDTH, [TABLE], USECODE from indexini"));
+        query.exec(
+            QStringLiteral("select CODE, NAME, LTYPE, WIDTH, [TABLE], USECODE from indexini"));
         while (query.next()) {
             VelmIndexItem item;
             item.code = query.value(0).toString();
@@ -57,7 +59,8 @@ void LoadCodes_HandWrittenQuery(benchmark::State& state)
             item.usecode = query.value(5).toString();
             index.insert(item.code, item);
         }
-        query.exec(QStringLiteral("select CODE, LAYER, ENTTYPE, PAR1, PAR2, TEXT, COLOR from Workdef"));
+        query.exec(
+            QStringLiteral("select CODE, LAYER, ENTTYPE, PAR1, PAR2, TEXT, COLOR from Workdef"));
         while (query.next()) {
             VelmWorkItem item;
             item.code = query.value(0).toString();
@@ -89,8 +92,9 @@ void LoadCodes_RawSqlite(benchmark::State& state)
         QMap<QString, VelmIndexItem> index;
         QMap<QString, VelmWorkItem> work;
         sqlite3_stmt* statement = nullptr;
-        sqlite3_prepare_v2(database, "select CODE, NAME, LTYPE, WIDTH, [TABLE], USECODE from indexini", -1, &statement,
-                           nullptr);
+        sqlite3_prepare_v2(database,
+                           "select CODE, NAME, LTYPE, WIDTH, [TABLE], USECODE from indexini", -1,
+                           &statement, nullptr);
         while (sqlite3_step(statement) == SQLITE_ROW) {
             VelmIndexItem item;
             item.code = columnText(statement, 0);
@@ -102,8 +106,9 @@ void LoadCodes_RawSqlite(benchmark::State& state)
             index.insert(item.code, item);
         }
         sqlite3_finalize(statement);
-        sqlite3_prepare_v2(database, "select CODE, LAYER, ENTTYPE, PAR1, PAR2, TEXT, COLOR from Workdef", -1, &statement,
-                           nullptr);
+        sqlite3_prepare_v2(database,
+                           "select CODE, LAYER, ENTTYPE, PAR1, PAR2, TEXT, COLOR from Workdef", -1,
+                           &statement, nullptr);
         while (sqlite3_step(statement) == SQLITE_ROW) {
             VelmWorkItem item;
             item.code = columnText(statement, 0);

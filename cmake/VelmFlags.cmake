@@ -1,7 +1,6 @@
 # Compiler settings of the project's own targets. They sit on one interface target that no consumer sees.
 
 add_library(velm_flags INTERFACE)
-target_compile_features(velm_flags INTERFACE cxx_std_17)
 target_compile_options(velm_flags INTERFACE
     -Wall -Wextra -Wpedantic -Werror
     -finput-charset=UTF-8 -fexec-charset=UTF-8

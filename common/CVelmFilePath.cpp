@@ -45,7 +45,8 @@ bool removeFile(const QString& path)
     if (QFile::remove(path))
         return true;
     // Windows refuses read-only files.
-    return QFile::setPermissions(path, QFile::permissions(path) | QFile::WriteUser) && QFile::remove(path);
+    return QFile::setPermissions(path, QFile::permissions(path) | QFile::WriteUser)
+           && QFile::remove(path);
 }
 
 bool removeTree(const QFileInfo& entry);
@@ -53,8 +54,8 @@ bool removeTree(const QFileInfo& entry);
 bool removeFolder(const QString& path)
 {
     bool removedAll = true;
-    const QFileInfoList entries =
-        QDir(path).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System);
+    const QFileInfoList entries = QDir(path).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot
+                                                           | QDir::Hidden | QDir::System);
     for (const QFileInfo& entry : entries)
         removedAll = removeTree(entry) && removedAll;
     return QDir().rmdir(path) && removedAll;
@@ -165,7 +166,8 @@ void CVelmFilePath::openFileWithTips(const QString& file, QWidget* parent, const
     else if (!QFileInfo::exists(file))
         problem = QStringLiteral("文件“") + name + QStringLiteral("”不存在。");
     else if (!QDesktopServices::openUrl(QUrl::fromLocalFile(file)))
-        problem = QStringLiteral("文件“") + name + QStringLiteral("”打开失败，请检查是否安装了关联的程序。");
+        problem = QStringLiteral("文件“") + name
+                  + QStringLiteral("”打开失败，请检查是否安装了关联的程序。");
     if (!problem.isEmpty())
         QMessageBox::information(parent, title, problem);
 }

@@ -35,9 +35,8 @@ public:
 private:
     bool visitEntries(const QString& folder)
     {
-        const QFileInfoList entries =
-            QDir(folder).entryInfoList(QDir::Dirs | QDir::Files | QDir::NoDot | QDir::NoDotDot,
-                                       QDir::Name | QDir::IgnoreCase);
+        const QFileInfoList entries = QDir(folder).entryInfoList(
+            QDir::Dirs | QDir::Files | QDir::NoDot | QDir::NoDotDot, QDir::Name | QDir::IgnoreCase);
         for (const QFileInfo& entry : entries) {
             if (m_visit(entry))
                 return true;
@@ -49,7 +48,8 @@ private:
 
     const Visit& m_visit;
     bool m_recursive;
-    QStringList m_open;  // canonical paths from the start to the current folder: a link back to one is a loop
+    QStringList m_open;  // canonical paths from the start to the current folder: a link back to one
+                         // is a loop
 };
 
 using Test = std::function<bool(const QFileInfo& entry)>;
@@ -100,7 +100,7 @@ QString CVelmFindFile::findFile(const QString& name, bool recursive)
 {
     const QStringList paths = CVelmSystemGlobal::Instance()->getSearchPaths();
     for (const QString& path : paths) {
-        const QString found = findFile(path, name, recursive);
+        QString found = findFile(path, name, recursive);
         if (!found.isEmpty())
             return found;
     }
@@ -152,7 +152,7 @@ QStringList CVelmFindFile::fuzzyQueryFile(const QString& folder, const QString& 
     const QStringList wanted = splitSuffixes(suffix);
     return collect(folder, recursive, [&](const QFileInfo& entry) {
         return entry.isFile() && entry.fileName().contains(text, Qt::CaseInsensitive)
-            && (wanted.isEmpty() || wanted.contains(entry.suffix(), Qt::CaseInsensitive));
+               && (wanted.isEmpty() || wanted.contains(entry.suffix(), Qt::CaseInsensitive));
     });
 }
 

@@ -29,15 +29,16 @@ bool isGb18030(const QTextCodec* codec)
     return codec->name() == "GB18030";
 }
 
-/// Local 8-bit bytes of @p text, decoded by one codec and encoded by another, as local 8-bit text again.
+/// Local 8-bit bytes of @p text, decoded by one codec and encoded by another, as local 8-bit text
+/// again.
 QString recode(const QString& text, const char* from, const char* to)
 {
     const QString decoded = QTextCodec::codecForName(from)->toUnicode(text.toLocal8Bit());
     return QString::fromLocal8Bit(QTextCodec::codecForName(to)->fromUnicode(decoded));
 }
 
-/// Decodes and tells whether the codec met nothing invalid. ICU codecs do not count that and leave a replacement
-/// character; one that really stood in the text comes back as the same bytes.
+/// Decodes and tells whether the codec met nothing invalid. ICU codecs do not count that and leave
+/// a replacement character; one that really stood in the text comes back as the same bytes.
 bool decodesCleanly(const QByteArray& data, const QTextCodec* codec, QString& text)
 {
     QTextCodec::ConverterState state;
@@ -45,7 +46,7 @@ bool decodesCleanly(const QByteArray& data, const QTextCodec* codec, QString& te
     if (state.invalidChars != 0)
         return false;
     return !text.contains(QChar(QChar::ReplacementCharacter)) || codec == utf8()
-        || data.startsWith(codec->fromUnicode(text));
+           || data.startsWith(codec->fromUnicode(text));
 }
 
 /// Whether the year has a 29 February.
@@ -62,9 +63,9 @@ int daysInMonth(int year, int month)
 
 bool hasKnownRegion(const QString& id)
 {
-    static constexpr std::array<int, 35> kRegions{
-        11, 22, 35, 44, 53, 12, 23, 36, 45, 54, 13, 31, 37, 46, 61, 14, 32, 41,
-        50, 62, 15, 33, 42, 51, 63, 21, 34, 43, 52, 64, 65, 71, 81, 82, 91};
+    static constexpr std::array<int, 35> kRegions{11, 22, 35, 44, 53, 12, 23, 36, 45, 54, 13, 31,
+                                                  37, 46, 61, 14, 32, 41, 50, 62, 15, 33, 42, 51,
+                                                  63, 21, 34, 43, 52, 64, 65, 71, 81, 82, 91};
     const QStringView region = QStringView(id).left(2);
     return std::any_of(kRegions.begin(), kRegions.end(),
                        [region](int known) { return region == QString::number(known); });
@@ -73,7 +74,8 @@ bool hasKnownRegion(const QString& id)
 /// The check character of the first 17 (ISO 7064 MOD 11-2).
 char checkCharacter(const QByteArray& id)
 {
-    static constexpr std::array<int, 17> kWeights{7, 9, 10, 5, 8, 4, 2, 1, 6, 3, 7, 9, 10, 5, 8, 4, 2};
+    static constexpr std::array<int, 17> kWeights{7, 9, 10, 5,  8, 4, 2, 1, 6,
+                                                  3, 7, 9,  10, 5, 8, 4, 2};
     int sum = 0;
     for (size_t i = 0; i < kWeights.size(); ++i)
         sum += (id.at(static_cast<int>(i)) - '0') * kWeights[i];
@@ -207,7 +209,7 @@ bool CVelmString::IsDigitStr(const QString& text)
 {
     return std::all_of(text.cbegin(), text.cend(), [](QChar ch) {
         return (ch >= QLatin1Char('0') && ch <= QLatin1Char('9')) || ch == QLatin1Char('.')
-            || ch == QLatin1Char('-');
+               || ch == QLatin1Char('-');
     });
 }
 

@@ -9,8 +9,8 @@
 
 namespace {
 
-/// The split that leaves a separator at the start of a part alone. Of every separator found elsewhere one character
-/// is removed, whatever its length.
+/// The split that leaves a separator at the start of a part alone. Of every separator found
+/// elsewhere one character is removed, whatever its length.
 QStringList scanningSplit(const QString& text, const QString& separator)
 {
     QStringList parts;
@@ -39,7 +39,8 @@ unsigned long distance(long x, long y)
                   : static_cast<unsigned long>(y) - static_cast<unsigned long>(x);
 }
 
-/// Appends x, the numbers in between and y. False, with nothing appended, if memory cannot hold them.
+/// Appends x, the numbers in between and y. False, with nothing appended, if memory cannot hold
+/// them.
 bool appendRange(QVector<long>& values, long x, long y)
 {
     try {
@@ -173,9 +174,9 @@ bool CVelmString::FindSkipNum(long& result, const QVector<long>& used, long* sta
         return true;
     }
     const bool beyond = start && sorted.last() < *start;
-    const auto gap = std::adjacent_find(
-        sorted.cbegin(), sorted.cend(),
-        [](long lower, long upper) { return distance(lower, upper) > 1; });
+    const auto gap = std::adjacent_find(sorted.cbegin(), sorted.cend(), [](long lower, long upper) {
+        return distance(lower, upper) > 1;
+    });
     if (!beyond && gap != sorted.cend()) {
         result = *gap + 1;
         return true;
@@ -210,8 +211,8 @@ long CVelmString::Chinese2Number(const QString& text)
         return value;
     const qint64 parsed = velm::detail::parseChineseNumber(text).value_or(0);
     return parsed >= std::numeric_limits<long>::min() && parsed <= std::numeric_limits<long>::max()
-        ? static_cast<long>(parsed)
-        : 0;
+               ? static_cast<long>(parsed)
+               : 0;
 }
 
 QString CVelmString::Number2EnglishLetters(long n, bool upper)

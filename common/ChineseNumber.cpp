@@ -7,10 +7,10 @@ namespace velm::detail {
 
 namespace {
 
-const QChar kZero(0x96F6);      // 零
-const QChar kTen(0x5341);       // 十
+const QChar kZero(0x96F6);   // 零
+const QChar kTen(0x5341);    // 十
 const QChar kYi(0x4EBF);     // 亿, 1e8
-const QChar kMinus(0x8D1F);     // 负
+const QChar kMinus(0x8D1F);  // 负
 
 const QString& digits()
 {
@@ -31,7 +31,8 @@ struct SectionUnit
     quint64 value;
 };
 
-/// Units of the sections, from the lowest. Two characters where one would be ambiguous: "一万" is 1e4, not 1e12.
+/// Units of the sections, from the lowest. Two characters where one would be ambiguous: "一万" is
+/// 1e4, not 1e12.
 const std::array<SectionUnit, 5>& sectionUnits()
 {
     static const std::array<SectionUnit, 5> units{{{QString(), 1},
@@ -141,7 +142,7 @@ private:
     {
         quint64 product = 0;
         return !__builtin_mul_overflow(section, unit, &product)
-            && !__builtin_add_overflow(m_total, product, &m_total);
+               && !__builtin_add_overflow(m_total, product, &m_total);
     }
 
     const QString& m_text;

@@ -4,7 +4,8 @@
 
 #include <optional>
 
-/// Chinese numerals: "十", "百", "千" inside sections of four digits, "万", "亿" and their products between sections.
+/// Chinese numerals: "十", "百", "千" inside sections of four digits, "万", "亿" and their products
+/// between sections.
 namespace velm::detail {
 
 QString chineseNumber(qint64 n);

@@ -55,11 +55,11 @@ constexpr quint32 kFirstBeyondBmp = 189000;  // 90308130, U+10000
 
 bool standsForCharacter(quint32 group)
 {
-    return group < kBmpGroups
-        || (group >= kFirstBeyondBmp && group < kFirstBeyondBmp + 0x100000);
+    return group < kBmpGroups || (group >= kFirstBeyondBmp && group < kFirstBeyondBmp + 0x100000);
 }
 
-/// The length of the sequence at @p pos; 0 if it is not permitted. One that is cut off reaches beyond the end.
+/// The length of the sequence at @p pos; 0 if it is not permitted. One that is cut off reaches
+/// beyond the end.
 int sequenceLength(const QByteArray& data, int pos, bool groups)
 {
     const unsigned char first = byteAt(data, pos);
@@ -72,7 +72,8 @@ int sequenceLength(const QByteArray& data, int pos, bool groups)
         return 2;
     if (!groups || !isGroupDigit(byteAt(data, pos + 1)))
         return 0;
-    if ((rest > 2 && !isLead(byteAt(data, pos + 2))) || (rest > 3 && !isGroupDigit(byteAt(data, pos + 3))))
+    if ((rest > 2 && !isLead(byteAt(data, pos + 2)))
+        || (rest > 3 && !isGroupDigit(byteAt(data, pos + 3))))
         return 0;
     return rest < 4 || standsForCharacter(groupIndex(data, pos)) ? 4 : 0;
 }

@@ -8,14 +8,16 @@
 
 namespace velm::detail {
 
-/// Creates one object on first use and destroys it when the library unloads. Meant as a function-local static of
-/// an Instance(). Any number of threads may meet at get(): the object is made once, and the test without the lock
-/// is an acquire load, so whoever sees the pointer sees the finished object.
+/// Creates one object on first use and destroys it when the library unloads. Meant as a
+/// function-local static of an Instance(). Any number of threads may meet at get(): the object is
+/// made once, and the test without the lock is an acquire load, so whoever sees the pointer sees
+/// the finished object.
 template<class T>
 class Singleton
 {
 public:
-    /// @p create makes the object; it is a lambda of the class, so that the constructor may be private.
+    /// @p create makes the object; it is a lambda of the class, so that the constructor may be
+    /// private.
     template<class Create>
     T* get(Create create)
     {

@@ -23,7 +23,7 @@ bool equalsIgnoringCase(const QString& a, const QString& b)
 /// Copies one member of the item with that code.
 template<class Value>
 Velm::ErrorStatus getField(const QMap<QString, VelmIndexItem>& items, const QString& code,
-                           Value VelmIndexItem::* member, Value& output)
+                           Value VelmIndexItem::*member, Value& output)
 {
     const auto it = items.constFind(code);
     if (it == items.cend())

@@ -29,7 +29,8 @@ void CVelmIndexDB::loadItems(CVelmDatabase& database)
         item.ltype = rows.text(ltype);
         item.table = rows.text(table);
         item.usecode = rows.text(usecode);
-        m_items.insert(m_items.cend(), item.code, item);  // at no cost where rows come in code order
+        m_items.insert(m_items.cend(), item.code,
+                       item);  // at no cost where rows come in code order
     }
 }
 

@@ -8,8 +8,9 @@ class CVelmDatabase;
 class CVelmIndexDB : public CVelmIndex
 {
 public:
-    /// Adds the rows of "indexini" and the extension tables of "IndexiniExtend"; for one code the last row counts.
-    /// What the index holds already stays. @p database is open and stays the caller's.
+    /// Adds the rows of "indexini" and the extension tables of "IndexiniExtend"; for one code the
+    /// last row counts. What the index holds already stays. @p database is open and stays the
+    /// caller's.
     /// @return VelmOk; VelmNoData if the index is empty afterwards
     Velm::ErrorStatus load(CVelmDatabase& database);
 

@@ -4,7 +4,8 @@
 
 namespace {
 
-/// The database reads it as "workdef" too; the spelling is the one that existing databases were written with.
+/// The database reads it as "workdef" too; the spelling is the one that existing databases were
+/// written with.
 const QString& writeTableName()
 {
     static const QString name = QStringLiteral("Workdef");
@@ -19,7 +20,7 @@ QMap<QString, QVariant> keyOf(const QString& code)
 /// Copies one member of the item with that code.
 template<class Value>
 Velm::ErrorStatus getField(const QMap<QString, VelmWorkItem>& items, const QString& code,
-                           Value VelmWorkItem::* member, Value& output)
+                           Value VelmWorkItem::*member, Value& output)
 {
     const auto it = items.constFind(code);
     if (it == items.cend())

@@ -25,7 +25,8 @@ Velm::ErrorStatus CVelmWorkDB::initVelmWork(CVelmDatabase& db)
         item.par2 = rows.text(par2);
         item.text = rows.text(text);
         item.layer = rows.text(layer);
-        m_items.insert(m_items.cend(), item.code, item);  // at no cost where rows come in code order
+        m_items.insert(m_items.cend(), item.code,
+                       item);  // at no cost where rows come in code order
     }
     return m_items.isEmpty() ? Velm::VelmNoData : Velm::VelmOk;
 }

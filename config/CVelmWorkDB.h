@@ -4,12 +4,13 @@
 
 class CVelmDatabase;
 
-/// The work definitions of the system configuration database. Only the configuration manager makes one.
+/// The work definitions of the system configuration database. Only the configuration manager makes
+/// one.
 class CVelmWorkDB : public CVelmWork
 {
 public:
-    /// Adds the rows of "workdef"; for one code the last row counts. What is held already stays. @p db is open and
-    /// stays the caller's.
+    /// Adds the rows of "workdef"; for one code the last row counts. What is held already stays. @p
+    /// db is open and stays the caller's.
     /// @return VelmOk; VelmNoData if nothing is held afterwards
     Velm::ErrorStatus initVelmWork(CVelmDatabase& db);
 

@@ -9,13 +9,14 @@
 
 namespace velm::detail {
 
-/// Reads a text file of the older configuration set from the search paths: local 8-bit text, one record a line,
-/// fields separated by ",", empty ones kept. @p store gets the fields of each record; a line of more than
+/// Reads a text file of the older configuration set from the search paths: local 8-bit text, one
+/// record a line, fields separated by ",", empty ones kept. @p store gets the fields of each
+/// record; a line of more than
 /// @p fieldCount fields counts as one without any.
 ///
-/// Records are read only while the text is at its end, so a file of two or more lines yields none. This is wanted:
-/// offices keep such files beside a database set and rely on their not being mixed in. A file of one line yields
-/// that line, an empty file a record without fields.
+/// Records are read only while the text is at its end, so a file of two or more lines yields none.
+/// This is wanted: offices keep such files beside a database set and rely on their not being mixed
+/// in. A file of one line yields that line, an empty file a record without fields.
 /// @return VelmOk; VelmNotFound if no search path has the file; VelmFileOpenFailed
 Velm::ErrorStatus readDefinitionFile(const QString& fileName, int fieldCount,
                                      const std::function<void(const QStringList& fields)>& store);

@@ -22,6 +22,7 @@ Velm::ErrorStatus writeSystemConfig(const QString& table, const QMap<QString, QV
 
 /// Deletes the rows of @p table that match @p where.
 /// @return VelmOk; the failure of the opening or the deletion
-Velm::ErrorStatus deleteFromSystemConfig(const QString& table, const QMap<QString, QVariant>& where);
+Velm::ErrorStatus deleteFromSystemConfig(const QString& table,
+                                         const QMap<QString, QVariant>& where);
 
 }  // namespace velm::detail

@@ -18,7 +18,8 @@ SqlDialect dialectOf(const CVelmDatabasePrivate& connection)
 
 QString accessDatabaseName(const QString& fileName, const QString& connectOptions)
 {
-    QString name = QStringLiteral("DRIVER={Microsoft Access Driver (*.mdb, *.accdb)};FIL={MS Access};DBQ=")
+    QString name =
+        QStringLiteral("DRIVER={Microsoft Access Driver (*.mdb, *.accdb)};FIL={MS Access};DBQ=")
         + fileName;
     if (!connectOptions.isEmpty())
         name += QLatin1Char(';') + connectOptions;
@@ -61,7 +62,7 @@ Velm::ErrorStatus appendRecords(const QSqlDatabase& database, const QString& sql
 QString selectField(const QString& table, const QString& field, bool distinct)
 {
     return (distinct ? QStringLiteral("select distinct [") : QStringLiteral("select [")) + field
-        + QStringLiteral("] from ") + table;
+           + QStringLiteral("] from ") + table;
 }
 
 QString selectAllBracketed(const QString& table)
@@ -92,9 +93,9 @@ Velm::ErrorStatus CVelmDatabase::initDatabase(const QString& fileName,
     if (fileName.isEmpty())
         return Velm::VelmInvalidValue;
     const bool access = fileName.endsWith(QLatin1String(".mdb"), Qt::CaseInsensitive);
-    const bool opened = access
-        ? d->open(QStringLiteral("QODBC"), accessDatabaseName(fileName, connectOptions))
-        : d->open(QStringLiteral("QSQLITE"), fileName);
+    const bool opened =
+        access ? d->open(QStringLiteral("QODBC"), accessDatabaseName(fileName, connectOptions))
+               : d->open(QStringLiteral("QSQLITE"), fileName);
     return opened ? Velm::VelmOk : Velm::VelmDatabaseOpenFailed;
 }
 
@@ -141,10 +142,11 @@ bool CVelmDatabase::existTable(const QString& table) const
         return runStatement(query, selectAll(table)) == Velm::VelmOk;
     }
     return firstValue(d->database,
-                      QStringLiteral("select count(*) from sqlite_master where type = 'table' and name = '")
+                      QStringLiteral(
+                          "select count(*) from sqlite_master where type = 'table' and name = '")
                           + table + QLatin1Char('\''))
                .toInt()
-        > 0;
+           > 0;
 }
 
 Velm::ErrorStatus CVelmDatabase::startTransaction(bool begin)
@@ -191,8 +193,8 @@ void CVelmDatabase::clearTable(const QString& table)
 
 Velm::ErrorStatus CVelmDatabase::writeTable(const QString& table, const QVector<Record>& rows)
 {
-    // One transaction unless the caller has one open: it costs one flush to disk instead of one a row, and an
-    // interrupted process leaves the old rows.
+    // One transaction unless the caller has one open: it costs one flush to disk instead of one a
+    // row, and an interrupted process leaves the old rows.
     const bool ownTransaction = !d->inTransaction;
     if (ownTransaction)
         startTransaction(true);
@@ -244,8 +246,8 @@ Velm::ErrorStatus CVelmDatabase::getUpdataSql(QString& sql, const QString& table
         return writeRecord(table, record);
     }
     sql = QStringLiteral("update ") + table + QStringLiteral(" set ")
-        + terms(values, QStringLiteral(", ")) + QStringLiteral(" where ")
-        + terms(where, QStringLiteral(" and "));
+          + terms(values, QStringLiteral(", ")) + QStringLiteral(" where ")
+          + terms(where, QStringLiteral(" and "));
     return Velm::VelmOk;
 }
 
@@ -280,7 +282,7 @@ QVariant CVelmDatabase::readRecord(const QString& table, const QString& field, c
 {
     const QString bracketedTable = QLatin1Char('[') + table + QStringLiteral("] ");
     return firstValue(d->database, selectField(bracketedTable, field, false) + whereClause(where)
-                          + collation(caseSensitive));
+                                       + collation(caseSensitive));
 }
 
 QList<QVariant> CVelmDatabase::readRecords(const QString& table, const QString& field,
@@ -288,7 +290,7 @@ QList<QVariant> CVelmDatabase::readRecords(const QString& table, const QString& 
                                            bool caseSensitive) const
 {
     return firstColumn(d->database, selectField(table, field, distinct) + spacedWhereClause(where)
-                           + collation(caseSensitive));
+                                        + collation(caseSensitive));
 }
 
 QVector<Record>
@@ -313,6 +315,6 @@ QList<QVariant> CVelmDatabase::readFields(const QString& table, const QString& f
 unsigned int CVelmDatabase::recordCount(const QString& table, const Record& where) const
 {
     return firstValue(d->database, QStringLiteral("select count(*) from ") + table
-                          + QLatin1Char(' ') + whereClause(where))
+                                       + QLatin1Char(' ') + whereClause(where))
         .toUInt();
 }

@@ -108,9 +108,8 @@ unsigned int CVelmDatabase::columnPrecision(const QString& table, const QString&
 {
     const QSqlRecord columns = columnsOf(d->database, table);
     const int index = columns.indexOf(field);
-    return holdsColumn(columns, index)
-        ? static_cast<unsigned int>(columns.field(index).precision())
-        : 0U;
+    return holdsColumn(columns, index) ? static_cast<unsigned int>(columns.field(index).precision())
+                                       : 0U;
 }
 
 Velm::ErrorStatus CVelmDatabase::addColumnField(const QString& table, const QString& field,

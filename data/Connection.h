@@ -16,10 +16,12 @@ public:
     /// Registers and opens a connection under a fresh name. False if it cannot be opened.
     bool open(const QString& driver, const QString& databaseName);
 
-    /// Closes and deregisters the connection. One that never opened stays registered; only its name is forgotten.
+    /// Closes and deregisters the connection. One that never opened stays registered; only its name
+    /// is forgotten.
     void close();
 
-    /// Closes @p connection from the event loop of this thread after @p delayMs, unless it is gone or replaced then.
+    /// Closes @p connection from the event loop of this thread after @p delayMs, unless it is gone
+    /// or replaced then.
     static void closeLater(const std::shared_ptr<CVelmDatabasePrivate>& connection, int delayMs);
 
     /// Whether the connection goes to Access through ODBC.

@@ -79,14 +79,14 @@ QString dateTimeLiteral(const QVariant& value, SqlDialect dialect)
     }
 }
 
-/// Access drivers get "?" for a name that Qt cannot turn into one: it knows ASCII letters, digits and "_" only.
+/// Access drivers get "?" for a name that Qt cannot turn into one: it knows ASCII letters, digits
+/// and "_" only.
 QString placeholder(const QString& column, SqlDialect dialect)
 {
     const bool plain = std::all_of(column.cbegin(), column.cend(), [](QChar ch) {
         return ch.unicode() < 0x80 && (ch.isLetterOrNumber() || ch == QLatin1Char('_'));
     });
-    return plain || dialect == SqlDialect::Sqlite ? QLatin1Char(':') + column
-                                                  : QStringLiteral("?");
+    return plain || dialect == SqlDialect::Sqlite ? QLatin1Char(':') + column : QStringLiteral("?");
 }
 
 QStringList bracketedNames(const QMap<QString, QVariant>& record)
@@ -165,8 +165,8 @@ QString insertStatement(const QString& table, const QMap<QString, QVariant>& rec
         values.append(literal(value, dialect));
     const QString separator = QStringLiteral(", ");
     return QStringLiteral("insert into ") + table + QStringLiteral(" (")
-        + bracketedNames(record).join(separator) + QStringLiteral(") values(")
-        + values.join(separator) + QLatin1Char(')');
+           + bracketedNames(record).join(separator) + QStringLiteral(") values(")
+           + values.join(separator) + QLatin1Char(')');
 }
 
 QString boundInsertStatement(const QString& table, const QMap<QString, QVariant>& record,
@@ -177,8 +177,8 @@ QString boundInsertStatement(const QString& table, const QMap<QString, QVariant>
         placeholders.append(placeholder(*it, dialect));
     const QString separator = QStringLiteral(",");
     return QStringLiteral("insert into ") + table + QStringLiteral(" (")
-        + bracketedNames(record).join(separator) + QStringLiteral(") values (")
-        + placeholders.join(separator) + QLatin1Char(')');
+           + bracketedNames(record).join(separator) + QStringLiteral(") values (")
+           + placeholders.join(separator) + QLatin1Char(')');
 }
 
 QString orderByClause(const QList<QPair<QString, Velm::DataBaseOrderByType>>& orderBy)
@@ -188,7 +188,8 @@ QString orderByClause(const QList<QPair<QString, Velm::DataBaseOrderByType>>& or
     QString clause = QStringLiteral(" order by ");
     for (const auto& [column, order] : orderBy) {
         clause += column;
-        clause += order == Velm::OrderDescending ? QStringLiteral(" desc,") : QStringLiteral(" asc,");
+        clause +=
+            order == Velm::OrderDescending ? QStringLiteral(" desc,") : QStringLiteral(" asc,");
     }
     clause.chop(1);
     return clause;

@@ -9,7 +9,8 @@
 #include <QVariant>
 #include <QVector>
 
-/// Running statements and reading their rows: the one way in which the database wrapper reaches the driver.
+/// Running statements and reading their rows: the one way in which the database wrapper reaches the
+/// driver.
 namespace velm::detail {
 
 using Record = QMap<QString, QVariant>;
@@ -21,7 +22,8 @@ QSqlQuery forwardQuery(const QSqlDatabase& database);
 /// @return VelmOk; VelmQueryBusy if @p query stands on a record (nothing is run); VelmSqlExecFailed
 Velm::ErrorStatus runStatement(QSqlQuery& query, const QString& sql);
 
-/// Prepares @p sql, binds @p values to its placeholders in order and executes it, keeping the error text alike.
+/// Prepares @p sql, binds @p values to its placeholders in order and executes it, keeping the error
+/// text alike.
 /// @return VelmOk; VelmSqlExecFailed
 Velm::ErrorStatus runBound(QSqlQuery& query, const QString& sql, const QVariantList& values);
 

@@ -10,9 +10,10 @@ class CVelmWork;
 class CVelmWorkDB;
 class CVelmWorkDef;
 
-/// The owner of all symbol-configuration tables: it loads them, rebuilds them on request and hands them out.
-/// The tables live until the process ends; flushVelmConfig() replaces them, and pointers taken before become
-/// invalid. Instance() may be called from any thread; the rest belongs to the host's main thread.
+/// The owner of all symbol-configuration tables: it loads them, rebuilds them on request and hands
+/// them out. The tables live until the process ends; flushVelmConfig() replaces them, and pointers
+/// taken before become invalid. Instance() may be called from any thread; the rest belongs to the
+/// host's main thread.
 class VELMCOMMON_EXPORT CVelmConfigManager
 {
 public:
@@ -21,16 +22,19 @@ public:
     /// Frees no table: hosts keep table pointers beyond the unloading of the library.
     virtual ~CVelmConfigManager();
 
-    /// Rebuilds the tables from disk. The old database index is abandoned, not freed: drawing reactors of hosts
-    /// hold on to it.
-    /// @return false if the system configuration database cannot be opened; the tables are empty then
+    /// Rebuilds the tables from disk. The old database index is abandoned, not freed: drawing
+    /// reactors of hosts hold on to it.
+    /// @return false if the system configuration database cannot be opened; the tables are empty
+    /// then
     bool flushVelmConfig();
 
-    /// Selects the configuration set. A version below VersionDatabase loads the text files that are not loaded yet.
+    /// Selects the configuration set. A version below VersionDatabase loads the text files that are
+    /// not loaded yet.
     void switchVersion(Velm::Version version);
 
-    // The two forms differ, and callers rely on it: the non-const index and the const work definitions follow the
-    // version (null if its files were never loaded), their twins are always those of the database.
+    // The two forms differ, and callers rely on it: the non-const index and the const work
+    // definitions follow the version (null if its files were never loaded), their twins are always
+    // those of the database.
     CVelmIndex* GetVelmIndex();
     const CVelmIndex* GetVelmIndex() const;
     CVelmWork* GetVelmWork();

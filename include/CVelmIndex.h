@@ -20,8 +20,8 @@ struct VelmIndexItem
 };
 
 /// The master list of feature codes: what each code is called and what it produces.
-/// Codes are compared exactly, table names and user codes without regard to letter case. Lookups write their output
-/// on success only. Not guarded: one thread at a time.
+/// Codes are compared exactly, table names and user codes without regard to letter case. Lookups
+/// write their output on success only. Not guarded: one thread at a time.
 class VELMCOMMON_EXPORT CVelmIndex
 {
 public:
@@ -39,26 +39,30 @@ public:
     /// @p tables is replaced.
     Velm::ErrorStatus getExtendTables(const QString& code, QStringList& tables) const;
     Velm::ErrorStatus getItem(const QString& code, VelmIndexItem& item) const;
-    Velm::ErrorStatus getPars(const QString& code, QString& ltype, double& width, QString& name, QString& usecode,
-                              QString& table) const;
-    /// EntitySpecialLine for a line type that begins "gc" or a negative width, else EntityText for the line type
-    /// "text", else EntityGeneral. Letter case does not count.
+    Velm::ErrorStatus getPars(const QString& code, QString& ltype, double& width, QString& name,
+                              QString& usecode, QString& table) const;
+    /// EntitySpecialLine for a line type that begins "gc" or a negative width, else EntityText for
+    /// the line type "text", else EntityGeneral. Letter case does not count.
     Velm::ErrorStatus getEntType(const QString& code, Velm::EntityType& type) const;
 
     /// Appends the codes of a GIS table in ascending order.
-    /// @return VelmNotFound if @p codes is empty afterwards: a list that held entries before always gives VelmOk
+    /// @return VelmNotFound if @p codes is empty afterwards: a list that held entries before always
+    /// gives VelmOk
     Velm::ErrorStatus getCodes(const QString& table, QStringList& codes) const;
-    /// The smallest code with that user code. @return VelmOk; VelmNotFound, also for an empty user code
+    /// The smallest code with that user code. @return VelmOk; VelmNotFound, also for an empty user
+    /// code
     Velm::ErrorStatus getCodeByUsercode(const QString& usecode, QString& code) const;
     /// All items by code.
     QMap<QString, VelmIndexItem> getIndexMap() const;
 
-    /// Inserts or replaces an item in memory and in the table "indexini" of the system configuration database. The
-    /// extension tables are kept in memory only.
-    /// @return VelmOk; VelmDatabaseOpenFailed or VelmSqlExecFailed, with the item in memory all the same
+    /// Inserts or replaces an item in memory and in the table "indexini" of the system
+    /// configuration database. The extension tables are kept in memory only.
+    /// @return VelmOk; VelmDatabaseOpenFailed or VelmSqlExecFailed, with the item in memory all the
+    /// same
     Velm::ErrorStatus addItem(const VelmIndexItem& item);
     /// Removes an item from memory and from "indexini"; its rows of "IndexiniExtend" stay.
-    /// @return VelmOk; VelmNotFound; VelmDatabaseOpenFailed or VelmSqlExecFailed, with the item gone from memory
+    /// @return VelmOk; VelmNotFound; VelmDatabaseOpenFailed or VelmSqlExecFailed, with the item
+    /// gone from memory
     Velm::ErrorStatus removeItem(const QString& code);
 
 protected:

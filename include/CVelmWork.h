@@ -15,11 +15,12 @@ struct VelmWorkItem
     QString par1;      ///< first drawing parameter
     QString par2;      ///< second drawing parameter
     QString text;
-    QString layer;     ///< layer name
+    QString layer;  ///< layer name
 };
 
 /// The work definitions: layer, colour, entity type and parameters of every feature code.
-/// Codes are compared exactly. Lookups write their output on success only. Not guarded: one thread at a time.
+/// Codes are compared exactly. Lookups write their output on success only. Not guarded: one thread
+/// at a time.
 class VELMCOMMON_EXPORT CVelmWork
 {
 public:
@@ -38,20 +39,24 @@ public:
     Velm::ErrorStatus get_enttype(const QString& code, int& enttype) const;
     /// @p flag has no effect.
     Velm::ErrorStatus get_layer(const QString& code, QString& layer, bool flag) const;
-    Velm::ErrorStatus get_par(const QString& code, QString& layer, int& enttype, QString& par1, QString& par2,
-                              QString& text) const;
-    Velm::ErrorStatus get_par(const QString& code, QString& layer, int& enttype, QString& par1, QString& par2,
-                              QString& text, int& color) const;
+    Velm::ErrorStatus get_par(const QString& code, QString& layer, int& enttype, QString& par1,
+                              QString& par2, QString& text) const;
+    Velm::ErrorStatus get_par(const QString& code, QString& layer, int& enttype, QString& par1,
+                              QString& par2, QString& text, int& color) const;
 
-    /// The statuses differ from the other lookups on purpose: drawing commands tell the two cases apart.
+    /// The statuses differ from the other lookups on purpose: drawing commands tell the two cases
+    /// apart.
     /// @return VelmOk; VelmEmptyArgument for an empty code; VelmWorkCodeNotFound for an unknown one
     Velm::ErrorStatus getWorkItem(const QString& code, VelmWorkItem& item) const;
 
-    /// Inserts or replaces an item in memory and in the table "Workdef" of the system configuration database.
-    /// @return VelmOk; VelmDatabaseOpenFailed or VelmSqlExecFailed, with the item in memory all the same
+    /// Inserts or replaces an item in memory and in the table "Workdef" of the system configuration
+    /// database.
+    /// @return VelmOk; VelmDatabaseOpenFailed or VelmSqlExecFailed, with the item in memory all the
+    /// same
     Velm::ErrorStatus addItem(const VelmWorkItem& item);
     /// Removes an item from memory and from "Workdef".
-    /// @return VelmOk; VelmNotFound; VelmDatabaseOpenFailed or VelmSqlExecFailed, with the item gone from memory
+    /// @return VelmOk; VelmNotFound; VelmDatabaseOpenFailed or VelmSqlExecFailed, with the item
+    /// gone from memory
     Velm::ErrorStatus removeItem(const QString& code);
 
 protected:

@@ -1,33 +1,33 @@
 #pragma once
 
-/// The enumerations that the exported signatures share. Databases, configuration tables and callers keep the
-/// numbers, so every value here is part of the interface: never renumber.
+/// The enumerations that the exported signatures share. Databases, configuration tables and callers
+/// keep the numbers, so every value here is part of the interface: never renumber.
 namespace Velm {
 
 /// The result of most operations: 0 is success, every other value a specific failure.
 /// Output parameters are written on success only, unless an operation says otherwise.
 enum ErrorStatus : int
 {
-    VelmOk = 0,                    ///< success
-    VelmFailed = 1,                ///< general failure of a database or attribute operation
-    VelmInvalidValue = 4,          ///< a value that cannot be stored or converted
-    VelmNotFound = 5,              ///< unknown key or code, empty user code, missing definition file
-    VelmEmptyArgument = 7,         ///< an empty key argument
-    VelmNoData = 8,                ///< a loader that finished with an empty table
-    VelmWorkCodeNotFound = 13,     ///< a code that the work definitions do not hold
-    VelmFileOpenFailed = 14,       ///< a definition file that exists but cannot be opened
-    VelmSettingConvertFailed = 15, ///< a command setting that is no list or map
-    VelmSettingNotFound = 19,      ///< a command setting that is not defined
-    VelmWriteTableFailed = 20,     ///< a table holds another number of rows than was written
-    VelmXmlInitFailed = 26,        ///< an XML file cannot be initialised
-    VelmSqlExecFailed = 33,        ///< a statement failed to execute
-    VelmDatabaseOpenFailed = 34,   ///< a database could not be opened
-    VelmCommitFailed = 35,         ///< the commit failed, the changes were rolled back
-    VelmRollbackFailed = 36,       ///< the commit failed and the roll-back failed too
-    VelmQueryBusy = 37,            ///< a query object was already positioned on a record
-    VelmTableNotExist = 38,        ///< an insert into a table that does not exist
-    VelmTransactionFailed = 39,    ///< a transaction could not be started
-    VelmFrameItemInvalid = 128,    ///< a map-frame item that cannot be produced
+    VelmOk = 0,                 ///< success
+    VelmFailed = 1,             ///< general failure of a database or attribute operation
+    VelmInvalidValue = 4,       ///< a value that cannot be stored or converted
+    VelmNotFound = 5,           ///< unknown key or code, empty user code, missing definition file
+    VelmEmptyArgument = 7,      ///< an empty key argument
+    VelmNoData = 8,             ///< a loader that finished with an empty table
+    VelmWorkCodeNotFound = 13,  ///< a code that the work definitions do not hold
+    VelmFileOpenFailed = 14,    ///< a definition file that exists but cannot be opened
+    VelmSettingConvertFailed = 15,  ///< a command setting that is no list or map
+    VelmSettingNotFound = 19,       ///< a command setting that is not defined
+    VelmWriteTableFailed = 20,      ///< a table holds another number of rows than was written
+    VelmXmlInitFailed = 26,         ///< an XML file cannot be initialised
+    VelmSqlExecFailed = 33,         ///< a statement failed to execute
+    VelmDatabaseOpenFailed = 34,    ///< a database could not be opened
+    VelmCommitFailed = 35,          ///< the commit failed, the changes were rolled back
+    VelmRollbackFailed = 36,        ///< the commit failed and the roll-back failed too
+    VelmQueryBusy = 37,             ///< a query object was already positioned on a record
+    VelmTableNotExist = 38,         ///< an insert into a table that does not exist
+    VelmTransactionFailed = 39,     ///< a transaction could not be started
+    VelmFrameItemInvalid = 128,     ///< a map-frame item that cannot be produced
 };
 
 /// The configuration version. Only the comparison with VersionDatabase matters.
@@ -37,8 +37,8 @@ enum Version : int
     VersionDatabase = 10,  ///< the database-based set, the default
 };
 
-/// The kind of drawing entity that a feature code produces. The numbering runs from 0 to 8; the values without a
-/// name carry no fixed meaning here.
+/// The kind of drawing entity that a feature code produces. The numbering runs from 0 to 8; the
+/// values without a name carry no fixed meaning here.
 enum EntityType : int
 {
     EntityUnset = -1,
@@ -69,7 +69,8 @@ enum TableType : int
     TablePipeLine = 5,
 };
 
-/// The annotation kind, 0 to 5. The host gives the numbers their meaning; the library checks the range.
+/// The annotation kind, 0 to 5. The host gives the numbers their meaning; the library checks the
+/// range.
 enum AnnType : int
 {
     AnnType0 = 0,
@@ -131,7 +132,7 @@ enum RoundOffType : int
 enum UnitOfAreaType : int
 {
     AreaSquareMetre = 0,
-    AreaMu = 1,       ///< 1/15 hectare
+    AreaMu = 1,  ///< 1/15 hectare
     AreaHectare = 2,
 };
 

@@ -25,7 +25,10 @@ need_packages() {
 
 apt_install() { apt_get install -y --no-install-recommends "$@"; }
 
-apt_get() { as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -o DPkg::Lock::Timeout=600 "$@" >&2; }
+apt_get() {
+    as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get -qq -o DPkg::Lock::Timeout=600 -o Dpkg::Use-Pty=0 "$@" >&2
+}
 
 # The folder for what is made once per machine and kept outside the source tree.
 cache_dir() {

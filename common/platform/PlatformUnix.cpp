@@ -30,9 +30,8 @@ int visitModule(dl_phdr_info* info, size_t, void* data)
     if (path.isEmpty())
         return 0;  // the program itself
     const QFileInfo file(path);
-    const bool matches = search->wholePath
-        ? file.canonicalFilePath() == search->name
-        : file.fileName() == search->name;
+    const bool matches = search->wholePath ? file.canonicalFilePath() == search->name
+                                           : file.fileName() == search->name;
     if (matches)
         search->found = file.absoluteFilePath();
     return matches ? 1 : 0;

@@ -35,7 +35,8 @@ QString modulePath(HINSTANCE module)
     const DWORD length = GetModuleFileNameW(module, buffer.data(), kLongestPath);
     if (length == 0 || length >= kLongestPath)
         return QString();
-    return QDir::fromNativeSeparators(QString::fromWCharArray(buffer.data(), static_cast<int>(length)));
+    return QDir::fromNativeSeparators(
+        QString::fromWCharArray(buffer.data(), static_cast<int>(length)));
 }
 
 QString modulePathByName(const QString& name)

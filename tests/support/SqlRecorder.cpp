@@ -3,126 +3,121 @@
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
+#include <QSqlField>
 #include <QSqlRecord>
 #include <QSqlResult>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
 
-/// Every statement has one row, and that holds the number 1.
 class RecordingResult : public QSqlResult
 {
 public:
-    RecordingResult(const QSqlDriver* driver, SqlRecorder& recorder) : QSqlResult(driver), m_recorder(recorder) {}
+    RecordingResult(const QSqlDriver* driver, SqlRecorder& recorder)
+        : QSqlResult(driver), m_recorder(recorder)
+    {}
 
 protected:
-    bool savePrepare(const QString& statement) override { return run(statement); }
+    bool savePrepare(const QString& statement) override { return reset(statement); }
     bool exec() override { return true; }
-    bool reset(const QString& statement) override { return run(statement); }
+    bool reset(const QString& statement) override
+    {
+        const bool accepted = m_recorder.ask(statement);
+        setSelect(true);
+        setActive(accepted);
+        setLastError(accepted ? QSqlError() : QSqlError(QStringLiteral("refused")));
+        return accepted;
+    }
     QVariant data(int) override { return 1; }
     bool isNull(int) override { return false; }
-    bool fetchFirst() override { return fetch(0); }
-    bool fetchLast() override { return fetch(0); }
-    int size() override { return -1; }
-    int numRowsAffected() override { return 1; }
-
     bool fetch(int row) override
     {
         setAt(row == 0 ? 0 : static_cast<int>(QSql::AfterLastRow));
         return row == 0;
     }
-
+    bool fetchFirst() override { return fetch(0); }
+    bool fetchLast() override { return fetch(0); }
+    int size() override { return -1; }
+    int numRowsAffected() override { return 1; }
     QSqlRecord record() const override
     {
-        QSqlRecord fields;
-        fields.append(m_recorder.column);
-        return fields;
+        QSqlRecord columns;
+        columns.append(QSqlField(QStringLiteral("N"), QVariant::Int));
+        return columns;
     }
 
 private:
-    bool run(const QString& statement)
-    {
-        const bool succeeded = m_recorder.run(statement);
-        setSelect(true);
-        setActive(succeeded);
-        if (!succeeded)
-            setLastError(QSqlError(QString(), QStringLiteral("refused"), QSqlError::StatementError));
-        return succeeded;
-    }
-
     SqlRecorder& m_recorder;
 };
 
 class RecordingDriver : public QSqlDriver
 {
 public:
-    explicit RecordingDriver(SqlRecorder& recorder) : m_recorder(recorder) {}
+    RecordingDriver(SqlRecorder& recorder, const QString& name) : m_recorder(recorder), m_name(name)
+    {}
 
     bool hasFeature(DriverFeature feature) const override { return feature == Transactions; }
     QSqlResult* createResult() const override { return new RecordingResult(this, m_recorder); }
-    bool beginTransaction() override { return m_recorder.happen(QStringLiteral("begin")); }
-    bool commitTransaction() override { return m_recorder.happen(QStringLiteral("commit")); }
-    bool rollbackTransaction() override { return m_recorder.happen(QStringLiteral("rollback")); }
-
-    bool open(const QString& name, const QString&, const QString&, const QString&, int, const QString&) override
+    bool beginTransaction() override { return m_recorder.ask(QStringLiteral("begin")); }
+    bool commitTransaction() override { return m_recorder.ask(QStringLiteral("commit")); }
+    bool rollbackTransaction() override { return m_recorder.ask(QStringLiteral("rollback")); }
+    bool open(const QString& database, const QString&, const QString&, const QString&, int,
+              const QString&) override
     {
-        const bool succeeded = m_recorder.happen(QStringLiteral("open ") + name);
-        setOpen(succeeded);
-        return succeeded;
+        setOpen(m_recorder.ask(m_name + QStringLiteral(" open ") + database));
+        return isOpen();
     }
-
     void close() override
     {
         if (isOpen())  // Qt closes again when the last handle goes
-            m_recorder.happen(QStringLiteral("close"));
+            m_recorder.ask(QStringLiteral("close"));
         setOpen(false);
     }
 
 private:
     SqlRecorder& m_recorder;
+    QString m_name;
 };
 
-class Creator : public QSqlDriverCreatorBase
+struct Creator : QSqlDriverCreatorBase
 {
-public:
-    explicit Creator(SqlRecorder& recorder) : m_recorder(recorder) {}
-    QSqlDriver* createObject() const override { return new RecordingDriver(m_recorder); }
+    Creator(SqlRecorder& r, const QString& n) : recorder(r), name(n) {}
+    QSqlDriver* createObject() const override { return new RecordingDriver(recorder, name); }
 
-private:
-    SqlRecorder& m_recorder;
+    SqlRecorder& recorder;
+    QString name;
 };
+
+const QStringList& drivers()
+{
+    static const QStringList names{QStringLiteral("QSQLITE"), QStringLiteral("QODBC")};
+    return names;
+}
 
 }  // namespace
 
-SqlRecorder::SqlRecorder(const char* driverName) : m_driverName(QString::fromLatin1(driverName))
+SqlRecorder::SqlRecorder()
 {
-    QSqlDatabase::registerSqlDriver(m_driverName, new Creator(*this));
+    for (const QString& name : drivers())
+        QSqlDatabase::registerSqlDriver(name, new Creator(*this, name));
 }
 
 SqlRecorder::~SqlRecorder()
 {
-    QSqlDatabase::registerSqlDriver(m_driverName, nullptr);
+    for (const QString& name : drivers())
+        QSqlDatabase::registerSqlDriver(name, nullptr);
 }
 
-QString SqlRecorder::takeStatements()
+QString SqlRecorder::take()
 {
-    return std::exchange(m_statements, {}).join(QLatin1Char('\n'));
+    return std::exchange(m_requests, {}).join(QLatin1Char('\n'));
 }
 
-QStringList SqlRecorder::takeEvents()
+bool SqlRecorder::ask(const QString& request)
 {
-    return std::exchange(m_events, {});
-}
-
-bool SqlRecorder::run(const QString& statement)
-{
-    m_statements.append(statement);
-    return refusedStatement.isEmpty() || !statement.startsWith(refusedStatement);
-}
-
-bool SqlRecorder::happen(const QString& event)
-{
-    m_events.append(event);
-    return !refusedEvents.contains(event.section(QLatin1Char(' '), 0, 0));
+    m_requests.append(request);
+    return std::none_of(refused.cbegin(), refused.cend(),
+                        [&](const QString& start) { return request.startsWith(start); });
 }

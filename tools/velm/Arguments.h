@@ -5,18 +5,22 @@
 
 #include <optional>
 
-/// The arguments of one command: its own options and the two that every command has, --root and --json.
+/// The arguments of one command: its own options and the two that every command has, --root and
+/// --json.
 class Arguments
 {
 public:
-    /// @p examples are whole command lines, one a line, shown first by --help; @p synopsis names the arguments.
-    Arguments(const QString& command, const QString& synopsis, const QString& description, const QStringList& examples);
+    /// @p examples are whole command lines, one a line, shown first by --help; @p synopsis names
+    /// the arguments.
+    Arguments(const QString& command, const QString& synopsis, const QString& description,
+              const QStringList& examples);
 
     /// Declares an option of this command. One with a @p valueName takes a value.
-    void addOption(const QString& name, const QString& description, const QString& valueName = QString());
+    void addOption(const QString& name, const QString& description,
+                   const QString& valueName = QString());
 
-    /// Reads @p arguments, which begin behind the command's name. If that ends the command (--help, or an error, which
-    /// is told), the answer is its exit code.
+    /// Reads @p arguments, which begin behind the command's name. If that ends the command (--help,
+    /// or an error, which is told), the answer is its exit code.
     std::optional<int> parse(const QStringList& arguments);
 
     bool isSet(const QString& name) const { return m_parser.isSet(name); }

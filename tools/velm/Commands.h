@@ -2,7 +2,8 @@
 
 #include <QStringList>
 
-/// The commands of the program. Each takes the arguments behind its name, and answers with the exit code.
+/// The commands of the program. Each takes the arguments behind its name, and answers with the exit
+/// code.
 namespace commands {
 
 int init(const QStringList& arguments);

@@ -22,7 +22,8 @@ QString whyUnreadable(const QString& path)
     CVelmDatabase database;
     if (database.initDatabase(path, QString()) != Velm::VelmOk)
         return QStringLiteral("it cannot be opened as a database");
-    const Velm::ErrorStatus status = database.executeSql(QStringLiteral("select count(*) from indexini"));
+    const Velm::ErrorStatus status =
+        database.executeSql(QStringLiteral("select count(*) from indexini"));
     return status == Velm::VelmOk ? QString() : database.getLastErrorText();
 }
 
@@ -34,9 +35,12 @@ int Configuration::open(const Arguments& arguments, Configuration& configuration
     if (root.isEmpty())
         root = qEnvironmentVariable("VELM_ROOT");
     if (root.isEmpty())
-        return arguments.usageError(QStringLiteral("no configuration: give --root DIR or set VELM_ROOT"));
+        return arguments.usageError(
+            QStringLiteral("no configuration: give --root DIR or set VELM_ROOT"));
     if (!QFileInfo(root).isDir()) {
-        console::tell(QStringLiteral("cannot open the configuration \"%1\": there is no such folder").arg(root));
+        console::tell(
+            QStringLiteral("cannot open the configuration \"%1\": there is no such folder")
+                .arg(root));
         return ExitCannotOpen;
     }
     qputenv("VELM_ROOT", QFile::encodeName(root));

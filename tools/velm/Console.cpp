@@ -54,7 +54,7 @@ void write(std::FILE* stream, const QByteArray& bytes)
 bool showsColours()
 {
     return qEnvironmentVariableIsEmpty("NO_COLOR") && qgetenv("TERM") != "dumb"
-        && isatty(fileno(stdout)) != 0;
+           && isatty(STDOUT_FILENO) != 0;
 }
 
 }  // namespace

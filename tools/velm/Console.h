@@ -13,7 +13,8 @@ enum ExitCode : int
     ExitCannotOpen = 3,  ///< a file or database cannot be opened or written
 };
 
-/// Results go to standard output, talk goes to standard error; text in the local code page, JSON in UTF-8.
+/// Results go to standard output, talk goes to standard error; text in the local code page, JSON in
+/// UTF-8.
 namespace console {
 
 /// Prints a line of a result.
@@ -25,11 +26,12 @@ void print(const QJsonArray& document);
 /// Tells something that is no result, behind "velm: ".
 void tell(const QString& line);
 
-/// @p text set off as a heading, if standard output is a terminal that shows colours and NO_COLOR is not set.
+/// @p text set off as a heading, if standard output is a terminal that shows colours and NO_COLOR
+/// is not set.
 QString heading(const QString& text);
 
-/// The number of columns that @p text takes on a terminal: two for an East Asian wide character, none for a combining
-/// mark (Unicode Standard Annex 11).
+/// The number of columns that @p text takes on a terminal: two for an East Asian wide character,
+/// none for a combining mark (Unicode Standard Annex 11).
 int displayWidth(const QString& text);
 
 /// @p text with blanks up to @p width columns.

@@ -12,7 +12,8 @@ constexpr int kLabelWidth = 18;
 void printField(const char* label, const QString& value)
 {
     const QString shown = value.isEmpty() ? QStringLiteral("-") : value;
-    console::print(QStringLiteral("    ") + console::padded(QString::fromLatin1(label), kLabelWidth) + shown);
+    console::print(QStringLiteral("    ") + console::padded(QString::fromLatin1(label), kLabelWidth)
+                   + shown);
 }
 
 void printGroup(const char* name)
@@ -36,7 +37,8 @@ QString entityTypeName(int type)
     }
 }
 
-FeatureCard::FeatureCard(const QString& code, const CVelmIndex& index, const CVelmWork& work) : m_code(code)
+FeatureCard::FeatureCard(const QString& code, const CVelmIndex& index, const CVelmWork& work)
+    : m_code(code)
 {
     VelmIndexItem indexItem;
     if (index.getItem(code, indexItem) == Velm::VelmOk) {
@@ -50,7 +52,9 @@ FeatureCard::FeatureCard(const QString& code, const CVelmIndex& index, const CVe
 
 void FeatureCard::print() const
 {
-    console::print(console::heading(m_code + QLatin1Char(' ') + (m_index ? m_index->name : QString())).trimmed());
+    console::print(
+        console::heading(m_code + QLatin1Char(' ') + (m_index ? m_index->name : QString()))
+            .trimmed());
     if (m_index) {
         printGroup("feature");
         printField("entity type", entityTypeName(m_entityType));
@@ -75,13 +79,14 @@ QJsonObject FeatureCard::toJson() const
 {
     QJsonObject index;
     if (m_index) {
-        index = {{QStringLiteral("name"), m_index->name},
-                 {QStringLiteral("entityType"), m_entityType},
-                 {QStringLiteral("lineType"), m_index->ltype},
-                 {QStringLiteral("width"), m_index->width},
-                 {QStringLiteral("userCode"), m_index->usecode},
-                 {QStringLiteral("gisTable"), m_index->table},
-                 {QStringLiteral("extensionTables"), QJsonArray::fromStringList(m_index->exttable)}};
+        index = {
+            {QStringLiteral("name"), m_index->name},
+            {QStringLiteral("entityType"), m_entityType},
+            {QStringLiteral("lineType"), m_index->ltype},
+            {QStringLiteral("width"), m_index->width},
+            {QStringLiteral("userCode"), m_index->usecode},
+            {QStringLiteral("gisTable"), m_index->table},
+            {QStringLiteral("extensionTables"), QJsonArray::fromStringList(m_index->exttable)}};
     }
     QJsonObject work;
     if (m_work) {

@@ -45,7 +45,7 @@ bool FileSet::prepare()
 QString FileSet::stage(const QString& relative)
 {
     m_files.append(relative);
-    const QString path = m_staging->filePath(QStringLiteral("new/") + relative);
+    QString path = m_staging->filePath(QStringLiteral("new/") + relative);
     QDir().mkpath(QFileInfo(path).path());
     return path;
 }

@@ -5,8 +5,9 @@
 
 #include <memory>
 
-/// A set of files that appears in a folder as a whole or not at all: each is made in a staging folder first, and
-/// commit() then moves them. Whatever was not committed is gone with the object, and so are folders made for it.
+/// A set of files that appears in a folder as a whole or not at all: each is made in a staging
+/// folder first, and commit() then moves them. Whatever was not committed is gone with the object,
+/// and so are folders made for it.
 class FileSet
 {
 public:
@@ -25,8 +26,8 @@ public:
     /// Those of the staged files that would replace one.
     QStringList existing() const;
 
-    /// Moves all staged files to their places, over those that exist. If one cannot be moved, all is put back as it
-    /// was and @p failed is that file's name.
+    /// Moves all staged files to their places, over those that exist. If one cannot be moved, all
+    /// is put back as it was and @p failed is that file's name.
     bool commit(QString& failed);
 
 private:

@@ -28,17 +28,20 @@ QString configName(const QString& fileName)
 QString stageSet(const QVector<SampleDatabase>& databases, FileSet& files)
 {
     for (const SampleDatabase& database : databases) {
-        const QString problem = writeSampleDatabase(database, files.stage(configName(database.fileName)));
+        QString problem =
+            writeSampleDatabase(database, files.stage(configName(database.fileName)));
         if (!problem.isEmpty())
             return problem;
         if (database.fileName != QLatin1String("peltaconfig.db"))
             continue;
-        const QMap<QString, QByteArray> texts{{QStringLiteral("index.ini"), older::indexIni(database)},
-                                              {QStringLiteral("work.def"), older::workDef(database)},
-                                              {QStringLiteral("attribute.def"), older::attributeDef(database)}};
+        const QMap<QString, QByteArray> texts{
+            {QStringLiteral("index.ini"), older::indexIni(database)},
+            {QStringLiteral("work.def"), older::workDef(database)},
+            {QStringLiteral("attribute.def"), older::attributeDef(database)}};
         for (auto it = texts.begin(); it != texts.end(); ++it) {
             QFile file(files.stage(configName(it.key())));
-            if (!file.open(QIODevice::WriteOnly) || file.write(it.value()) != it.value().size() || !file.flush())
+            if (!file.open(QIODevice::WriteOnly) || file.write(it.value()) != it.value().size()
+                || !file.flush())
                 return it.key() + QStringLiteral(": ") + file.errorString();
         }
     }
@@ -56,22 +59,26 @@ void report(const QVector<SampleDatabase>& databases, const QString& folder, boo
     }
     const QString shown = QDir::toNativeSeparators(folder);
     if (json) {
-        console::print(QJsonObject{{QStringLiteral("root"), shown}, {QStringLiteral("tables"), tables}});
+        console::print(
+            QJsonObject{{QStringLiteral("root"), shown}, {QStringLiteral("tables"), tables}});
         return;
     }
     console::print(QStringLiteral("The sample configuration is in ") + shown
                    + QStringLiteral(" (%1 tables).").arg(tables.size()));
-    console::print(QStringLiteral("Try: velm --root \"") + shown + QStringLiteral("\" lookup 310301"));
+    console::print(QStringLiteral("Try: velm --root \"") + shown
+                   + QStringLiteral("\" lookup 310301"));
 }
 
 }  // namespace
 
 int commands::init(const QStringList& arguments)
 {
-    Arguments args(QStringLiteral("init"), QStringLiteral("[options] DIR"),
-                   QStringLiteral("Writes the sample configuration set into DIR/config: both databases and the text\n"
-                                  "files of the older set. Either all of it is written or nothing."),
-                   {QStringLiteral("velm init demo"), QStringLiteral("velm init --force demo")});
+    Arguments args(
+        QStringLiteral("init"), QStringLiteral("[options] DIR"),
+        QStringLiteral(
+            "Writes the sample configuration set into DIR/config: both databases and the text\n"
+            "files of the older set. Either all of it is written or nothing."),
+        {QStringLiteral("velm init demo"), QStringLiteral("velm init --force demo")});
     args.addOption(QStringLiteral("force"), QStringLiteral("Replace files that exist."));
     if (const auto ended = args.parse(arguments))
         return *ended;
@@ -92,11 +99,12 @@ int commands::init(const QStringList& arguments)
     const QStringList existing = files.existing();
     if (!existing.isEmpty() && !args.isSet(QStringLiteral("force")))
         return args.usageError(QStringLiteral("\"") + folder + QStringLiteral("\" holds ")
-                               + existing.join(QStringLiteral(", ")) + QStringLiteral(" already; --force replaces them"));
+                               + existing.join(QStringLiteral(", "))
+                               + QStringLiteral(" already; --force replaces them"));
     QString failed;
     if (!files.commit(failed))
-        return cannotWrite(QStringLiteral("cannot write \"") + failed + QStringLiteral("\" in \"") + folder
-                           + QLatin1Char('"'));
+        return cannotWrite(QStringLiteral("cannot write \"") + failed + QStringLiteral("\" in \"")
+                           + folder + QLatin1Char('"'));
     report(databases, folder, args.json());
     return ExitFine;
 }

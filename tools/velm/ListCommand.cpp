@@ -21,15 +21,16 @@ struct Filter
 bool matchesText(const VelmIndexItem& item, const QString& text)
 {
     static CVelmString pinyin;
-    return item.code.contains(text, Qt::CaseInsensitive) || item.name.contains(text, Qt::CaseInsensitive)
-        || pinyin.getChineseSpell(item.name).contains(text, Qt::CaseInsensitive);
+    return item.code.contains(text, Qt::CaseInsensitive)
+           || item.name.contains(text, Qt::CaseInsensitive)
+           || pinyin.getChineseSpell(item.name).contains(text, Qt::CaseInsensitive);
 }
 
 bool passes(const VelmIndexItem& item, Velm::EntityType type, const Filter& filter)
 {
     return (filter.table.isEmpty() || item.table.compare(filter.table, Qt::CaseInsensitive) == 0)
-        && (!filter.type || *filter.type == type)
-        && (filter.match.isEmpty() || matchesText(item, filter.match));
+           && (!filter.type || *filter.type == type)
+           && (filter.match.isEmpty() || matchesText(item, filter.match));
 }
 
 struct Row
@@ -56,10 +57,11 @@ QVector<Row> rowsOf(const Configuration& configuration, const Filter& filter)
 void printTable(const QVector<Row>& rows)
 {
     TextTable table({QStringLiteral("CODE"), QStringLiteral("NAME"), QStringLiteral("TYPE"),
-                     QStringLiteral("TABLE"), QStringLiteral("LAYER"), QStringLiteral("USER CODE")});
+                     QStringLiteral("TABLE"), QStringLiteral("LAYER"),
+                     QStringLiteral("USER CODE")});
     for (const Row& row : rows)
-        table.addRow({row.item.code, row.item.name, entityTypeName(row.type), row.item.table, row.layer,
-                      row.item.usecode});
+        table.addRow({row.item.code, row.item.name, entityTypeName(row.type), row.item.table,
+                      row.layer, row.item.usecode});
     table.print();
 }
 
@@ -83,20 +85,26 @@ int commands::list(const QStringList& arguments)
     Arguments args(QStringLiteral("list"), QStringLiteral("[options]"),
                    QStringLiteral("Lists the feature codes, all or those that pass every option.\n"
                                   "Exit code 1 if there is none."),
-                   {QStringLiteral("velm list --match 三角点"), QStringLiteral("velm list --match SJD"),
+                   {QStringLiteral("velm list --match 三角点"),
+                    QStringLiteral("velm list --match SJD"),
                     QStringLiteral("velm list --table JMD_PG --type 1 --json")});
-    args.addOption(QStringLiteral("table"), QStringLiteral("Codes of this GIS table."), QStringLiteral("TABLE"));
-    args.addOption(QStringLiteral("type"), QStringLiteral("Codes of this entity type: 1 general, 3 text, 5 special line."),
+    args.addOption(QStringLiteral("table"), QStringLiteral("Codes of this GIS table."),
+                   QStringLiteral("TABLE"));
+    args.addOption(QStringLiteral("type"),
+                   QStringLiteral("Codes of this entity type: 1 general, 3 text, 5 special line."),
                    QStringLiteral("N"));
-    args.addOption(QStringLiteral("match"),
-                   QStringLiteral("Codes whose code, name, or name's pinyin initials contain TEXT."),
-                   QStringLiteral("TEXT"));
+    args.addOption(
+        QStringLiteral("match"),
+        QStringLiteral("Codes whose code, name, or name's pinyin initials contain TEXT."),
+        QStringLiteral("TEXT"));
     if (const auto ended = args.parse(arguments))
         return *ended;
     if (!args.positional().isEmpty())
-        return args.usageError(QStringLiteral("unexpected argument \"%1\"; use --match TEXT to search")
-                                   .arg(args.positional().first()));
-    Filter filter{args.value(QStringLiteral("table")), std::nullopt, args.value(QStringLiteral("match"))};
+        return args.usageError(
+            QStringLiteral("unexpected argument \"%1\"; use --match TEXT to search")
+                .arg(args.positional().first()));
+    Filter filter{args.value(QStringLiteral("table")), std::nullopt,
+                  args.value(QStringLiteral("match"))};
     if (args.isSet(QStringLiteral("type"))) {
         bool isNumber = false;
         filter.type = args.value(QStringLiteral("type")).toInt(&isNumber);

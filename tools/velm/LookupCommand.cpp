@@ -9,7 +9,12 @@
 namespace {
 
 /// What the arguments of the command are.
-enum class Key { Code, UserCode, Table };
+enum class Key
+{
+    Code,
+    UserCode,
+    Table
+};
 
 std::optional<Key> keyOf(const QString& name)
 {
@@ -31,7 +36,8 @@ QStringList codesOf(const QString& argument, Key key, const Configuration& confi
         return codes;
     }
     QString code = argument;
-    if (key == Key::UserCode && configuration.index().getCodeByUsercode(argument, code) != Velm::VelmOk)
+    if (key == Key::UserCode
+        && configuration.index().getCodeByUsercode(argument, code) != Velm::VelmOk)
         return codes;
     if (FeatureCard(code, configuration.index(), configuration.work()).isFound())
         codes.append(code);
@@ -44,7 +50,9 @@ QStringList suggestionsFor(const QString& argument, Key key, const CVelmIndex& i
     QStringList candidates;
     const QMap<QString, VelmIndexItem> items = index.getIndexMap();
     for (const VelmIndexItem& item : items) {
-        const QString& candidate = key == Key::Code ? item.code : key == Key::UserCode ? item.usecode : item.table;
+        const QString& candidate = key == Key::Code       ? item.code
+                                   : key == Key::UserCode ? item.usecode
+                                                          : item.table;
         if (!candidates.contains(candidate))
             candidates.append(candidate);
     }
@@ -81,8 +89,7 @@ class Lookup
 public:
     Lookup(const Configuration& configuration, Key key, bool json)
         : m_configuration(configuration), m_key(key), m_json(json)
-    {
-    }
+    {}
 
     void answer(const QString& argument)
     {
@@ -124,8 +131,9 @@ private:
             return;
         }
         const QString hint = otherKeyHint(argument, m_key, m_configuration);
-        console::tell(QStringLiteral("there is no ") + nameOf(m_key) + QStringLiteral(" \"") + argument
-                      + QLatin1Char('"') + (hint.isEmpty() ? didYouMean(suggestions) : hint));
+        console::tell(QStringLiteral("there is no ") + nameOf(m_key) + QStringLiteral(" \"")
+                      + argument + QLatin1Char('"')
+                      + (hint.isEmpty() ? didYouMean(suggestions) : hint));
     }
 
     const Configuration& m_configuration;
@@ -143,9 +151,11 @@ int commands::lookup(const QStringList& arguments)
     Arguments args(QStringLiteral("lookup"), QStringLiteral("[options] CODE..."),
                    QStringLiteral("Shows what each feature code is and how it is drawn.\n"
                                   "Exit code 1 if any of them does not exist."),
-                   {QStringLiteral("velm lookup 310301"), QStringLiteral("velm lookup --by usercode KZD --json"),
+                   {QStringLiteral("velm lookup 310301"),
+                    QStringLiteral("velm lookup --by usercode KZD --json"),
                     QStringLiteral("velm lookup --by table JMD_PG")});
-    args.addOption(QStringLiteral("by"), QStringLiteral("What CODE is: \"code\", \"usercode\" or \"table\"."),
+    args.addOption(QStringLiteral("by"),
+                   QStringLiteral("What CODE is: \"code\", \"usercode\" or \"table\"."),
                    QStringLiteral("KEY"));
     if (const auto ended = args.parse(arguments))
         return *ended;

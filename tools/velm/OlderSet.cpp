@@ -45,7 +45,8 @@ QByteArray older::indexIni(const SampleDatabase& system)
 
 QByteArray older::workDef(const SampleDatabase& system)
 {
-    return fileOf(system.table(QStringLiteral("Workdef")), "CODE LAYER ENTTYPE PAR1 PAR2 TEXT COLOR");
+    return fileOf(system.table(QStringLiteral("Workdef")),
+                  "CODE LAYER ENTTYPE PAR1 PAR2 TEXT COLOR");
 }
 
 QByteArray older::attributeDef(const SampleDatabase& system)
@@ -57,8 +58,9 @@ QByteArray older::attributeDef(const SampleDatabase& system)
         const QStringList tableCells = cellsOf(tables, table, columns("TABLE TEXT GISTABLE TYPE"));
         lines.append(QStringLiteral("T,") + tableCells.join(QLatin1Char(',')));
         for (const QStringList& field : fields.rows) {
-            const QStringList cells =
-                cellsOf(fields, field, columns("TABLE NAME TEXT TYPE LENGTH DECIMAL DEFAULT NOTNULL BEXPORT ENABLEEDIT"));
+            const QStringList cells = cellsOf(
+                fields, field,
+                columns("TABLE NAME TEXT TYPE LENGTH DECIMAL DEFAULT NOTNULL BEXPORT ENABLEEDIT"));
             if (cells.first() == tableCells.first())
                 lines.append(QStringLiteral("F,") + cells.join(QLatin1Char(',')));
         }

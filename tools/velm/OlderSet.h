@@ -4,16 +4,16 @@
 
 #include <QByteArray>
 
-/// The text files of the older configuration set, made from the same tables. GBK, one record a line, fields separated
-/// by ",", no header.
+/// The text files of the older configuration set, made from the same tables. GBK, one record a
+/// line, fields separated by ",", no header.
 namespace older {
 
 /// Code, line type, width, name, user code, table.
 QByteArray indexIni(const SampleDatabase& system);
 /// Code, layer, entity type, two parameters, text, colour.
 QByteArray workDef(const SampleDatabase& system);
-/// "T", table, text, GIS table, type; and for every field of it "F", table, name, text, type, length, decimals, default
-/// or dictionary, mandatory, exported, editable.
+/// "T", table, text, GIS table, type; and for every field of it "F", table, name, text, type,
+/// length, decimals, default or dictionary, mandatory, exported, editable.
 QByteArray attributeDef(const SampleDatabase& system);
 
 }  // namespace older

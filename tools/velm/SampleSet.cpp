@@ -52,11 +52,12 @@ SampleTable readTable(const QJsonObject& description, const QString& folder, QSt
     QStringList header;
     const QJsonArray columns = description.value(QStringLiteral("columns")).toArray();
     for (const QJsonValue& column : columns) {
-        table.columns.append({column.toArray().at(0).toString(), column.toArray().at(1).toString()});
+        table.columns.append(
+            {column.toArray().at(0).toString(), column.toArray().at(1).toString()});
         header.append(table.columns.last().name);
     }
-    const QVector<QStringList> records =
-        parseCsv(readResource(folder + QLatin1Char('/') + table.name + QStringLiteral(".csv"), problem));
+    const QVector<QStringList> records = parseCsv(
+        readResource(folder + QLatin1Char('/') + table.name + QStringLiteral(".csv"), problem));
     if (records.isEmpty() || records.first() != header) {
         problem = table.name + QStringLiteral(".csv: the header is not that of schema.json");
         return table;
@@ -66,7 +67,8 @@ SampleTable readTable(const QJsonObject& description, const QString& folder, QSt
         for (const QString& cell : records.at(i))
             cells.append(cellText(cell, folder, problem));
         if (cells.size() != header.size())
-            problem = QStringLiteral("%1.csv, record %2: wrong number of cells").arg(table.name).arg(i);
+            problem =
+                QStringLiteral("%1.csv, record %2: wrong number of cells").arg(table.name).arg(i);
         table.rows.append(cells);
     }
     return table;
@@ -107,8 +109,9 @@ Velm::ErrorStatus createTable(CVelmDatabase& database, const SampleTable& table)
     Velm::ErrorStatus status = database.createTable(table.name, fields);
     for (const QString& column : table.key) {
         if (status == Velm::VelmOk)
-            status = database.executeSql(QStringLiteral("create index [IX_") + table.name + QLatin1Char('_') + column
-                                         + QStringLiteral("] on [") + table.name + QStringLiteral("] ([") + column
+            status = database.executeSql(QStringLiteral("create index [IX_") + table.name
+                                         + QLatin1Char('_') + column + QStringLiteral("] on [")
+                                         + table.name + QStringLiteral("] ([") + column
                                          + QStringLiteral("])"));
     }
     return status;
@@ -166,8 +169,9 @@ QString writeSampleDatabase(const SampleDatabase& sample, const QString& path)
             status = writeTable(database, table);
         if (status != Velm::VelmOk)
             return sample.fileName + QStringLiteral(", table ") + table.name + QStringLiteral(": ")
-                + database.getLastErrorText();
+                   + database.getLastErrorText();
     }
-    return database.endTransaction() == Velm::VelmOk ? QString()
-                                                     : sample.fileName + QStringLiteral(": the commit failed");
+    return database.endTransaction() == Velm::VelmOk
+               ? QString()
+               : sample.fileName + QStringLiteral(": the commit failed");
 }

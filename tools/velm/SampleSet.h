@@ -14,8 +14,9 @@ struct SampleTable
 
     QString name;
     QVector<Column> columns;
-    QStringList key;            ///< the columns by which it is looked up
-    QVector<QStringList> rows;  ///< cells in column order; documents that stood beside the table are filled in
+    QStringList key;  ///< the columns by which it is looked up
+    QVector<QStringList>
+        rows;  ///< cells in column order; documents that stood beside the table are filled in
 };
 
 /// One database of the sample configuration.
@@ -28,8 +29,10 @@ struct SampleDatabase
     SampleTable table(const QString& tableName) const;
 };
 
-/// Reads the sample configuration that the program carries. What is wrong with it ends up in @p problem.
+/// Reads the sample configuration that the program carries. What is wrong with it ends up in @p
+/// problem.
 QVector<SampleDatabase> readSampleSet(QString& problem);
 
-/// Makes a database file with all tables, rows and an index on every key. @return what went wrong; empty if nothing did
+/// Makes a database file with all tables, rows and an index on every key. @return what went wrong;
+/// empty if nothing did
 QString writeSampleDatabase(const SampleDatabase& sample, const QString& path);

@@ -57,6 +57,7 @@ QString didYouMean(const QStringList& suggestions)
         return QString();
     QString list = suggestions.first();
     for (int i = 1; i < suggestions.size(); ++i)
-        list += (i + 1 == suggestions.size() ? QStringLiteral(" or ") : QStringLiteral(", ")) + suggestions.at(i);
+        list += (i + 1 == suggestions.size() ? QStringLiteral(" or ") : QStringLiteral(", "))
+                + suggestions.at(i);
     return QStringLiteral("; did you mean ") + list + QLatin1Char('?');
 }

@@ -2,8 +2,9 @@
 
 #include <QStringList>
 
-/// Those of @p candidates that @p text may have been meant as, the likeliest first, three at most: two slips away at
-/// the most, where a slip is a character too much, too few or another one, or two swapped. Letter case does not count.
+/// Those of @p candidates that @p text may have been meant as, the likeliest first, three at most:
+/// two slips away at the most, where a slip is a character too much, too few or another one, or two
+/// swapped. Letter case does not count.
 QStringList similarTo(const QString& text, const QStringList& candidates);
 
 /// "; did you mean a, b or c?", or nothing.

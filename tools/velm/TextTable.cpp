@@ -21,7 +21,8 @@ void TextTable::print() const
         QString line;
         for (int i = 0; i < widths.size(); ++i) {
             const bool last = i + 1 == widths.size();
-            line += last ? m_rows.at(r).at(i) : console::padded(m_rows.at(r).at(i), widths[i] + kGap);
+            line +=
+                last ? m_rows.at(r).at(i) : console::padded(m_rows.at(r).at(i), widths[i] + kGap);
         }
         console::print(r == 0 ? console::heading(line) : line);
     }

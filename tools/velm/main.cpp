@@ -25,26 +25,29 @@ constexpr std::array<Command, 3> kCommands{{
 
 QString helpText()
 {
-    QString text = QStringLiteral("Examples:\n"
-                                  "  velm init demo\n"
-                                  "  velm --root demo lookup 310301\n"
-                                  "  velm --root demo list --match 三角点\n"
-                                  "\n"
-                                  "Usage: velm [--root DIR] [--json] COMMAND ...\n"
-                                  "\n"
-                                  "Asks and prepares the symbol configuration of a mapping standard.\n"
-                                  "\n"
-                                  "Commands:\n");
+    QString text =
+        QStringLiteral("Examples:\n"
+                       "  velm init demo\n"
+                       "  velm --root demo lookup 310301\n"
+                       "  velm --root demo list --match 三角点\n"
+                       "\n"
+                       "Usage: velm [--root DIR] [--json] COMMAND ...\n"
+                       "\n"
+                       "Asks and prepares the symbol configuration of a mapping standard.\n"
+                       "\n"
+                       "Commands:\n");
     for (const Command& command : kCommands)
         text += QStringLiteral("  ") + console::padded(QString::fromLatin1(command.name), 10)
-            + QString::fromLatin1(command.summary) + QLatin1Char('\n');
-    text += QStringLiteral("\n"
-                           "\"velm COMMAND --help\" tells more. The configuration is --root DIR, else VELM_ROOT.\n"
-                           "Exit codes: 0 fine, 1 nothing found, 2 wrong usage, 3 a file cannot be opened.");
+                + QString::fromLatin1(command.summary) + QLatin1Char('\n');
+    text += QStringLiteral(
+        "\n"
+        "\"velm COMMAND --help\" tells more. The configuration is --root DIR, else VELM_ROOT.\n"
+        "Exit codes: 0 fine, 1 nothing found, 2 wrong usage, 3 a file cannot be opened.");
     return text;
 }
 
-/// Without a locale ("C") Qt takes the local code page for ASCII, and no Chinese name could be given or shown.
+/// Without a locale ("C") Qt takes the local code page for ASCII, and no Chinese name could be
+/// given or shown.
 void useUtf8WithoutLocale()
 {
     const QTextCodec* local = QTextCodec::codecForLocale();
