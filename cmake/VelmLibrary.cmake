@@ -33,7 +33,7 @@ set_target_properties(velm_objects PROPERTIES
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
-target_compile_definitions(velm_objects PRIVATE VELMCOMMON_LIBRARY)
+target_compile_definitions(velm_objects PUBLIC VELMCOMMON_LIBRARY)
 target_include_directories(velm_objects PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR})
 target_link_libraries(velm_objects
     PUBLIC Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Sql ${CMAKE_DL_LIBS}

@@ -1,6 +1,9 @@
 #include "CVelmIndex.h"
 
+#include "config/DefinitionTable.h"
 #include "config/SystemConfig.h"
+
+using namespace velm::detail;
 
 namespace {
 
@@ -10,26 +13,9 @@ const QString& tableName()
     return name;
 }
 
-QMap<QString, QVariant> keyOf(const QString& code)
-{
-    return {{QStringLiteral("code"), code}};
-}
-
 bool equalsIgnoringCase(const QString& a, const QString& b)
 {
     return a.compare(b, Qt::CaseInsensitive) == 0;
-}
-
-/// Copies one member of the item with that code.
-template<class Value>
-Velm::ErrorStatus getField(const QMap<QString, VelmIndexItem>& items, const QString& code,
-                           Value VelmIndexItem::*member, Value& output)
-{
-    const auto it = items.constFind(code);
-    if (it == items.cend())
-        return Velm::VelmNotFound;
-    output = (*it).*member;
-    return Velm::VelmOk;
 }
 
 }  // namespace
@@ -139,19 +125,18 @@ QMap<QString, VelmIndexItem> CVelmIndex::getIndexMap() const
 Velm::ErrorStatus CVelmIndex::addItem(const VelmIndexItem& item)
 {
     m_items.insert(item.code, item);
-    return velm::detail::writeSystemConfig(tableName(),
-                                           {{QStringLiteral("name"), item.name},
-                                            {QStringLiteral("ltype"), item.ltype},
-                                            {QStringLiteral("width"), item.width},
-                                            {QStringLiteral("table"), item.table},
-                                            {QStringLiteral("usecode"), item.usecode}},
-                                           keyOf(item.code));
+    return writeSystemConfig(tableName(),
+                             {{QStringLiteral("name"), item.name},
+                              {QStringLiteral("ltype"), item.ltype},
+                              {QStringLiteral("width"), item.width},
+                              {QStringLiteral("table"), item.table},
+                              {QStringLiteral("usecode"), item.usecode}},
+                             ofCode(item.code));
 }
 
 Velm::ErrorStatus CVelmIndex::removeItem(const QString& code)
 {
-    const QMap<QString, QVariant> key = keyOf(code);  // the argument may be part of the item
     if (m_items.remove(code) == 0)
         return Velm::VelmNotFound;
-    return velm::detail::deleteFromSystemConfig(tableName(), key);
+    return deleteFromSystemConfig(tableName(), ofCode(code));
 }

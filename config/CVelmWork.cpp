@@ -1,6 +1,9 @@
 #include "CVelmWork.h"
 
+#include "config/DefinitionTable.h"
 #include "config/SystemConfig.h"
+
+using namespace velm::detail;
 
 namespace {
 
@@ -10,23 +13,6 @@ const QString& writeTableName()
 {
     static const QString name = QStringLiteral("Workdef");
     return name;
-}
-
-QMap<QString, QVariant> keyOf(const QString& code)
-{
-    return {{QStringLiteral("code"), code}};
-}
-
-/// Copies one member of the item with that code.
-template<class Value>
-Velm::ErrorStatus getField(const QMap<QString, VelmWorkItem>& items, const QString& code,
-                           Value VelmWorkItem::*member, Value& output)
-{
-    const auto it = items.constFind(code);
-    if (it == items.cend())
-        return Velm::VelmNotFound;
-    output = (*it).*member;
-    return Velm::VelmOk;
 }
 
 }  // namespace
@@ -111,20 +97,19 @@ Velm::ErrorStatus CVelmWork::getWorkItem(const QString& code, VelmWorkItem& item
 Velm::ErrorStatus CVelmWork::addItem(const VelmWorkItem& item)
 {
     m_items.insert(item.code, item);
-    return velm::detail::writeSystemConfig(writeTableName(),
-                                           {{QStringLiteral("par1"), item.par1},
-                                            {QStringLiteral("par2"), item.par2},
-                                            {QStringLiteral("text"), item.text},
-                                            {QStringLiteral("color"), item.color},
-                                            {QStringLiteral("layer"), item.layer},
-                                            {QStringLiteral("enttype"), item.enttype}},
-                                           keyOf(item.code));
+    return writeSystemConfig(writeTableName(),
+                             {{QStringLiteral("par1"), item.par1},
+                              {QStringLiteral("par2"), item.par2},
+                              {QStringLiteral("text"), item.text},
+                              {QStringLiteral("color"), item.color},
+                              {QStringLiteral("layer"), item.layer},
+                              {QStringLiteral("enttype"), item.enttype}},
+                             ofCode(item.code));
 }
 
 Velm::ErrorStatus CVelmWork::removeItem(const QString& code)
 {
-    const QMap<QString, QVariant> key = keyOf(code);  // the argument may be part of the item
     if (m_items.remove(code) == 0)
         return Velm::VelmNotFound;
-    return velm::detail::deleteFromSystemConfig(writeTableName(), key);
+    return deleteFromSystemConfig(writeTableName(), ofCode(code));
 }

@@ -2,8 +2,8 @@
 
 #include <QtCore/qglobal.h>
 
-/// Marks what the library exports. VELMCOMMON_LIBRARY is defined only while the library itself is
-/// built.
+/// Marks what the library exports. VELMCOMMON_LIBRARY is defined only where the library's objects
+/// are built or linked themselves.
 #if defined(VELMCOMMON_LIBRARY)
 #define VELMCOMMON_EXPORT Q_DECL_EXPORT
 #else

@@ -76,5 +76,6 @@ TEST_F(ConfigManagerTest, LeavesEmptyTablesWithoutADatabase)
     EXPECT_TRUE(m_manager->GetVelmIndex()->getIndexMap().isEmpty());
     EXPECT_FALSE(m_manager->GetVelmWork()->isValidCode(QStringLiteral("A")));
     EXPECT_FALSE(QFile::exists(path(QStringLiteral("config/peltaconfig.db"))));
-    EXPECT_EQ(nameIn(oldIndex), QStringLiteral("from database")) << "the old index is abandoned, not freed";
+    EXPECT_EQ(nameIn(oldIndex), QStringLiteral("from database"))
+        << "the old index is abandoned, not freed";
 }

@@ -30,8 +30,7 @@ struct PathCase
 };
 
 class FilePathText : public testing::TestWithParam<PathCase>
-{
-};
+{};
 
 }  // namespace
 
@@ -51,7 +50,8 @@ TEST_P(FilePathText, TakesBothSeparatorsAndKeepsEmptyParts)
 INSTANTIATE_TEST_SUITE_P(
     Paths, FilePathText,
     testing::Values(PathCase{"Windows", "C:\\a\\b", "C:", "C:/a", "C:\\a\\b", "b", "a", ""},
-                    PathCase{"File", "C:/a/b/c.txt", "C:", "C:/a/b", "C:/a/b/c.txt", "c.txt", "b", "C:"},
+                    PathCase{"File", "C:/a/b/c.txt", "C:", "C:/a/b", "C:/a/b/c.txt", "c.txt", "b",
+                             "C:"},
                     PathCase{"TrailingSlash", "C:/a/b/", "C:", "C:/a/b", "C:/a/b", "", "b", "C:"},
                     PathCase{"TwoTrailing", "C:/a//", "C:", "C:/a/", "C:/a/", "", "", "C:"},
                     PathCase{"Absolute", "/测\\绘", "", "/测", "/测\\绘", "绘", "测", ""},
@@ -63,11 +63,13 @@ TEST(FilePath, CombinesWithoutDoubledSeparatorsAtTheJoins)
     const auto combine = [](const char* base, const QStringList& parts) {
         return paths().combinePath(QString::fromUtf8(base), parts);
     };
-    EXPECT_EQ(combine("D:/a", {QStringLiteral("b"), QStringLiteral("c.txt")}), QStringLiteral("D:/a/b/c.txt"));
+    EXPECT_EQ(combine("D:/a", {QStringLiteral("b"), QStringLiteral("c.txt")}),
+              QStringLiteral("D:/a/b/c.txt"));
     EXPECT_EQ(combine("D:\\a\\\\", {QStringLiteral("\\/b//x"), QStringLiteral("/c")}),
               QStringLiteral("D:\\a/b//x/c"));
     EXPECT_EQ(combine("/", {QStringLiteral("usr")}), QStringLiteral("/usr"));
-    EXPECT_EQ(combine("", {QStringLiteral("usr"), QStringLiteral("lib")}), QStringLiteral("usr/lib"));
+    EXPECT_EQ(combine("", {QStringLiteral("usr"), QStringLiteral("lib")}),
+              QStringLiteral("usr/lib"));
     EXPECT_EQ(combine("D:/a/", {}), QStringLiteral("D:/a/"));
 }
 
@@ -83,7 +85,8 @@ TEST_F(FolderTest, CountsAsOpenAsSoonAsOneFileLiesAnywhereBelow)
     writeFile(QStringLiteral("图/a/b/x.dwg"), "x");
     EXPECT_FALSE(paths().folderIsEmpty(folder));
     EXPECT_TRUE(paths().folderIsOpen(folder));
-    EXPECT_EQ(paths().getOpenFileByFolder(folder), QStringList{folder + QStringLiteral("/a/b/x.dwg")});
+    EXPECT_EQ(paths().getOpenFileByFolder(folder),
+              QStringList{folder + QStringLiteral("/a/b/x.dwg")});
     EXPECT_FALSE(paths().fileIsOpen(folder + QStringLiteral("/a/b/x.dwg")));
 }
 
@@ -92,14 +95,17 @@ TEST_F(FolderTest, IsDeletedWithHiddenAndReadOnlyFilesAndNothingElse)
     writeFile(QStringLiteral("outer/victim/a/.hidden"), "x");
     writeFile(QStringLiteral("outer/victim/read only.txt"), "x");
     writeFile(QStringLiteral("outside/keep.txt"), "x");
-    ASSERT_TRUE(QFile::setPermissions(path(QStringLiteral("outer/victim/read only.txt")), QFile::ReadOwner));
+    ASSERT_TRUE(QFile::setPermissions(path(QStringLiteral("outer/victim/read only.txt")),
+                                      QFile::ReadOwner));
 #ifdef Q_OS_UNIX  // Wine has no symbolic links; QFile::link makes shortcuts there
-    ASSERT_TRUE(QFile::link(path(QStringLiteral("outside")), path(QStringLiteral("outer/victim/link"))));
+    ASSERT_TRUE(
+        QFile::link(path(QStringLiteral("outside")), path(QStringLiteral("outer/victim/link"))));
 #endif
     EXPECT_TRUE(paths().deleteDir(path(QStringLiteral("outer/victim/"))));
     EXPECT_FALSE(QFileInfo::exists(path(QStringLiteral("outer/victim"))));
     EXPECT_TRUE(QFileInfo::exists(path(QStringLiteral("outer")))) << "an emptied parent must stay";
-    EXPECT_TRUE(QFileInfo::exists(path(QStringLiteral("outside/keep.txt")))) << "links must not be followed";
+    EXPECT_TRUE(QFileInfo::exists(path(QStringLiteral("outside/keep.txt"))))
+        << "links must not be followed";
 
     EXPECT_FALSE(paths().deleteDir(QString()));
     EXPECT_FALSE(paths().deleteDir(path(QStringLiteral("missing"))));

@@ -19,8 +19,7 @@ struct ByteCase
 };
 
 class Gb18030Bytes : public testing::TestWithParam<ByteCase>
-{
-};
+{};
 
 }  // namespace
 
@@ -31,28 +30,34 @@ TEST_P(Gb18030Bytes, AreValidByTheStructureOfTheStandard)
     EXPECT_EQ(isValidGbk(data), GetParam().gbk);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Sequences, Gb18030Bytes,
-    testing::Values(ByteCase{"Ascii", "41007f", true, true}, ByteCase{"Pair", "b2e2c1bf", true, true},
-                    ByteCase{"FirstPair", "8140", true, true}, ByteCase{"LastPair", "fefe", true, true},
-                    ByteCase{"TrailDelete", "817f", false, false}, ByteCase{"TrailFF", "81ff", false, false},
-                    ByteCase{"TrailBlank", "8120", false, false}, ByteCase{"Single80", "80", false, false},
-                    ByteCase{"SingleFF", "ff", false, false}, ByteCase{"CutPair", "41b2", true, true},
-                    ByteCase{"FirstGroup", "81308130", true, false},
-                    ByteCase{"LastBmpGroup", "8431a439", true, false},
-                    ByteCase{"BehindBmp", "8431a530", false, false},
-                    ByteCase{"BeforePlane1", "8f39fe39", false, false},
-                    ByteCase{"FirstPlane1", "90308130", true, false},
-                    ByteCase{"LastPlane16", "e3329a35", true, false},
-                    ByteCase{"BehindPlane16", "e3329a36", false, false},
-                    ByteCase{"GroupThirdNoLead", "81308030", false, false},
-                    ByteCase{"GroupFourthNoDigit", "81308180", false, false},
-                    ByteCase{"CutGroup", "813081", true, false}, ByteCase{"CutGroupShort", "8130", true, false}),
-    [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Sequences, Gb18030Bytes,
+                         testing::Values(ByteCase{"Ascii", "41007f", true, true},
+                                         ByteCase{"Pair", "b2e2c1bf", true, true},
+                                         ByteCase{"FirstPair", "8140", true, true},
+                                         ByteCase{"LastPair", "fefe", true, true},
+                                         ByteCase{"TrailDelete", "817f", false, false},
+                                         ByteCase{"TrailFF", "81ff", false, false},
+                                         ByteCase{"TrailBlank", "8120", false, false},
+                                         ByteCase{"Single80", "80", false, false},
+                                         ByteCase{"SingleFF", "ff", false, false},
+                                         ByteCase{"CutPair", "41b2", true, true},
+                                         ByteCase{"FirstGroup", "81308130", true, false},
+                                         ByteCase{"LastBmpGroup", "8431a439", true, false},
+                                         ByteCase{"BehindBmp", "8431a530", false, false},
+                                         ByteCase{"BeforePlane1", "8f39fe39", false, false},
+                                         ByteCase{"FirstPlane1", "90308130", true, false},
+                                         ByteCase{"LastPlane16", "e3329a35", true, false},
+                                         ByteCase{"BehindPlane16", "e3329a36", false, false},
+                                         ByteCase{"GroupThirdNoLead", "81308030", false, false},
+                                         ByteCase{"GroupFourthNoDigit", "81308180", false, false},
+                                         ByteCase{"CutGroup", "813081", true, false},
+                                         ByteCase{"CutGroupShort", "8130", true, false}),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST(Gb18030, DecodesTheGroupsBeyondTheBmpByTheirPosition)
 {
-    // 90308130 is U+10000, and U+20000 stands 65536 groups on, at 95328236 (GB 18030-2005, table D.1).
+    // 90308130 is U+10000, and U+20000 stands 65536 groups on, at 95328236 (GB 18030-2005, table
+    // D.1).
     EXPECT_EQ(decodeGb18030(QByteArray::fromHex("4190308130")), QStringLiteral("A\U00010000"));
     EXPECT_EQ(decodeGb18030(QByteArray::fromHex("95328236b2e2")), QStringLiteral("\U00020000测"));
     EXPECT_EQ(decodeGb18030(QByteArray::fromHex("e3329a35")), QStringLiteral("\U0010FFFF"));
@@ -64,14 +69,15 @@ TEST(Gb18030, EveryPairIsOneCharacterThatEncodesAsItself)
 {
     QTextCodec* const codec = QTextCodec::codecForName("GB18030");
     int cells = 0;
-    // The sum of code point times cell number modulo 2^32. Expected: the same sum over the gb18030 codec of Python 3,
-    // whose only cell of the table of 2000, A8BC, is replaced by U+1E3F.
+    // The sum of code point times cell number modulo 2^32. Expected: the same sum over the gb18030
+    // codec of Python 3, whose only cell of the table of 2000, A8BC, is replaced by U+1E3F.
     uint sum = 0;
     for (int lead = 0x81; lead <= 0xFE; ++lead) {
         for (int trail = 0x40; trail <= 0xFE; ++trail) {
             if (trail == 0x7F)
                 continue;
-            const QByteArray cell = QByteArray(1, static_cast<char>(lead)) + static_cast<char>(trail);
+            const QByteArray cell =
+                QByteArray(1, static_cast<char>(lead)) + static_cast<char>(trail);
             const QString text = decodeGb18030(cell);
             ASSERT_EQ(text.size(), 1) << cell.toHex().constData();
             ASSERT_EQ(gbkBytes(codec, text.at(0)), cell) << cell.toHex().constData();
@@ -85,7 +91,8 @@ TEST(Gb18030, EveryPairIsOneCharacterThatEncodesAsItself)
 TEST(Gb18030, SettlesThePairThatMovedInTheTables)
 {
     QTextCodec* const codec = QTextCodec::codecForName("GB18030");
-    EXPECT_EQ(decodeGb18030(QByteArray::fromHex("a8bc8135f437")), QString(QChar(0x1E3F)) + QChar(0xE7C7));
+    EXPECT_EQ(decodeGb18030(QByteArray::fromHex("a8bc8135f437")),
+              QString(QChar(0x1E3F)) + QChar(0xE7C7));
     EXPECT_EQ(gbkBytes(codec, QChar(0x1E3F)), QByteArray::fromHex("a8bc"));
     EXPECT_EQ(gbkBytes(codec, QChar(0xE7C7)), QByteArray());
     EXPECT_EQ(gbkBytes(codec, QChar(0x20AC)), QByteArray::fromHex("a2e3"));

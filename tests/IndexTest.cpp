@@ -15,19 +15,22 @@ class IndexTest : public TemporaryRoot
 protected:
     IndexTest()
     {
-        runSql({QStringLiteral("create table indexini (code text, name text, width, ltype text, [table] text, usecode text)"),
+        runSql({QStringLiteral("create table indexini (code text, name text, width, ltype text, "
+                               "[table] text, usecode text)"),
                 QStringLiteral("create table IndexiniExtend (code text, exttable text)")});
     }
 
     void addRow(const char* values)
     {
-        runSql({QStringLiteral("insert into indexini values (") + QString::fromUtf8(values) + QLatin1Char(')')});
+        runSql({QStringLiteral("insert into indexini values (") + QString::fromUtf8(values)
+                + QLatin1Char(')')});
     }
 
     Velm::ErrorStatus load()
     {
         CVelmDatabase database;
-        EXPECT_EQ(database.initDatabase(path(QStringLiteral("config/peltaconfig.db")), QString()), Velm::VelmOk);
+        EXPECT_EQ(database.initDatabase(path(QStringLiteral("config/peltaconfig.db")), QString()),
+                  Velm::VelmOk);
         return m_index.load(database);
     }
 
@@ -55,7 +58,8 @@ TEST_F(IndexTest, KeepsTheLastRowOfACodeAndConvertsLooselyTypedColumns)
     double width = -1.0;
     ASSERT_EQ(m_index.getPars(QStringLiteral("110102"), ltype, width, name, usecode, table), 0);
     EXPECT_EQ(QStringList({ltype, name, usecode, table}),
-              QStringList({QStringLiteral("gc1"), QStringLiteral("三角点"), QStringLiteral("SJD"), QStringLiteral("KZD_PT")}));
+              QStringList({QStringLiteral("gc1"), QStringLiteral("三角点"), QStringLiteral("SJD"),
+                           QStringLiteral("KZD_PT")}));
     EXPECT_EQ(width, 0.15);
     VelmIndexItem numeric;
     ASSERT_EQ(m_index.getItem(QStringLiteral("220001"), numeric), Velm::VelmOk);
@@ -70,25 +74,27 @@ TEST_F(IndexTest, LeavesOutputsAloneForAnUnknownCode)
     load();
     QString text = QStringLiteral("untouched");
     double width = 7.5;
-    QStringList tables{QStringLiteral("untouched")};
+    QStringList tables{text};
     VelmIndexItem item;
-    item.name = text;
     Velm::EntityType type = Velm::EntityText;
     const QString unknown = QStringLiteral("a1");  // codes are exact
-    EXPECT_EQ(m_index.getName(unknown, text), Velm::VelmNotFound);
-    EXPECT_EQ(m_index.getLType(unknown, text), Velm::VelmNotFound);
-    EXPECT_EQ(m_index.getUseCode(unknown, text), Velm::VelmNotFound);
-    EXPECT_EQ(m_index.getGisTableName(unknown, text), Velm::VelmNotFound);
-    EXPECT_EQ(m_index.getPars(unknown, text, width, text, text, text), Velm::VelmNotFound);
-    EXPECT_EQ(m_index.getWidth(unknown, width), Velm::VelmNotFound);
-    EXPECT_EQ(m_index.getExtendTables(unknown, tables), Velm::VelmNotFound);
-    EXPECT_EQ(m_index.getItem(unknown, item), Velm::VelmNotFound);
-    EXPECT_EQ(m_index.getEntType(unknown, type), Velm::VelmNotFound);
-    EXPECT_EQ(m_index.getCodeByUsercode(QString(), text), Velm::VelmNotFound);
-    EXPECT_EQ(m_index.getCodeByUsercode(QStringLiteral("nobody"), text), Velm::VelmNotFound);
-    EXPECT_EQ(QStringList({text, item.name}) + tables,
-              QStringList({QStringLiteral("untouched"), QStringLiteral("untouched"), QStringLiteral("untouched")}));
+    const QVector<Velm::ErrorStatus> answers{
+        m_index.getName(unknown, text),
+        m_index.getLType(unknown, text),
+        m_index.getUseCode(unknown, text),
+        m_index.getGisTableName(unknown, text),
+        m_index.getWidth(unknown, width),
+        m_index.getPars(unknown, text, width, text, text, text),
+        m_index.getExtendTables(unknown, tables),
+        m_index.getItem(unknown, item),
+        m_index.getEntType(unknown, type),
+        m_index.getCodeByUsercode(QString(), text),
+        m_index.getCodeByUsercode(QStringLiteral("nobody"), text)};
+    EXPECT_EQ(answers, QVector<Velm::ErrorStatus>(answers.size(), Velm::VelmNotFound));
+    EXPECT_EQ(QStringList{text} + tables,
+              QStringList({QStringLiteral("untouched"), QStringLiteral("untouched")}));
     EXPECT_EQ(width, 7.5);
+    EXPECT_EQ(item.code, QString());
     EXPECT_EQ(type, Velm::EntityText);
 }
 
@@ -96,7 +102,8 @@ TEST_F(IndexTest, ReplacesExtensionTablesByTheLastRowAndDropsEmptyNames)
 {
     addRow("'A','',0,'','',''");
     addRow("'B','',0,'','',''");
-    runSql({QStringLiteral("insert into IndexiniExtend values ('A','OLD'), ('A','E1;;E2;'), ('X','E3')")});
+    runSql({QStringLiteral(
+        "insert into IndexiniExtend values ('A','OLD'), ('A','E1;;E2;'), ('X','E3')")});
     load();
     QStringList tables{QStringLiteral("before")};
     EXPECT_EQ(m_index.getExtendTables(QStringLiteral("A"), tables), Velm::VelmOk);
@@ -115,7 +122,8 @@ TEST_F(IndexTest, FindsCodesByTableAndUserCodeWhateverTheirCase)
     QStringList codes;
     EXPECT_EQ(m_index.getCodes(QStringLiteral("KZD_PT"), codes), Velm::VelmOk);
     EXPECT_EQ(codes, QStringList({QStringLiteral("A"), QStringLiteral("B")}));
-    EXPECT_EQ(m_index.getCodes(QStringLiteral("none"), codes), Velm::VelmOk) << "the list held codes before";
+    EXPECT_EQ(m_index.getCodes(QStringLiteral("none"), codes), Velm::VelmOk)
+        << "the list held codes before";
     EXPECT_EQ(codes.size(), 2);
     QStringList none;
     EXPECT_EQ(m_index.getCodes(QStringLiteral("none"), none), Velm::VelmNotFound);
@@ -137,7 +145,12 @@ TEST_F(IndexTest, DerivesTheEntityTypeFromLineTypeAndWidth)
                  {"", "0", Velm::EntityGeneral},          {"x", "-0.001", Velm::EntitySpecialLine}};
     for (const auto& c : cases) {
         runSql({QStringLiteral("delete from indexini")});
-        addRow(QByteArray("'A','',").append(c.width).append(",'").append(c.ltype).append("','',''").constData());
+        addRow(QByteArray("'A','',")
+                   .append(c.width)
+                   .append(",'")
+                   .append(c.ltype)
+                   .append("','',''")
+                   .constData());
         load();
         Velm::EntityType type{};
         EXPECT_EQ(m_index.getEntType(QStringLiteral("A"), type), Velm::VelmOk);
@@ -154,8 +167,9 @@ TEST_F(IndexTest, WritesThroughToTheDatabase)
     item.name = QStringLiteral("%1 新名 %2");
     item.width = 0.1;
     EXPECT_EQ(m_index.addItem(item), Velm::VelmOk);
-    EXPECT_EQ(querySql(QStringLiteral("select name || '/' || usecode || '/' || width from indexini")),
-              QStringList{QStringLiteral("%1 新名 %2//0.1")});
+    EXPECT_EQ(
+        querySql(QStringLiteral("select name || '/' || usecode || '/' || width from indexini")),
+        QStringList{QStringLiteral("%1 新名 %2//0.1")});
     item.code = QStringLiteral("N");
     EXPECT_EQ(m_index.addItem(item), Velm::VelmOk);
     EXPECT_EQ(querySql(QStringLiteral("select code from indexini order by code")),
@@ -163,7 +177,8 @@ TEST_F(IndexTest, WritesThroughToTheDatabase)
 
     EXPECT_EQ(m_index.removeItem(QStringLiteral("A")), Velm::VelmOk);
     EXPECT_EQ(m_index.removeItem(QStringLiteral("A")), Velm::VelmNotFound);
-    EXPECT_EQ(querySql(QStringLiteral("select code from indexini")), QStringList{QStringLiteral("N")});
+    EXPECT_EQ(querySql(QStringLiteral("select code from indexini")),
+              QStringList{QStringLiteral("N")});
 }
 
 TEST_F(IndexTest, ChangesMemoryEvenWhenTheDatabaseRefuses)
@@ -182,7 +197,8 @@ TEST_F(IndexTest, ChangesMemoryEvenWhenTheDatabaseRefuses)
     EXPECT_EQ(nameOf("A"), QStringLiteral("new"));
     EXPECT_EQ(m_index.removeItem(QStringLiteral("A")), Velm::VelmDatabaseOpenFailed);
     EXPECT_EQ(nameOf("A"), QStringLiteral("untouched"));
-    EXPECT_FALSE(QFile::exists(path(QStringLiteral("config/peltaconfig.db")))) << "asking must not create it";
+    EXPECT_FALSE(QFile::exists(path(QStringLiteral("config/peltaconfig.db"))))
+        << "asking must not create it";
 }
 
 namespace {
@@ -192,7 +208,7 @@ struct FileCase
     const char* name;
     const char* content;
     Velm::ErrorStatus status;
-    const char* code;   // of the only item; null for none
+    const char* code;  // of the only item; null for none
     const char* ltype;
     double width;
     const char* table;
@@ -204,9 +220,10 @@ struct GbkLocale
     const LocalCodec codec{"GBK"};
 };
 
-class IndexFile : private GbkLocale, public TemporaryRoot, public testing::WithParamInterface<FileCase>
-{
-};
+class IndexFile : private GbkLocale,
+                  public TemporaryRoot,
+                  public testing::WithParamInterface<FileCase>
+{};
 
 }  // namespace
 
@@ -228,14 +245,16 @@ TEST_P(IndexFile, YieldsOneLineOnly)
 
 INSTANTIATE_TEST_SUITE_P(
     Files, IndexFile,
-    testing::Values(FileCase{"OneLine", "A,x5,0.5,n,u,T", Velm::VelmOk, "A", "x5", 0.5, "T"},
-                    FileCase{"LineEnd", "  A,x5,0.5,n,u,T \r\n", Velm::VelmOk, "A", "x5", 0.5, "T"},
-                    FileCase{"Gbk", "\xB2\xE2,\xC1\xBF,zero,,,T", Velm::VelmOk, "测", "量", 0.0, "T"},
-                    FileCase{"FewFields", "A,x5", Velm::VelmOk, "A", "x5", 0.0, ""},
-                    FileCase{"TooManyFields", "A,x5,0.5,n,u,T,more", Velm::VelmOk, "", "", 0.0, ""},
-                    FileCase{"Empty", "", Velm::VelmOk, "", "", 0.0, ""},
-                    FileCase{"TwoLines", "A,x5,0.5,n,u,T\nB,x5,0.5,n,u,T", Velm::VelmNoData, nullptr, "", 0, ""},
-                    FileCase{"BlankSecond", "A,x5,0.5,n,u,T\n\n", Velm::VelmNoData, nullptr, "", 0, ""}),
+    testing::Values(
+        FileCase{"OneLine", "A,x5,0.5,n,u,T", Velm::VelmOk, "A", "x5", 0.5, "T"},
+        FileCase{"LineEnd", "  A,x5,0.5,n,u,T \r\n", Velm::VelmOk, "A", "x5", 0.5, "T"},
+        FileCase{"Gbk", "\xB2\xE2,\xC1\xBF,zero,,,T", Velm::VelmOk, "测", "量", 0.0, "T"},
+        FileCase{"FewFields", "A,x5", Velm::VelmOk, "A", "x5", 0.0, ""},
+        FileCase{"TooManyFields", "A,x5,0.5,n,u,T,more", Velm::VelmOk, "", "", 0.0, ""},
+        FileCase{"Empty", "", Velm::VelmOk, "", "", 0.0, ""},
+        FileCase{"TwoLines", "A,x5,0.5,n,u,T\nB,x5,0.5,n,u,T", Velm::VelmNoData, nullptr, "", 0,
+                 ""},
+        FileCase{"BlankSecond", "A,x5,0.5,n,u,T\n\n", Velm::VelmNoData, nullptr, "", 0, ""}),
     [](const auto& info) { return std::string(info.param.name); });
 
 using MissingFile = TemporaryRoot;

@@ -12,254 +12,187 @@
 #include <QSet>
 #include <QTemporaryDir>
 
+#include <limits>
+
 namespace {
 
-QString utf8(const char* text)
+constexpr int kGuard = 8;
+
+QString operator""_q(const char* text, size_t size)
 {
-    return QString::fromUtf8(text);
+    return QString::fromUtf8(text, static_cast<int>(size));
 }
 
-/// A buffer of the caller's, with guard bytes on both sides.
-class Buffer
+/// A buffer with guard bytes on both sides.
+QByteArray guarded(const QByteArray& content)
 {
-public:
-    explicit Buffer(const QByteArray& content)
-        : m_bytes(kGuard + content + kGuard), m_size(content.size())
-    {}
-    explicit Buffer(unsigned int size) : Buffer(QByteArray(static_cast<int>(size), '?')) {}
-
-    operator char*() { return m_bytes.data() + kGuard.size(); }
-    /// The content, or "overrun".
-    QByteArray content() const
-    {
-        const bool intact = m_bytes.startsWith(kGuard) && m_bytes.endsWith(kGuard);
-        return intact ? m_bytes.mid(kGuard.size(), m_size) : QByteArray("overrun");
-    }
-
-private:
-    inline static const QByteArray kGuard = QByteArray(8, '#');
-    QByteArray m_bytes;
-    int m_size;
-};
-
-struct VariantCase
-{
-    QVariant value;
-    const char* text;
-    Velm::FieldType field;
-    short cad;
-};
-
-struct ColorCase
-{
-    const char* text;
-    int r, g, b;
-};
+    return QByteArray(kGuard, '#') + content + QByteArray(kGuard, '#');
+}
 
 class StringFile : public testing::Test
 {
 protected:
-    QString path(const char* name) const { return m_folder.filePath(utf8(name)); }
+    QString path(const QString& name) const { return m_folder.filePath(name); }
     QString write(const QByteArray& content) const
     {
-        QFile file(path("测 file.txt"));
+        QFile file(path("测 file"_q));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         EXPECT_EQ(file.write(content), content.size());
         return file.fileName();
     }
 
 private:
+    LocalCodec m_local{"GBK"};
     QTemporaryDir m_folder;
 };
 
 }  // namespace
 
-TEST(StringBits, ConvertWithinTheirBuffersWhateverTheNumberOfBits)
+TEST(StringBits, AreConvertedWithinTheirBuffersWhateverTheirNumber)
 {
     const QByteArray source = QByteArray::fromHex("a53c0ff0817e6b12");
-    QByteArray allBits;  // as bytes of 0 and 1
-    for (const char byte : source) {
-        const QByteArray text =
-            QByteArray::number(static_cast<uchar>(byte), 2).rightJustified(8, '0');
-        for (const char digit : text)
-            allBits += static_cast<char>(digit - '0');
+    QByteArray allBits, allValues;
+    for (const char digit : source.toHex()) {
+        allValues += static_cast<char>(QByteArray(1, digit).toInt(nullptr, 16));
+        allBits += QByteArray::number(allValues.back(), 2).rightJustified(4, '0');
     }
-    for (unsigned int bitCount = 0; bitCount <= 64; ++bitCount) {
-        SCOPED_TRACE(bitCount);
-        const int count = static_cast<int>(bitCount);
-        const QByteArray bits = allBits.left(count);
-        const QByteArray hex = source.toHex().toUpper().left(count / 4);
+    allBits.replace('0', '\0').replace('1', '\1');
+    for (int count = 0; count <= 64; ++count) {
+        SCOPED_TRACE(count);
+        const auto bitCount = static_cast<unsigned int>(count);
+        QByteArray bytes = guarded(source.left((count + 7) / 8));
+        QByteArray bits = guarded(QByteArray(count, '?'));
+        CVelmString::Bytes2Bits(bytes.data() + kGuard, bits.data() + kGuard, bitCount);
+        EXPECT_EQ(bits, guarded(allBits.left(count)));
 
-        Buffer bytes(source.left((count + 7) / 8)), unpacked(bitCount);
-        CVelmString::Bytes2Bits(bytes, unpacked, bitCount);
-        EXPECT_EQ(unpacked.content(), bits);
+        bytes = guarded(QByteArray(count / 8, '?'));
+        CVelmString::Bits2Bytes(bytes.data() + kGuard, bits.data() + kGuard, bitCount);
+        EXPECT_EQ(bytes, guarded(source.left(count / 8)));
 
-        Buffer packed(bitCount / 8), plainBits(bits);
-        CVelmString::Bits2Bytes(packed, plainBits, bitCount);
-        EXPECT_EQ(packed.content(), source.left(count / 8));
+        QByteArray hex = guarded(QByteArray(count / 4, '?'));
+        CVelmString::Bits2Hex(hex.data() + kGuard, bits.data() + kGuard, bitCount);
+        EXPECT_EQ(hex, guarded(source.toHex().toUpper().left(count / 4)));
 
-        Buffer digits(bitCount / 4);
-        CVelmString::Bits2Hex(digits, plainBits, bitCount);
-        EXPECT_EQ(digits.content(), hex);
-
-        Buffer expanded(bitCount);
-        CVelmString::Hex2Bits(digits, expanded, bitCount);
-        EXPECT_EQ(expanded.content(), bits.left(count / 4 * 4).leftJustified(count, '\0'));
-        QByteArray values;
-        for (const char digit : hex)
-            values += static_cast<char>(QByteArray(1, digit).toInt(nullptr, 16));
-        EXPECT_EQ(digits.content(), values);
+        bits = guarded(QByteArray(count, '?'));
+        CVelmString::Hex2Bits(hex.data() + kGuard, bits.data() + kGuard, bitCount);
+        EXPECT_EQ(bits, guarded(allBits.left(count / 4 * 4).leftJustified(count, '\0')));
+        EXPECT_EQ(hex, guarded(allValues.left(count / 4)));
     }
 }
 
-TEST(StringVariant, BecomesTextAndFieldTypeByItsType)
+TEST(StringVariant, BecomesTextAndAFieldTypeByItsType)
 {
-    const VariantCase cases[]{
-        {-7, "-7", Velm::FieldInt, 1070},
-        {4294967295U, "4294967295", Velm::FieldInt, 1070},
-        {std::numeric_limits<qlonglong>::min(), "-9223372036854775808", Velm::FieldLong, 1071},
-        {std::numeric_limits<qulonglong>::max(), "18446744073709551615", Velm::FieldLong, 1071},
-        {QVariant::fromValue<long>(-2147483647L), "-2147483647", Velm::FieldText, 1000},
-        {QVariant::fromValue<ulong>(4294967295UL), "4294967295", Velm::FieldText, 1000},
-        {QVariant::fromValue<short>(5), "", Velm::FieldInt, 1070},
-        {QVariant::fromValue<ushort>(5), "", Velm::FieldInt, 1070},
-        {0.1, "0.100000", Velm::FieldReal, 1040},
-        {-1e15, "-1000000000000000.000000", Velm::FieldReal, 1040},
-        {2.5F, "2.500000", Velm::FieldReal, 1040},
-        {QChar(0x6D4B), "测", Velm::FieldText, 1000},
-        {utf8("测 1"), "测 1", Velm::FieldText, 1000},
-        {true, "", Velm::FieldText, 1000},
-        {QByteArray("x"), "", Velm::FieldText, 1000},
-        {QDate(2020, 2, 29), "", Velm::FieldDate, 1000},
-        {QTime(1, 2), "", Velm::FieldDate, 1000},
-        {QDateTime(QDate(2020, 2, 29), QTime(1, 2)), "", Velm::FieldDate, 1000},
-        {QVariantList{1}, "", Velm::FieldText, 1000},
-        {QVariant(), "", Velm::FieldText, 1000}};
-    for (const VariantCase& c : cases) {
-        const auto type = static_cast<QVariant::Type>(c.value.userType());
-        SCOPED_TRACE(QMetaType::typeName(c.value.userType()));
-        EXPECT_EQ(CVelmString::VariantToString(c.value), utf8(c.text));
-        EXPECT_EQ(CVelmString::QVariantType2VelmFieldType(type), c.field);
-        EXPECT_EQ(CVelmString::QVariantType2CadDataType(type), c.cad);
+    const QVariantList values =
+        QVariantList() << -7 << 4294967295U << std::numeric_limits<qlonglong>::min()
+                       << std::numeric_limits<qulonglong>::max() << QVariant::fromValue(-7L)
+                       << QVariant::fromValue(7UL) << QVariant::fromValue<short>(5)
+                       << QVariant::fromValue<ushort>(5) << 0.1 << -1e15 << 2.5F << QChar(0x6D4B)
+                       << "测 1"_q << true << QByteArray("x") << QVariant() << QDate(2020, 2, 29)
+                       << QTime(1, 2) << QDateTime::fromSecsSinceEpoch(0);
+    QString texts, fields;
+    for (const QVariant& value : values) {
+        const auto type = static_cast<QVariant::Type>(value.userType());
+        texts += CVelmString::VariantToString(value) + QLatin1Char('|');
+        fields += QString::number(CVelmString::QVariantType2VelmFieldType(type));
     }
+    EXPECT_EQ(texts, "-7|4294967295|-9223372036854775808|18446744073709551615|-7|7|||0.100000|"
+                     "-1000000000000000.000000|2.500000|测|测 1|||||||"_q);
+    EXPECT_EQ(fields, "1122001133300000444"_q);
+    QList<short> cadTypes;
+    for (const auto type :
+         {QVariant::Int, QVariant::LongLong, QVariant::Double, QVariant::Date, QVariant::String})
+        cadTypes.append(CVelmString::QVariantType2CadDataType(type));
+    EXPECT_EQ(cadTypes, QList<short>({1070, 1071, 1040, 1000, 1000}));  // DXF, extended data
 }
 
 TEST(StringVariant, MapsAreConvertedAndMerged)
 {
-    const QMap<QString, QVariant> map{
-        {utf8("码"), 12}, {utf8("d"), 0.5}, {utf8("f"), 2.0F}, {utf8("t"), utf8("x")}};
-    using Texts = QMap<QString, QString>;
-    EXPECT_EQ(CVelmString::VariantMapToStringMap(map, false), Texts({{utf8("码"), utf8("12")},
-                                                                     {utf8("d"), utf8("0.500000")},
-                                                                     {utf8("f"), utf8("2.000000")},
-                                                                     {utf8("t"), utf8("x")}}));
-    EXPECT_EQ(CVelmString::VariantMapToStringMap(map, true), Texts({{utf8("码"), utf8("12")},
-                                                                    {utf8("d"), utf8("0.5")},
-                                                                    {utf8("f"), utf8("2")},
-                                                                    {utf8("t"), utf8("x")}}));
-
-    const QMap<QString, QVariant> old{{utf8("d"), 7}, {utf8("o"), 8}};
+    const QVariantMap map{{"码"_q, 12}, {"d"_q, 0.5}, {"f"_q, 2.0F}, {"t"_q, "x"_q}};
+    for (const bool shorten : {false, true}) {
+        const QMap<QString, QString> texts = CVelmString::VariantMapToStringMap(map, shorten);
+        EXPECT_EQ(QStringList(texts.values()).join(QLatin1Char(' ')),
+                  shorten ? "0.5 2 x 12"_q : "0.500000 2.000000 x 12"_q);
+    }
     for (const bool overwrite : {false, true}) {
-        QMap<QString, QVariant> to = old;
+        QVariantMap to{{"d"_q, 7}, {"o"_q, 8}};
         CVelmString::ConstVarMap2VarMap(map, to, overwrite);
-        EXPECT_EQ(to.keys().join(QString()), utf8("dfot码"));
-        EXPECT_EQ(to.value(utf8("d")), overwrite ? QVariant(0.5) : QVariant(7));
-        EXPECT_EQ(to.value(utf8("o")), QVariant(8));
+        EXPECT_EQ(to.keys().join(QString()), "dfot码"_q);
+        EXPECT_EQ(to.value("d"_q), overwrite ? 0.5 : 7.0);
     }
 }
 
 TEST(StringVariant, GoesThroughJson)
 {
-    const QVariant value = QVariantMap{{utf8("名"), utf8("测\"量\n")},
-                                       {utf8("list"), QVariantList{1.5, true, QVariantMap()}}};
-    EXPECT_EQ(CVelmString::Json2Variant(CVelmString::Variant2Json(value)), value);
-    EXPECT_EQ(CVelmString::Variant2Json(QVariantMap{{utf8("a"), 1}}), utf8("{\n    \"a\": 1\n}\n"));
-    EXPECT_EQ(CVelmString::Variant2Json(utf8("text")), QString());
-    EXPECT_EQ(CVelmString::Json2Variant(utf8(" {} ")), QVariant(QVariantMap()));
-    for (const char* invalid : {"", "5", "\"a\"", "{", "[1,]", "{\"a\":1}x", "{a:1}"})
-        EXPECT_FALSE(CVelmString::Json2Variant(utf8(invalid)).isValid()) << invalid;
-
-    const auto nested = [](int depth) {
-        return QString(depth, QLatin1Char('[')) + QString(depth, QLatin1Char(']'));
-    };
-    EXPECT_TRUE(CVelmString::Json2Variant(nested(500)).isValid());
-    EXPECT_FALSE(CVelmString::Json2Variant(nested(1000000)).isValid());
+    const QVariantMap map{{"名"_q, "测\"量\n"_q}, {"l"_q, QVariantList{1.5, true, QVariantMap()}}};
+    EXPECT_EQ(CVelmString::Json2Variant(CVelmString::Variant2Json(map)), QVariant(map));
+    EXPECT_EQ(CVelmString::Variant2Json(QVariantMap{{"a"_q, 1}}), "{\n    \"a\": 1\n}\n"_q);
+    EXPECT_EQ(CVelmString::Variant2Json("text"_q), QString());
+    for (const char* invalid : {"", "5", "\"a\"", "{", "[1,]", "{\"a\":1}x"})
+        EXPECT_FALSE(CVelmString::Json2Variant(QString::fromLatin1(invalid)).isValid()) << invalid;
+    for (const int depth : {500, 1000000}) {
+        const QString nested = QString(depth, QLatin1Char('[')) + QString(depth, QLatin1Char(']'));
+        EXPECT_EQ(CVelmString::Json2Variant(nested).isValid(), depth == 500);
+    }
 }
 
 TEST(StringVariant, ColoursAreTextsOfOneOrThreeNumbers)
 {
-    for (const ColorCase& c : {ColorCase{"1,2,3", 1, 2, 3}, ColorCase{"7", 7, -1, -1},
-                               ColorCase{",,7", 7, -1, -1}, ColorCase{"1,,2,3,", 1, 2, 3},
-                               ColorCase{"red,300, -5", 0, 300, -5}, ColorCase{"255,0", -1, -1, -1},
-                               ColorCase{"1,2,3,4", -1, -1, -1}, ColorCase{"", -1, -1, -1}}) {
-        const VelmColor color = CVelmString::String2Color(utf8(c.text));
-        EXPECT_EQ((std::array<int, 3>{color.r, color.g, color.b}),
-                  (std::array<int, 3>{c.r, c.g, c.b}))
-            << c.text;
+    QString numbers;
+    for (const char* text : {"1,2,3", "7", ",1,,2,3,", "red,300, -5", "255,0", "1,2,3,4", ""}) {
+        const VelmColor color = CVelmString::String2Color(QString::fromLatin1(text));
+        numbers += "%1 %2 %3|"_q.arg(color.r).arg(color.g).arg(color.b);
     }
-    EXPECT_EQ(CVelmString::Color2String(QColor(1, 20, 255, 0)), utf8("1,20,255"));
-    EXPECT_EQ(CVelmString::Color2String(QColor::fromHsv(240, 255, 255)), utf8("0,0,255"));
+    EXPECT_EQ(numbers, "1 2 3|7 -1 -1|1 2 3|0 300 -5|-1 -1 -1|-1 -1 -1|-1 -1 -1|"_q);
+    EXPECT_EQ(CVelmString::Color2String(QColor(1, 20, 255, 0)), "1,20,255"_q);
+    EXPECT_EQ(CVelmString::Color2String(QColor::fromHsv(240, 255, 255)), "0,0,255"_q);
     EXPECT_EQ(CVelmString::Color2String(QColor()), QString());
 }
 
-TEST_F(StringFile, IsWrittenInTheLocalCodePageAndReadAsUtf8)
+TEST_F(StringFile, IsWrittenInTheLocalCodePageReadAsUtf8AndSummed)
 {
-    const LocalCodec local("GBK");
-    const QString file = path("测 out.txt");
-    ASSERT_TRUE(CVelmString::WriteFile(file, utf8("测量"), QIODevice::WriteOnly));
-    ASSERT_TRUE(CVelmString::WriteFile(file, utf8("\nA"), QIODevice::Append));
+    const QString file = path("测 out"_q);
+    ASSERT_TRUE(CVelmString::WriteFile(file, "测量"_q, QIODevice::WriteOnly));
+    ASSERT_TRUE(CVelmString::WriteFile(file, "\nA"_q, QIODevice::Append));
     QFile written(file);
     ASSERT_TRUE(written.open(QIODevice::ReadOnly));
     EXPECT_EQ(written.readAll().toHex(), "b2e2c1bf0a41");
-    EXPECT_EQ(CVelmString::ReadFile(write("\xE6\xB5\x8B\r\n"), QIODevice::ReadOnly),
-              utf8("测\r\n"));
-    EXPECT_EQ(
-        CVelmString::ReadFile(write("\xE6\xB5\x8B\r\n"), QIODevice::ReadOnly | QIODevice::Text),
-        utf8("测\n"));
-
-    EXPECT_EQ(CVelmString::ReadFile(path("missing"), QIODevice::ReadOnly), QString());
-    EXPECT_FALSE(CVelmString::WriteFile(path("missing/file"), utf8("x"), QIODevice::WriteOnly));
-    EXPECT_FALSE(CVelmString::WriteFile(file, utf8("x"), QIODevice::ReadOnly));
-    EXPECT_EQ(CVelmString::FormatFilePath(utf8("a/测/b")),
-              utf8("a/测/b").replace(QLatin1Char('/'), QDir::separator()));
-}
-
-TEST_F(StringFile, HasTheMd5OfAllItsBytes)
-{
-    // RFC 1321, A.5, and a million times "a", which takes more than one read.
-    EXPECT_EQ(CVelmString::GetFileMD5(write("")), utf8("d41d8cd98f00b204e9800998ecf8427e"));
-    EXPECT_EQ(CVelmString::GetFileMD5(write("abc")), utf8("900150983cd24fb0d6963f7d28e17f72"));
-    EXPECT_EQ(CVelmString::GetFileMD5(write(QByteArray(1000000, 'a'))),
-              utf8("7707d6ae4e027c70eea2a935c2296f21"));
-    EXPECT_EQ(CVelmString::GetFileMD5(path("missing")), QString());
+    const QString utf8File = write("\xE6\xB5\x8B\r\n");
+    EXPECT_EQ(CVelmString::ReadFile(utf8File, QIODevice::ReadOnly), "测\r\n"_q);
+    EXPECT_EQ(CVelmString::ReadFile(utf8File, QIODevice::ReadOnly | QIODevice::Text), "测\n"_q);
+    EXPECT_FALSE(CVelmString::WriteFile(path("missing/file"_q), "x"_q, QIODevice::WriteOnly));
+    EXPECT_FALSE(CVelmString::WriteFile(file, "x"_q, QIODevice::ReadOnly));
+#ifdef Q_OS_LINUX
+    EXPECT_FALSE(CVelmString::WriteFile("/dev/full"_q, "x"_q, QIODevice::WriteOnly));
+#endif
+    EXPECT_EQ(CVelmString::ReadFile(path("missing"_q), QIODevice::ReadOnly), QString());
+    EXPECT_EQ(CVelmString::GetFileMD5(path("missing"_q)), QString());
+    // RFC 1321, A.5, and by Python's hashlib; the second takes more than one read.
+    EXPECT_EQ(CVelmString::GetFileMD5(write("abc")), "900150983cd24fb0d6963f7d28e17f72"_q);
+    EXPECT_EQ(CVelmString::GetFileMD5(write(QByteArray("a\r\n").repeated(300000))),
+              "51900db0943122e2a81fdc42cc0d5d85"_q);
 }
 
 TEST(StringIdentifier, IsRandomAndHasTheFormOfAGuid)
 {
-    const QRegularExpression form(
-        utf8("^[0-9A-F]{12}4[0-9A-F]{3}[89AB][0-9A-F]{15}$"));  // RFC 4122, 4.4
+    const QRegularExpression form("^[0-9A-F]{12}4[0-9A-F]{3}[89AB][0-9A-F]{15}$"_q);  // RFC 4122
     QSet<QString> guids;
-    for (int i = 0; i < 1000; ++i) {
-        const QString guid = CVelmString::makeGuid();
-        ASSERT_TRUE(form.match(guid).hasMatch()) << guid.toStdString();
-        guids.insert(guid);
-    }
+    for (int i = 0; i < 1000; ++i)
+        guids.insert(CVelmString::makeGuid());
     EXPECT_EQ(guids.size(), 1000);
-
+    EXPECT_TRUE(form.match(*guids.cbegin()).hasMatch()) << guids.cbegin()->toStdString();
     const QString folder = CVelmString::GetTempFolder();
+    EXPECT_EQ(CVelmString::FormatFilePath("a/测"_q), "a"_q + QDir::separator() + "测"_q);
     EXPECT_TRUE(form.match(folder.right(32)).hasMatch()) << folder.toStdString();
     EXPECT_EQ(QDir(folder.chopped(32)).canonicalPath(), QDir::temp().canonicalPath());
-    EXPECT_TRUE(folder.chopped(32).endsWith(QDir::separator()));
+    EXPECT_EQ(folder.at(folder.size() - 33), QDir::separator());
     EXPECT_FALSE(QDir(folder).exists());
 }
 
 TEST(StringPassword, IsBase64OfTheLocalCodePage)
 {
     const LocalCodec local("GBK");
-    const std::pair<const char*, const char*> texts[]{
-        {"", ""}, {"f", "Zg=="}, {"foobar", "Zm9vYmFy"}, {"测量123", "suLBvzEyMw=="}};
-    for (const auto& [plain, hidden] : texts) {
-        EXPECT_EQ(CVelmString::encryption(utf8(plain)), utf8(hidden));
-        EXPECT_EQ(CVelmString::deciphering(utf8(hidden)), utf8(plain));
-    }
+    EXPECT_EQ(CVelmString::encryption("foobar"_q), "Zm9vYmFy"_q);       // RFC 4648, section 10
+    EXPECT_EQ(CVelmString::encryption("测量123"_q), "suLBvzEyMw=="_q);  // B2 E2 C1 BF 31 32 33
+    EXPECT_EQ(CVelmString::deciphering("suLBvzEyMw=="_q), "测量123"_q);
+    EXPECT_EQ(CVelmString::deciphering(CVelmString::encryption(QString())), QString());
 }

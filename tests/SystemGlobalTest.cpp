@@ -5,8 +5,13 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
-#include <QLibrary>
+#include <QFile>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
 
 namespace {
 
@@ -14,6 +19,37 @@ CVelmSystemGlobal& system()
 {
     return *CVelmSystemGlobal::Instance();
 }
+
+QString sqliteDriver()
+{
+    QString file;
+    for (const QString& folder : QCoreApplication::libraryPaths()) {
+        const QDir drivers(folder + QStringLiteral("/sqldrivers"));
+        for (const QString& name : drivers.entryList({QStringLiteral("*qsqlite.*")}, QDir::Files))
+            file = drivers.filePath(name);
+    }
+    return file;
+}
+
+#ifdef Q_OS_WIN
+HINSTANCE load(const QString& file)
+{
+    return LoadLibraryW(reinterpret_cast<LPCWSTR>(file.utf16()));
+}
+void unload(HINSTANCE module)
+{
+    FreeLibrary(module);
+}
+#else
+HINSTANCE load(const QString& file)
+{
+    return static_cast<HINSTANCE>(dlopen(QFile::encodeName(file).constData(), RTLD_NOW));
+}
+void unload(HINSTANCE module)
+{
+    dlclose(module);
+}
+#endif
 
 }  // namespace
 
@@ -31,7 +67,8 @@ TEST_F(SystemGlobalTest, FollowsTheRootThatTheEnvironmentNames)
     qputenv("VELM_ROOT", "no such folder");
     const QString ownFolder = system().getSystemRootRoute();
     EXPECT_FALSE(QDir(ownFolder).entryList({QStringLiteral("*VelmCommon*")}, QDir::Files).isEmpty())
-        << "without a valid VELM_ROOT the root is the library's folder, not " << ownFolder.toStdString();
+        << "without a valid VELM_ROOT the root is the library's folder, not "
+        << ownFolder.toStdString();
 }
 
 TEST_F(SystemGlobalTest, PutsTheHostsPathsBeforeItsOwnAndKeepsEachOnce)
@@ -52,21 +89,23 @@ TEST_F(SystemGlobalTest, PutsTheHostsPathsBeforeItsOwnAndKeepsEachOnce)
 
 TEST_F(SystemGlobalTest, FindsTheFoldersOfLoadedModules)
 {
-    // Qt's core library is loaded by every test; the program itself is the null handle.
-#ifdef Q_OS_WIN
-    const QString core = QStringLiteral("Qt5Core.dll");
-#else
-    const QString core = QStringLiteral("libQt5Core.so.5");
-#endif
-    EXPECT_TRUE(system().addSearchPathByDllName(core, 0));
-    EXPECT_FALSE(system().addSearchPathByDllName(QStringLiteral("not loaded.dll"), 0));
+    // Any library will do, loaded from a folder that goes with the test: a search path stays for
+    // the whole process.
+    const QString module = path(QStringLiteral("模块/bin/probe.dll"));
+    writeFile(QStringLiteral("模块/bin/readme"), "");
+    ASSERT_TRUE(QFile::copy(sqliteDriver(), module));
+    EXPECT_FALSE(system().addSearchPathByDllName(QStringLiteral("probe.dll"), 0))
+        << "not loaded yet";
+    const HINSTANCE handle = load(module);
+    ASSERT_NE(handle, nullptr);
+    EXPECT_TRUE(system().addSearchPathByDllName(QStringLiteral("probe.dll"), 0));
+    EXPECT_TRUE(system().addSearchPathByDllName(module, 0));
+    EXPECT_TRUE(system().addSearchPathByHandle(handle, 1));
+    EXPECT_FALSE(system().addSearchPathByHandle(handle, 1000)) << "no folder has that many parents";
+    EXPECT_FALSE(system().addSearchPathByHandle(nullptr, 1000));
     EXPECT_FALSE(system().addSearchPathByDllName(QString(), 0));
-    EXPECT_FALSE(system().addSearchPathByHandle(nullptr, 1000)) << "no folder has that many parents";
-
-    EXPECT_TRUE(system().addSearchPathByHandle(nullptr, 0));
-    EXPECT_TRUE(system().addSearchPathByHandle(nullptr, 1));
-    const QString programFolder = QFileInfo(QCoreApplication::applicationFilePath()).canonicalPath();
-    const QStringList paths = system().getSearchPaths();
-    EXPECT_TRUE(paths.contains(programFolder)) << programFolder.toStdString();
-    EXPECT_TRUE(paths.contains(QFileInfo(programFolder).path()));
+    unload(handle);
+    EXPECT_EQ(system().getSearchPaths().filter(root()),
+              QStringList({path(QStringLiteral("模块/bin")), path(QStringLiteral("模块")),
+                           path(QStringLiteral("config")), root()}));
 }

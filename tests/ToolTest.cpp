@@ -46,11 +46,15 @@ class ToolTest : public TemporaryRoot
 {
 protected:
     /// Makes the sample configuration in the root and answers what the program said.
-    Answer init(const QStringList& options = {}) { return velm(QStringList{QStringLiteral("init"), root()} + options); }
+    Answer init(const QStringList& options = {})
+    {
+        return velm(QStringList{QStringLiteral("init"), root()} + options);
+    }
 
     QStringList files() const
     {
-        return QDir(path(QStringLiteral("config"))).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        return QDir(path(QStringLiteral("config")))
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 };
 
@@ -61,7 +65,8 @@ TEST_F(ToolTest, LooksUpCodesByAnyOfTheirNames)
     ASSERT_EQ(init().exitCode, 0);
     const Answer card = velm(words("lookup 310301 110102"));
     EXPECT_EQ(card.exitCode, 0);
-    EXPECT_TRUE(card.output.contains(QStringLiteral("310301 一般房屋\n"))) << card.output.toStdString();
+    EXPECT_TRUE(card.output.contains(QStringLiteral("310301 一般房屋\n")))
+        << card.output.toStdString();
     EXPECT_TRUE(card.output.contains(QStringLiteral("    extension tables  EXT_FWDC, EXT_FWAQ\n")));
     EXPECT_TRUE(card.output.contains(QStringLiteral("\n110102 三角点\n")));
 
@@ -70,10 +75,14 @@ TEST_F(ToolTest, LooksUpCodesByAnyOfTheirNames)
     ASSERT_EQ(json.json.array().size(), 2);
     const QJsonObject house = json.json.array().at(0).toObject();
     EXPECT_EQ(house.value(QStringLiteral("code")).toString(), QStringLiteral("310301"));
-    EXPECT_EQ(house.value(QStringLiteral("index")).toObject().value(QStringLiteral("gisTable")).toString(),
+    EXPECT_EQ(house.value(QStringLiteral("index"))
+                  .toObject()
+                  .value(QStringLiteral("gisTable"))
+                  .toString(),
               QStringLiteral("JMD_PG"));
-    EXPECT_EQ(house.value(QStringLiteral("work")).toObject().value(QStringLiteral("layer")).toString(),
-              QStringLiteral("JMD_M"));
+    EXPECT_EQ(
+        house.value(QStringLiteral("work")).toObject().value(QStringLiteral("layer")).toString(),
+        QStringLiteral("JMD_M"));
     EXPECT_FALSE(json.json.array().at(1).toObject().value(QStringLiteral("found")).toBool(true));
 
     const int housesOfTable = velm(words("lookup --by table jmd_pg --json")).json.array().size();
@@ -91,8 +100,10 @@ TEST_F(ToolTest, ListsByNameInitialsAndType)
             list.append(row.toObject().value(QStringLiteral("name")).toString());
         return list;
     };
-    EXPECT_TRUE(names(velm(words("list --json --match 三角点"))).contains(QStringLiteral("小三角点")));
-    EXPECT_TRUE(names(velm(words("list --json --match xsjd"))).contains(QStringLiteral("小三角点")));
+    EXPECT_TRUE(
+        names(velm(words("list --json --match 三角点"))).contains(QStringLiteral("小三角点")));
+    EXPECT_TRUE(
+        names(velm(words("list --json --match xsjd"))).contains(QStringLiteral("小三角点")));
     for (const QJsonValue& row : velm(words("list --json --type 3")).json.array())
         EXPECT_EQ(row.toObject().value(QStringLiteral("entityType")).toInt(), 3);
 
@@ -100,8 +111,8 @@ TEST_F(ToolTest, ListsByNameInitialsAndType)
     const QStringList lines = velm(words("list --table KZD_PT")).output.split(QLatin1Char('\n'));
     const int column = lines.first().indexOf(QStringLiteral("TYPE"));
     for (const QString& line : lines.mid(1, lines.size() - 2)) {
-        const QString shown = QString(line).replace(QRegularExpression(QStringLiteral("[\\x{4e00}-\\x{9fff}]")),
-                                                    QStringLiteral("xx"));
+        const QString shown = QString(line).replace(
+            QRegularExpression(QStringLiteral("[\\x{4e00}-\\x{9fff}]")), QStringLiteral("xx"));
         EXPECT_EQ(shown.indexOf(QStringLiteral("general")), column) << line.toStdString();
     }
 }
@@ -130,13 +141,16 @@ TEST_F(ToolTest, TellsWhatIsWrongAndWhatToDo)
     for (const auto& c : cases) {
         const Answer answer = velm(words(c.arguments));
         EXPECT_EQ(answer.exitCode, c.exitCode) << c.arguments;
-        EXPECT_TRUE(answer.talk.contains(QString::fromUtf8(c.talk))) << c.arguments << ": " << answer.talk.toStdString();
+        EXPECT_TRUE(answer.talk.contains(QString::fromUtf8(c.talk)))
+            << c.arguments << ": " << answer.talk.toStdString();
         EXPECT_EQ(answer.output, QString()) << c.arguments;
     }
-    writeFile(QStringLiteral("config/peltaconfig.db"), "this is no database, and long enough to be seen as none");
+    writeFile(QStringLiteral("config/peltaconfig.db"),
+              "this is no database, and long enough to be seen as none");
     const Answer broken = velm(words("lookup 310301"));
     EXPECT_EQ(broken.exitCode, 3);
-    EXPECT_TRUE(broken.talk.contains(QStringLiteral("peltaconfig.db"))) << broken.talk.toStdString();
+    EXPECT_TRUE(broken.talk.contains(QStringLiteral("peltaconfig.db")))
+        << broken.talk.toStdString();
 }
 
 TEST_F(ToolTest, WritesTheWholeSampleSetOrNothing)
@@ -147,7 +161,8 @@ TEST_F(ToolTest, WritesTheWholeSampleSetOrNothing)
     EXPECT_TRUE(refused.talk.contains(QStringLiteral("config/work.def already; --force")));
     EXPECT_EQ(files(), QStringList{QStringLiteral("work.def")});
     EXPECT_EQ(QDir(root()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-              QStringList{QStringLiteral("config")}) << "the staging folder must be gone";
+              QStringList{QStringLiteral("config")})
+        << "the staging folder must be gone";
 
     EXPECT_EQ(init({QStringLiteral("--force")}).exitCode, 0);
     EXPECT_EQ(files(), words("attribute.def index.ini peltaconfig.db PipeConfig.db work.def"));
@@ -158,33 +173,42 @@ TEST_F(ToolTest, WritesTheWholeSampleSetOrNothing)
     writeFile(QStringLiteral("config/index.ini"), "mine");
     const Answer blocked = init({QStringLiteral("--force")});
     EXPECT_EQ(blocked.exitCode, 3);
-    EXPECT_TRUE(blocked.talk.contains(QStringLiteral("nothing was written"))) << blocked.talk.toStdString();
+    EXPECT_TRUE(blocked.talk.contains(QStringLiteral("nothing was written")))
+        << blocked.talk.toStdString();
     QFile index(path(QStringLiteral("config/index.ini")));
     ASSERT_TRUE(index.open(QIODevice::ReadOnly));
     EXPECT_EQ(index.readAll(), "mine");
     EXPECT_TRUE(QFile::exists(path(QStringLiteral("config/work.def/mine"))));
     EXPECT_EQ(files().size(), 5);
-    EXPECT_EQ(velm({QStringLiteral("init"), path(QStringLiteral("config/index.ini/below"))}).exitCode, 3);
+    EXPECT_EQ(
+        velm({QStringLiteral("init"), path(QStringLiteral("config/index.ini/below"))}).exitCode, 3);
 }
 
 TEST_F(ToolTest, FillsTheSampleSetWithDataThatFitTogether)
 {
     ASSERT_EQ(init().exitCode, 0);
-    EXPECT_EQ(querySql(QStringLiteral("select code from indexini where code not in (select code from Workdef) union "
-                                      "select code from Workdef where code not in (select code from indexini) union "
-                                      "select code from QuobAreaLine where code not in (select code from indexini) union "
-                                      "select code from VelmAnnotate where code not in (select code from indexini) union "
-                                      "select code from IndexiniExtend where code not in (select code from indexini)")),
-              QStringList());
+    EXPECT_EQ(
+        querySql(QStringLiteral(
+            "select code from indexini where code not in (select code from Workdef) union "
+            "select code from Workdef where code not in (select code from indexini) union "
+            "select code from QuobAreaLine where code not in (select code from indexini) union "
+            "select code from VelmAnnotate where code not in (select code from indexini) union "
+            "select code from IndexiniExtend where code not in (select code from indexini)")),
+        QStringList());
     EXPECT_EQ(querySql(QStringLiteral("select [TABLE] from Attributefield where [TABLE] not in "
                                       "(select [TABLE] from Attributetable)")),
               QStringList());
-    EXPECT_EQ(querySql(QStringLiteral("select upper(usecode) from indexini group by 1 having count(*) > 1")), QStringList());
-    EXPECT_EQ(querySql(QStringLiteral("select distinct [DEFAULT] from Attributefield where [DEFAULT] like 'TBL\\_%' escape '\\' "
+    EXPECT_EQ(querySql(QStringLiteral(
+                  "select upper(usecode) from indexini group by 1 having count(*) > 1")),
+              QStringList());
+    EXPECT_EQ(querySql(QStringLiteral("select distinct [DEFAULT] from Attributefield where "
+                                      "[DEFAULT] like 'TBL\\_%' escape '\\' "
                                       "and [DEFAULT] not in (select name from sqlite_master)")),
               QStringList());
-    EXPECT_EQ(querySql(QStringLiteral("select count(*) from sqlite_master where type = 'index' and tbl_name = 'indexini'")),
-              QStringList{QStringLiteral("1")});
+    EXPECT_EQ(
+        querySql(QStringLiteral(
+            "select count(*) from sqlite_master where type = 'index' and tbl_name = 'indexini'")),
+        QStringList{QStringLiteral("1")});
     QFile older(path(QStringLiteral("config/index.ini")));
     ASSERT_TRUE(older.open(QIODevice::ReadOnly));
     const QByteArray first = older.readLine();

@@ -23,11 +23,13 @@ protected:
     Velm::ErrorStatus load(const char* columns, const QStringList& rows)
     {
         runSql({QStringLiteral("drop table if exists Workdef"),
-                QStringLiteral("create table Workdef (") + QString::fromUtf8(columns) + QLatin1Char(')')});
+                QStringLiteral("create table Workdef (") + QString::fromUtf8(columns)
+                    + QLatin1Char(')')});
         for (const QString& row : rows)
             runSql({QStringLiteral("insert into Workdef values (") + row + QLatin1Char(')')});
         CVelmDatabase database;
-        EXPECT_EQ(database.initDatabase(path(QStringLiteral("config/peltaconfig.db")), QString()), Velm::VelmOk);
+        EXPECT_EQ(database.initDatabase(path(QStringLiteral("config/peltaconfig.db")), QString()),
+                  Velm::VelmOk);
         return m_work.initVelmWork(database);
     }
 
@@ -35,7 +37,8 @@ protected:
     const QString m_code = QStringLiteral("A");
 };
 
-constexpr char kAllColumns[] = "code text, par1 text, par2 text, text text, color int, layer text, enttype int";
+constexpr char kAllColumns[] =
+    "code text, par1 text, par2 text, text text, color int, layer text, enttype int";
 
 }  // namespace
 
@@ -53,7 +56,8 @@ TEST_F(WorkTest, AnswersEveryFieldOfTheLastRow)
     EXPECT_EQ(m_work.get_layer(m_code, layer, true), 0);
     EXPECT_EQ(m_work.get_color(m_code, color), 0);
     EXPECT_EQ(m_work.get_enttype(m_code, enttype), 0);
-    const QStringList expected{QStringLiteral("注"), QStringLiteral("块"), QStringLiteral("0.5"), QStringLiteral("KZD")};
+    const QStringList expected{QStringLiteral("注"), QStringLiteral("块"), QStringLiteral("0.5"),
+                               QStringLiteral("KZD")};
     EXPECT_EQ(QStringList({text, par1, par2, layer}), expected);
     EXPECT_EQ(color, 12);
     EXPECT_EQ(enttype, 5);
@@ -81,7 +85,8 @@ TEST_F(WorkTest, TellsAnEmptyCodeFromAnUnknownOne)
     QString text = item.text;
     EXPECT_EQ(m_work.get_text(QString(), text), Velm::VelmNotFound);
     int number = 42;
-    EXPECT_EQ(m_work.get_par(QStringLiteral("B"), text, number, text, text, text, number), Velm::VelmNotFound);
+    EXPECT_EQ(m_work.get_par(QStringLiteral("B"), text, number, text, text, text, number),
+              Velm::VelmNotFound);
     EXPECT_EQ(item.text + text, QStringLiteral("untoucheduntouched"));
     EXPECT_EQ(number, 42);
     EXPECT_TRUE(m_work.isValidCode(m_code));

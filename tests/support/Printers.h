@@ -6,8 +6,8 @@
 
 #include <ostream>
 
-// What GoogleTest prints when an expectation about Qt values fails. Found by argument-dependent look-up, so they stand
-// in the namespace of the types, the global one.
+// What GoogleTest prints when an expectation about Qt values fails. Found by argument-dependent
+// look-up, so they stand in the namespace of the types, the global one.
 
 inline void PrintTo(const QString& text, std::ostream* out)
 {
@@ -21,5 +21,6 @@ inline void PrintTo(const QStringList& list, std::ostream* out)
 
 inline void PrintTo(const QVariant& value, std::ostream* out)
 {
-    *out << (value.isValid() ? value.typeName() : "invalid") << '(' << value.toString().toStdString() << ')';
+    *out << (value.isValid() ? value.typeName() : "invalid") << '('
+         << value.toString().toStdString() << ')';
 }

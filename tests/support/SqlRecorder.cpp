@@ -12,19 +12,19 @@
 
 namespace {
 
+SqlRecorder* recorder = nullptr;
+
 class RecordingResult : public QSqlResult
 {
 public:
-    RecordingResult(const QSqlDriver* driver, SqlRecorder& recorder)
-        : QSqlResult(driver), m_recorder(recorder)
-    {}
+    explicit RecordingResult(const QSqlDriver* driver) : QSqlResult(driver) {}
 
 protected:
     bool savePrepare(const QString& statement) override { return reset(statement); }
     bool exec() override { return true; }
     bool reset(const QString& statement) override
     {
-        const bool accepted = m_recorder.ask(statement);
+        const bool accepted = recorder->ask(statement);
         setSelect(true);
         setActive(accepted);
         setLastError(accepted ? QSqlError() : QSqlError(QStringLiteral("refused")));
@@ -47,67 +47,47 @@ protected:
         columns.append(QSqlField(QStringLiteral("N"), QVariant::Int));
         return columns;
     }
-
-private:
-    SqlRecorder& m_recorder;
 };
 
 class RecordingDriver : public QSqlDriver
 {
 public:
-    RecordingDriver(SqlRecorder& recorder, const QString& name) : m_recorder(recorder), m_name(name)
-    {}
-
     bool hasFeature(DriverFeature feature) const override { return feature == Transactions; }
-    QSqlResult* createResult() const override { return new RecordingResult(this, m_recorder); }
-    bool beginTransaction() override { return m_recorder.ask(QStringLiteral("begin")); }
-    bool commitTransaction() override { return m_recorder.ask(QStringLiteral("commit")); }
-    bool rollbackTransaction() override { return m_recorder.ask(QStringLiteral("rollback")); }
-    bool open(const QString& database, const QString&, const QString&, const QString&, int,
+    QSqlResult* createResult() const override { return new RecordingResult(this); }
+    bool beginTransaction() override { return recorder->ask(QStringLiteral("begin")); }
+    bool commitTransaction() override { return recorder->ask(QStringLiteral("commit")); }
+    bool rollbackTransaction() override { return recorder->ask(QStringLiteral("rollback")); }
+    bool open(const QString& name, const QString&, const QString&, const QString&, int,
               const QString&) override
     {
-        setOpen(m_recorder.ask(m_name + QStringLiteral(" open ") + database));
+        setOpen(recorder->ask(QStringLiteral("open ") + name));
         return isOpen();
     }
     void close() override
     {
         if (isOpen())  // Qt closes again when the last handle goes
-            m_recorder.ask(QStringLiteral("close"));
+            recorder->ask(QStringLiteral("close"));
         setOpen(false);
     }
-
-private:
-    SqlRecorder& m_recorder;
-    QString m_name;
 };
 
-struct Creator : QSqlDriverCreatorBase
-{
-    Creator(SqlRecorder& r, const QString& n) : recorder(r), name(n) {}
-    QSqlDriver* createObject() const override { return new RecordingDriver(recorder, name); }
-
-    SqlRecorder& recorder;
-    QString name;
-};
-
-const QStringList& drivers()
-{
-    static const QStringList names{QStringLiteral("QSQLITE"), QStringLiteral("QODBC")};
-    return names;
-}
+constexpr const char* kDrivers[] = {"QSQLITE", "QODBC"};
 
 }  // namespace
 
 SqlRecorder::SqlRecorder()
 {
-    for (const QString& name : drivers())
-        QSqlDatabase::registerSqlDriver(name, new Creator(*this, name));
+    recorder = this;
+    for (const char* name : kDrivers)
+        QSqlDatabase::registerSqlDriver(QLatin1String(name),
+                                        new QSqlDriverCreator<RecordingDriver>);
 }
 
 SqlRecorder::~SqlRecorder()
 {
-    for (const QString& name : drivers())
-        QSqlDatabase::registerSqlDriver(name, nullptr);
+    for (const char* name : kDrivers)
+        QSqlDatabase::registerSqlDriver(QLatin1String(name), nullptr);
+    recorder = nullptr;
 }
 
 QString SqlRecorder::take()

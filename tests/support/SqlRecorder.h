@@ -1,11 +1,10 @@
 #pragma once
 
-#include <QString>
 #include <QStringList>
 
-/// Takes the place of the drivers for SQLite and ODBC while it lives: keeps what it is asked for,
-/// reaches no database, answers every statement with one row that holds one column "N" with the
-/// number 1. Outlives the connections opened through it.
+/// Takes the place of the drivers for SQLite and ODBC while it lives: keeps what they are asked for
+/// and reaches no database. Every statement has one row that holds 1 in one column "N". There is
+/// one at a time, and it outlives the connections opened through it.
 class SqlRecorder
 {
 public:
@@ -14,8 +13,8 @@ public:
     SqlRecorder(const SqlRecorder&) = delete;
     SqlRecorder& operator=(const SqlRecorder&) = delete;
 
-    /// What it was asked for since the last call, one a line: the texts of statements executed or
-    /// prepared, "DRIVER open NAME", "close", "begin", "commit" and "rollback".
+    /// What was asked for since the last call, one a line: the texts of statements executed or
+    /// prepared, "open NAME", "close", "begin", "commit" and "rollback".
     QString take();
 
     /// What begins so fails, a statement with the text "refused".

@@ -6,8 +6,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// A fixture with a system root of its own: an empty folder with an empty "config" in it, named by VELM_ROOT while
-/// the test runs. Its name holds Chinese characters and a blank.
+/// A fixture with a system root of its own: an empty folder with an empty "config" in it, named by
+/// VELM_ROOT while the test runs. Its name holds Chinese characters and a blank.
 class TemporaryRoot : public testing::Test
 {
 protected:
@@ -21,7 +21,8 @@ protected:
     /// Writes a file below the root, with the folders it needs.
     void writeFile(const QString& relative, const QByteArray& content) const;
 
-    /// Executes statements on a SQLite file below the root, the system configuration database unless told otherwise.
+    /// Executes statements on a SQLite file below the root, the system configuration database
+    /// unless told otherwise.
     void runSql(const QStringList& statements,
                 const QString& relative = QStringLiteral("config/peltaconfig.db")) const;
 

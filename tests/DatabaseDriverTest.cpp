@@ -1,0 +1,268 @@
+#include "CVelmDatabase.h"
+
+#include "support/Printers.h"
+#include "support/Records.h"
+#include "support/SqlRecorder.h"
+
+#include <gtest/gtest.h>
+
+#include <QDateTime>
+#include <QEventLoop>
+#include <QTimer>
+
+namespace {
+
+/// Databases of which only the requests to their drivers are real.
+class DatabaseDriver : public testing::Test
+{
+protected:
+    void open(const QString& file, const QString& options = QString())
+    {
+        ASSERT_EQ(database.initDatabase(file, options), Velm::VelmOk);
+    }
+
+    /// How many more connections Qt knows than before the test.
+    int registered() const { return QSqlDatabase::connectionNames().size() - m_before; }
+
+    SqlRecorder driver;
+    CVelmDatabase database;
+
+private:
+    const int m_before = QSqlDatabase::connectionNames().size();
+};
+
+/// Runs the event loop until every timer of up to 10 ms is through.
+void letTimersPass()
+{
+    QEventLoop loop;
+    QTimer::singleShot(20, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+using Db = CVelmDatabase;
+
+const QString T = u"T"_s, F = u"列"_s;
+const Record kAll, kKey{{u"K"_s, 7}}, kTwo{{u"B"_s, u"x"_s}, {u"A"_s, 1}};
+const QList<QPair<QString, Velm::DataBaseOrderByType>> kSorted{{u"A"_s, Velm::OrderDescending},
+                                                               {u"B"_s, Velm::OrderAscending}};
+
+void createTable(Db& db)
+{
+    QList<VelmFieldItem> fields;
+    for (const int type : {0, 1, 2, 3, 4, -1}) {
+        fields.append(VelmFieldItem());
+        fields.last().m_fieldName = u"列%1"_s.arg(type);
+        fields.last().m_fieldType = static_cast<Velm::FieldType>(type);
+        fields.last().m_fieldMust = type == 0 || type == 2;
+    }
+    db.createTable(T, fields);
+}
+
+const struct
+{
+    void (*call)(Db& db);
+    const char* statements;  // with "{exists}" and "{real}" where the systems differ
+} kStatements[] = {
+    {[](Db& db) { db.existTable(T); }, "{exists}"},
+    {createTable,
+     "{exists}\nDROP TABLE T\nCreate Table T([列0] TEXT NOT NULL, [列1] INT, [列2] LONG NOT NULL, "
+     "[列3] {real}, [列4] TEXT, [列-1] TEXT);"},
+    {[](Db& db) { db.clearTable(u"A;表"_s); }, "DELETE FROM A\nDELETE FROM 表"},
+    {[](Db& db) { db.readTable(T); }, "select * from T"},
+    {[](Db& db) { db.writeRecord(T, kTwo); }, "{exists}\ninsert into T ([A], [B]) values(1, 'x')"},
+    {[](Db& db) { db.writeRecordBlob(T, kTwo); }, "insert into T ([A],[B]) values (:A,:B)"},
+    {[](Db& db) { db.updataRecord(T, kKey, kTwo); },
+     "select count(*) from T where [A]=1 and [B]='x'\n"
+     "update T set [K]=7 where [A]=1 and [B]='x'"},
+    {[](Db& db) { db.deleteRecord(T, kTwo); }, "{exists}\ndelete from [T] where [A]=1 and [B]='x'"},
+    {[](Db& db) { db.deleteRecord(T, kAll); }, "{exists}\ndelete from [T] "},
+    {[](Db& db) { db.readRecord(T, kTwo, true); }, "select * from [T] where [A]=1 and [B]='x'"},
+    {[](Db& db) { db.readRecord(T, kTwo, false); },
+     "select * from [T] where [A]=1 and [B]='x' COLLATE NOCASE "},
+    {[](Db& db) { db.readRecord(T, F, kKey, true); }, "select [列] from [T] where [K]=7"},
+    {[](Db& db) { db.readRecord(T, F, kAll, false); }, "select [列] from [T]  COLLATE NOCASE "},
+    {[](Db& db) { db.readRecords(T, F, kAll, false, true); }, "select [列] from T"},
+    {[](Db& db) { db.readRecords(T, F, kKey, true, false); },
+     "select distinct [列] from T where [K]=7 COLLATE NOCASE "},
+    {[](Db& db) { db.readFields(T, F, kKey); }, "select [列] from T where [K]=7"},
+    {[](Db& db) { db.readRecords(T, kAll, {}, true); }, "select * from [T] "},
+    {[](Db& db) { db.readRecords(T, kKey, kSorted, false); },
+     "select * from [T] where [K]=7 COLLATE NOCASE  order by A desc,B asc"},
+    {[](Db& db) { db.recordCount(T, kAll); }, "select count(*) from T "},
+    {[](Db& db) { db.columnCount(T); }, "select * from [T]"},
+    {[](Db& db) { db.addColumnField(T, F, QVariant::LongLong, 20); },
+     "alter table T add column [列] LONG"},
+    {[](Db& db) { db.delColumnField(T, F); }, "alter table T drop COLUMN '列'"},
+    {[](Db& db) { db.changeColumnType(T, F, QVariant::Int); },
+     "alter table T alter column [T] INT"},
+    {[](Db& db) { db.copyColumnValue(T, u"A"_s, F); }, "update T set 列=A"},
+    {[](Db& db) { db.renameColumnName(T, u"N"_s, F); },
+     "select * from [T]\nselect * from [T]\nalter table T add column [列] INT\n"
+     "update T set 列=N\nalter table T drop COLUMN 'N'"},
+};
+
+const QDateTime kNoon(QDate(2024, 2, 29), QTime(12, 0));
+
+const struct
+{
+    QVariant value;
+    const char* term;    // in a condition, before another one
+    const char* sqlite;  // in an insert
+    const char* access;  // null: the same
+} kValues[] = {
+    {true, "[A]=1 and ", "1", nullptr},
+    {4294967295U, "[A]=4294967295 and ", "4294967295", nullptr},
+    {Q_INT64_C(-9007199254740993), "[A]=-9007199254740993 and ", "-9007199254740993", nullptr},
+    {~Q_UINT64_C(0), "[A]= and ", "18446744073709551615", nullptr},
+    {0.1 + 0.2, "[A]=0.30000000000000004 and ", "0.30000000000000004", nullptr},
+    {0.5F, "[A]=0.5 and ", "0.5", nullptr},
+    {QChar(u'K'), "[A]=K and ", "'K'", nullptr},
+    {u"%1[B]%2 O'N"_s, "[A]='%1[B]%2 O'N' and ", "'%1[B]%2 O'N'", nullptr},
+    {kNoon.date(), "[A]= and ", "'2024-02-29'", "#2024-02-29#"},
+    {kNoon.time(), "[A]= and ", "'12:00:00'", "#12:00:00#"},
+    {kNoon, "[A]= and ", "'2024-02-29T12:00:00'", "#2024-02-29 12:00:00#"},
+    {kNoon.addMSecs(1250), "[A]= and ", "'2024-02-29T12:00:01.250'", "#2024-02-29 12:00:01#"},
+    {QVariant(QVariant::Int), "", "null", nullptr},
+    {QString(), "[A]='' and ", "null", nullptr},
+};
+
+}  // namespace
+
+TEST_F(DatabaseDriver, GetsTheSameStatementsOnBothSystemsButForTablesAndReals)
+{
+    const QString exists =
+        u"select count(*) from sqlite_master where type = 'table' and name = 'T'"_s;
+    for (const bool access : {false, true}) {
+        open(access ? u"库.mdb"_s : u"库.db"_s);
+        driver.take();
+        for (const auto& c : kStatements) {
+            QString expected = QString::fromUtf8(c.statements);
+            expected.replace(u"{exists}"_s, access ? u"select * from T"_s : exists);
+            expected.replace(u"{real}"_s, access ? u"NUMERIC"_s : u"REAL"_s);
+            c.call(database);
+            EXPECT_EQ(driver.take(), expected);
+        }
+    }
+}
+
+TEST_F(DatabaseDriver, GetsValuesByTheirTypes)
+{
+    const QString insert = u"insert into T ([A]) values(%1)"_s;
+    for (const bool access : {false, true}) {
+        open(access ? u"库.mdb"_s : u"库.db"_s);
+        for (const auto& c : kValues) {
+            SCOPED_TRACE(c.value.typeName());
+            driver.take();
+            database.readFields(T, F, {{u"A"_s, c.value}, {u"B"_s, 1}});
+            EXPECT_EQ(driver.take(),
+                      u"select [列] from T where "_s + QLatin1String(c.term) + u"[B]=1"_s);
+            QString sql;
+            EXPECT_EQ(database.getInsertSql(sql, T, {{u"A"_s, c.value}}), Velm::VelmOk);
+            const bool differs = access && c.access != nullptr;
+            EXPECT_EQ(sql, insert.arg(QLatin1String(differs ? c.access : c.sqlite)));
+        }
+    }
+}
+
+TEST_F(DatabaseDriver, GetsNoStatementBehindOneThatFailed)
+{
+    open(u"库.mdb"_s);
+    driver.refused = QStringList{u"DROP"_s};
+    EXPECT_EQ(database.createTable(T, {}), Velm::VelmSqlExecFailed);
+    EXPECT_EQ(database.getLastErrorText(), u"refused"_s);
+    driver.refused.append(u"select"_s);  // no table
+    EXPECT_EQ(database.writeRecord(T, kTwo), Velm::VelmTableNotExist);
+    EXPECT_EQ(database.deleteRecord(T, kTwo), Velm::VelmOk);
+    driver.refused = QStringList{u"update"_s};
+    EXPECT_EQ(database.renameColumnName(T, u"N"_s, F), Velm::VelmSqlExecFailed);
+    EXPECT_EQ(
+        driver.take().section(u'\n', 1),
+        u"select * from T\nDROP TABLE T\nselect * from T\nselect * from T\nselect * from [T]\n"
+        "select * from [T]\nalter table T add column [列] INT\nupdate T set 列=N"_s);
+}
+
+TEST_F(DatabaseDriver, IsTheOneForAccessForTheEndingMdbOnly)
+{
+    const QString access =
+        u"open DRIVER={Microsoft Access Driver (*.mdb, *.accdb)};FIL={MS Access};DBQ="_s;
+    open(u"D:/图/a.MDB"_s, u"UID=%1"_s);
+    const QString name = database.getQSqlDatabase().connectionName();
+    open(u"%1.mdb"_s);
+    EXPECT_EQ(database.getQSqlDatabase().driverName(), u"QODBC"_s);
+    EXPECT_NE(database.getQSqlDatabase().connectionName(), name);
+    EXPECT_EQ(driver.take(), access + u"D:/图/a.MDB;UID=%1\nclose\n"_s + access + u"%1.mdb"_s);
+    open(u"a.accdb"_s, u"UID=1"_s);
+    EXPECT_EQ(database.getQSqlDatabase().driverName(), u"QSQLITE"_s);
+    EXPECT_EQ(registered(), 1);
+    EXPECT_EQ(database.initDatabase(QString(), QString()), Velm::VelmInvalidValue);
+    EXPECT_EQ(driver.take(), u"close\nopen a.accdb\nclose"_s);
+    EXPECT_EQ(registered(), 0);
+
+    driver.refused = QStringList{u"open"_s};
+    EXPECT_EQ(database.initDatabase(u"a.db"_s, QString()), Velm::VelmDatabaseOpenFailed);
+    EXPECT_EQ(database.closeDatabase(false, 0), Velm::VelmOk);
+    EXPECT_EQ(registered(), 1) << "what was never open is not deregistered";
+}
+
+TEST_F(DatabaseDriver, ClosesWhenTheLastCopyGoes)
+{
+    open(u"a.db"_s);
+    CVelmDatabase copy(database);
+    EXPECT_EQ(copy.startTransaction(true), Velm::VelmOk);
+    database = CVelmDatabase();
+    EXPECT_EQ(driver.take(), u"open a.db\nbegin"_s);
+    database = copy;
+    copy = CVelmDatabase();
+    EXPECT_EQ(database.endTransaction(), Velm::VelmOk);
+    EXPECT_EQ(registered(), 1);
+    database = copy;
+    EXPECT_EQ(driver.take(), u"commit\nclose"_s);
+    EXPECT_EQ(registered(), 0);
+}
+
+TEST_F(DatabaseDriver, GetsOneTransactionAtATime)
+{
+    open(u"a.db"_s);
+    EXPECT_EQ(database.endTransaction(), Velm::VelmOk);
+    EXPECT_EQ(database.startTransaction(false), Velm::VelmOk);
+    EXPECT_EQ(database.startTransaction(true), Velm::VelmOk);
+    EXPECT_EQ(database.startTransaction(true), Velm::VelmOk);
+    EXPECT_EQ(database.startTransaction(false), Velm::VelmOk);
+    EXPECT_EQ(database.endTransaction(), Velm::VelmOk);
+    EXPECT_EQ(driver.take(), u"open a.db\nbegin\ncommit"_s);
+
+    driver.refused = QStringList{u"begin"_s, u"commit"_s};
+    EXPECT_EQ(database.startTransaction(true), Velm::VelmTransactionFailed);
+    EXPECT_EQ(database.startTransaction(true), Velm::VelmOk) << "a failed start is a start";
+    EXPECT_EQ(database.endTransaction(), Velm::VelmCommitFailed);
+    driver.refused = QStringList{u"commit"_s, u"rollback"_s};
+    EXPECT_EQ(database.startTransaction(true), Velm::VelmOk);
+    EXPECT_EQ(database.endTransaction(), Velm::VelmRollbackFailed);
+    EXPECT_EQ(database.endTransaction(), Velm::VelmOk) << "a failed end is an end";
+    EXPECT_EQ(driver.take(), u"begin\ncommit\nrollback\nbegin\ncommit\nrollback"_s);
+}
+
+TEST_F(DatabaseDriver, ForAccessClosesLaterOnRequest)
+{
+    open(u"a.mdb"_s);
+    EXPECT_EQ(database.closeDatabase(true, 1), Velm::VelmOk);
+    EXPECT_TRUE(database.isOpen());
+    letTimersPass();
+    EXPECT_FALSE(database.isOpen());
+
+    open(u"a.mdb"_s);
+    database.closeDatabase(true, 1);
+    open(u"b.mdb"_s);
+    letTimersPass();
+    EXPECT_TRUE(database.isOpen()) << "the close was meant for the connection before";
+
+    driver.take();
+    database.closeDatabase(true, 1);
+    database = CVelmDatabase();
+    letTimersPass();
+    EXPECT_EQ(driver.take(), u"close"_s);
+
+    open(u"a.db"_s);
+    database.closeDatabase(true, 600000);
+    EXPECT_FALSE(database.isOpen()) << "SQLite is closed at once";
+}
