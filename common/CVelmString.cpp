@@ -7,10 +7,12 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 namespace {
 
 constexpr unsigned char kFirstGb2312Byte = 0xA1;
+constexpr unsigned int kMostBytes = std::numeric_limits<int>::max();  // of a QByteArray
 
 QTextCodec* utf8()
 {
@@ -29,6 +31,27 @@ bool isGb18030(const QTextCodec* codec)
     return codec->name() == "GB18030";
 }
 
+/// Where Qt has ICU, "GB2312" is but another name of this codec.
+bool isGbk(const QTextCodec* codec)
+{
+    return codec->name() == "GBK" || codec->name() == "GB2312";
+}
+
+/// The codecs in which a replacement character may be real. They are Qt's own in every build and
+/// count what is invalid.
+bool isUtf(const QTextCodec* codec)
+{
+    const QByteArray name = codec->name();
+    return name == "UTF-8" || name.startsWith("UTF-16") || name.startsWith("UTF-32");
+}
+
+/// Whether the bytes are decoded by what is settled here instead of the codec's own table.
+bool isSettled(const QByteArray& data, const QTextCodec* codec)
+{
+    return (isGb18030(codec) && velm::detail::isValidGb18030(data))
+           || (codec->name() == "GBK" && velm::detail::isValidGbk(data));
+}
+
 /// Local 8-bit bytes of @p text, decoded by one codec and encoded by another, as local 8-bit text
 /// again.
 QString recode(const QString& text, const char* from, const char* to)
@@ -45,7 +68,7 @@ bool decodesCleanly(const QByteArray& data, const QTextCodec* codec, QString& te
     text = codec->toUnicode(data.constData(), data.size(), &state);
     if (state.invalidChars != 0)
         return false;
-    return !text.contains(QChar(QChar::ReplacementCharacter)) || codec == utf8()
+    return !text.contains(QChar(QChar::ReplacementCharacter)) || isUtf(codec)
            || data.startsWith(codec->fromUnicode(text));
 }
 
@@ -116,7 +139,7 @@ bool CVelmString::IsTextCodec(const QByteArray& data, const QTextCodec* codec)
         return false;
     if (isGb18030(codec))
         return velm::detail::isValidGb18030(data);
-    if (codec->name() == "GBK")
+    if (isGbk(codec))
         return velm::detail::isValidGbk(data);
     QString text;
     return decodesCleanly(data, codec, text);
@@ -124,7 +147,7 @@ bool CVelmString::IsTextCodec(const QByteArray& data, const QTextCodec* codec)
 
 bool CVelmString::IsTextCodec(const char* data, unsigned int size, const QTextCodec* codec)
 {
-    return IsTextCodec(QByteArray(data, static_cast<int>(size)), codec);
+    return size <= kMostBytes && IsTextCodec(QByteArray(data, static_cast<int>(size)), codec);
 }
 
 bool CVelmString::IsUTF8(const QByteArray& data)
@@ -149,17 +172,18 @@ bool CVelmString::IsGBK(const char* data, unsigned int size)
 
 QString CVelmString::BytesToString(const QByteArray& data, const QTextCodec* codec)
 {
-    if (codec && (!isGb18030(codec) || !velm::detail::isValidGb18030(data)))
-        return codec->toUnicode(data);
+    if (codec)
+        return isSettled(data, codec) ? velm::detail::decodeGb18030(data) : codec->toUnicode(data);
     QString text;
-    if (!codec && decodesCleanly(data, utf8(), text))
+    if (decodesCleanly(data, utf8(), text))
         return text;
     return velm::detail::isValidGb18030(data) ? velm::detail::decodeGb18030(data) : QString();
 }
 
 QString CVelmString::CharsToString(const char* data, unsigned int size, const QTextCodec* codec)
 {
-    return BytesToString(QByteArray(data, static_cast<int>(size)), codec);
+    return size <= kMostBytes ? BytesToString(QByteArray(data, static_cast<int>(size)), codec)
+                              : QString();
 }
 
 QString CVelmString::getPYChar(const QChar& ch)

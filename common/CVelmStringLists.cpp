@@ -14,21 +14,20 @@ namespace {
 QStringList scanningSplit(const QString& text, const QString& separator)
 {
     QStringList parts;
-    QString rest = text;
-    int pos = -1;
+    int begin = 0;  // of the part
+    int from = 0;   // where the search goes on
     for (;;) {
-        const int found = rest.indexOf(separator, pos + 1);
+        const int found = text.indexOf(separator, from);
         if (found < 0) {
-            parts.append(rest);
+            parts.append(text.mid(begin));
             return parts;
         }
-        if (found == 0) {
-            pos = 1;
+        if (found == begin) {
+            from = begin + 2;
             continue;
         }
-        parts.append(rest.left(found));
-        rest = rest.mid(found + 1);
-        pos = -1;
+        parts.append(text.mid(begin, found - begin));
+        begin = from = found + 1;
     }
 }
 
@@ -39,26 +38,34 @@ unsigned long distance(long x, long y)
                   : static_cast<unsigned long>(y) - static_cast<unsigned long>(x);
 }
 
-/// Appends x, the numbers in between and y. False, with nothing appended, if memory cannot hold
-/// them.
-bool appendRange(QVector<long>& values, long x, long y)
+/// Appends the numbers from x to y; without x if it stands at the end already. False, with nothing
+/// appended, if memory cannot hold them.
+bool appendRange(QVector<long>& values, long x, long y, bool hasX)
 {
+    // Qt counts the bytes of a vector in an int.
+    constexpr quint64 kMostValues = std::numeric_limits<int>::max() / sizeof(long) - 16;
+    const int before = values.size();
+    if (static_cast<quint64>(before) + distance(x, y) + 1 > kMostValues)
+        return false;
     try {
-        values.reserve(values.size() + static_cast<int>(distance(x, y)) + 1);
+        if (!hasX)
+            values.append(x);
+        const long step = x < y ? 1 : -1;
+        for (long value = x; value != y;) {
+            value += step;
+            values.append(value);
+        }
     } catch (const std::bad_alloc&) {
+        values.resize(before);
         return false;
     }
-    const long step = x >= y ? -1 : 1;
-    for (long value = x; value != y; value += step)
-        values.append(value);
-    values.append(y);
     return true;
 }
 
 void appendPairs(QVector<long>& values, const QStringList& ends)
 {
     constexpr unsigned long kTooFar = 2147483647;
-    bool expanded = false;  // the pair before; its end opens the next one and must not stand twice
+    bool expanded = false;  // the pair before, whose end opens the next one
     for (int i = 0; i + 1 < ends.size(); ++i) {
         const QString& first = ends.at(i);
         const QString& second = ends.at(i + 1);
@@ -69,9 +76,21 @@ void appendPairs(QVector<long>& values, const QStringList& ends)
             expanded = false;
             continue;
         }
-        if (expanded)
-            values.removeLast();
-        expanded = appendRange(values, x, y);
+        expanded = appendRange(values, x, y, expanded);
+    }
+}
+
+/// Appends the numbers and ranges of a list.
+void appendList(QVector<long>& values, const QString& text, const QString& rangeSeparator,
+                const QString& listSeparator)
+{
+    const QStringList pieces = scanningSplit(text, listSeparator);
+    for (const QString& piece : pieces) {
+        const QStringList ends = scanningSplit(piece, rangeSeparator);
+        if (ends.size() > 1)
+            appendPairs(values, ends);
+        else if (CVelmString::IsDigitStr(ends.first()))
+            values.append(ends.first().toLong());
     }
 }
 
@@ -92,14 +111,7 @@ QVector<long> CVelmString::String2LongList(const QString& text, const QString& r
                                            const QString& listSeparator)
 {
     QVector<long> values;
-    const QStringList pieces = scanningSplit(text, listSeparator);
-    for (const QString& piece : pieces) {
-        const QStringList ends = scanningSplit(piece, rangeSeparator);
-        if (ends.size() > 1)
-            appendPairs(values, ends);
-        else if (IsDigitStr(ends.first()))
-            values.append(ends.first().toLong());
-    }
+    appendList(values, text, rangeSeparator, listSeparator);
     return values;
 }
 
@@ -109,7 +121,7 @@ QVector<long> CVelmString::StringList2LongList(const QStringList& list,
 {
     QVector<long> values;
     for (const QString& text : list)
-        values += String2LongList(text, rangeSeparator, listSeparator);
+        appendList(values, text, rangeSeparator, listSeparator);
     return values;
 }
 

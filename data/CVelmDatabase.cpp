@@ -193,16 +193,16 @@ void CVelmDatabase::clearTable(const QString& table)
 
 Velm::ErrorStatus CVelmDatabase::writeTable(const QString& table, const QVector<Record>& rows)
 {
-    // One transaction unless the caller has one open: it costs one flush to disk instead of one a
-    // row, and an interrupted process leaves the old rows.
-    const bool ownTransaction = !d->inTransaction;
-    if (ownTransaction)
-        startTransaction(true);
+    // One transaction unless there is one: it costs one flush to disk instead of one a row, and an
+    // interrupted process leaves the old rows.
+    const bool ownTransaction = !d->inTransaction && d->database.transaction();
     clearTable(table);
     for (const Record& row : rows)
         writeRecord(table, row);
-    if (ownTransaction)
-        endTransaction();
+    if (ownTransaction && !d->database.commit()) {
+        d->database.rollback();
+        return Velm::VelmWriteTableFailed;
+    }
     const bool complete = recordCount(table, {}) == static_cast<unsigned int>(rows.size());
     return complete ? Velm::VelmOk : Velm::VelmWriteTableFailed;
 }

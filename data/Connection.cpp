@@ -5,6 +5,13 @@
 #include <QSqlError>
 #include <QTimer>
 
+CVelmDatabasePrivate::CVelmDatabasePrivate()
+{
+    // Makes Qt's list of connections first, so that it is there when an object of static lifetime
+    // goes and deregisters its own.
+    QSqlDatabase::connectionNames();
+}
+
 bool CVelmDatabasePrivate::open(const QString& driver, const QString& databaseName)
 {
     connectionName = CVelmString::makeGuid();
@@ -29,7 +36,7 @@ void CVelmDatabasePrivate::closeLater(const std::shared_ptr<CVelmDatabasePrivate
 {
     const std::weak_ptr<CVelmDatabasePrivate> observed = connection;
     const QString name = connection->connectionName;
-    QTimer::singleShot(delayMs, [observed, name] {
+    QTimer::singleShot(qMax(0, delayMs), [observed, name] {
         const auto still = observed.lock();
         if (still && still->connectionName == name)
             still->close();

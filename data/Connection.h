@@ -9,7 +9,7 @@
 class CVelmDatabasePrivate
 {
 public:
-    CVelmDatabasePrivate() = default;
+    CVelmDatabasePrivate();
     ~CVelmDatabasePrivate() { close(); }
     Q_DISABLE_COPY_MOVE(CVelmDatabasePrivate)
 

@@ -33,11 +33,19 @@ Velm::ErrorStatus keepResult(const QSqlQuery& query, bool succeeded)
     return succeeded ? Velm::VelmOk : Velm::VelmSqlExecFailed;
 }
 
+/// SQLite's driver binds a float as text.
+QVariant bindable(const QVariant& value)
+{
+    return value.userType() == QMetaType::Float && !value.isNull() ? value.toDouble() : value;
+}
+
 }  // namespace
 
 QSqlQuery forwardQuery(const QSqlDatabase& database)
 {
-    QSqlQuery query(database);
+    // Made from an invalid handle, a query would go to the default connection of the process.
+    QSqlQuery query =
+        database.isValid() ? QSqlQuery(database) : QSqlQuery(static_cast<QSqlResult*>(nullptr));
     query.setForwardOnly(true);
     return query;
 }
@@ -55,7 +63,7 @@ Velm::ErrorStatus runBound(QSqlQuery& query, const QString& sql, const QVariantL
     if (succeeded) {
         // By position: Qt finds no placeholder by a name that is not ASCII.
         for (int i = 0; i < values.size(); ++i)
-            query.bindValue(i, values.at(i));
+            query.bindValue(i, bindable(values.at(i)));
         succeeded = query.exec();
     }
     return keepResult(query, succeeded);

@@ -58,8 +58,9 @@ public:
     static bool IsGBK(const QByteArray& data);
     static bool IsGBK(const char* data, unsigned int size);
 
-    /// Decodes with @p codec. With a null codec: as UTF-8 if the bytes are valid UTF-8, else as
-    /// GB18030 if they are valid there, else the empty text.
+    /// Decodes with @p codec; valid GB18030 and GBK give the same text in every build of Qt. With a
+    /// null codec: as UTF-8 if the bytes are valid UTF-8, else as GB18030 if they are valid there,
+    /// else the empty text.
     static QString BytesToString(const QByteArray& data, const QTextCodec* codec);
     static QString CharsToString(const char* data, unsigned int size, const QTextCodec* codec);
 
@@ -109,8 +110,8 @@ public:
     /// Splits at @p separator, letter case counting, empty parts dropped.
     static QStringList SplitString(const QString& text, const QString& separator);
     /// Expands a list of numbers and ranges: "1,3-6,9" gives 1, 3, 4, 5, 6, 9 and "6-3" gives 6, 5,
-    /// 4, 3. What is no number is skipped, and so is a range whose ends are 2147483647 or more
-    /// apart or that memory cannot hold.
+    /// 4, 3. What is no digit string is skipped, and so is a range whose ends are 2147483647 or
+    /// more apart or that memory cannot hold.
     static QVector<long> String2LongList(const QString& text, const QString& rangeSeparator,
                                          const QString& listSeparator);
     /// String2LongList() of every element, joined in list order.
@@ -141,7 +142,8 @@ public:
     /// units go on with "万亿" (1e12) and "亿亿" (1e16).
     static QString Number2Chinese(long n);
     /// A decimal number, else a Chinese reading as Number2Chinese() writes it (a leading "一十" and
-    /// "一万零二亿" are understood too). 0 for anything else and for what a long cannot hold.
+    /// "一万零二亿" are understood too; parts in an unusual order are added up). 0 for what holds
+    /// any other character and for what a long cannot hold.
     static long Chinese2Number(const QString& text);
     /// Spreadsheet column letters: 1 is "A", 26 "Z", 27 "AA". Empty for numbers below 1.
     static QString Number2EnglishLetters(long n, bool upper);

@@ -262,6 +262,11 @@ TEST_F(DatabaseDriver, ForAccessClosesLaterOnRequest)
     letTimersPass();
     EXPECT_EQ(driver.take(), u"close"_s);
 
+    open(u"a.mdb"_s);
+    database.closeDatabase(true, -1);
+    letTimersPass();
+    EXPECT_FALSE(database.isOpen());
+
     open(u"a.db"_s);
     database.closeDatabase(true, 600000);
     EXPECT_FALSE(database.isOpen()) << "SQLite is closed at once";

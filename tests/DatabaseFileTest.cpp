@@ -147,6 +147,55 @@ TEST_F(DatabaseFile, ShowsATransactionToOthersWhenItEnds)
     EXPECT_EQ(database.recordCount(kTable, {}), 2U) << "closing commits nothing";
 }
 
+TEST_F(DatabaseFile, IsReplacedWithinATransactionBegunWithoutTheObject)
+{
+    execute(u"begin"_s);
+    EXPECT_EQ(database.writeTable(kTable, {row(1, 1)}), Velm::VelmOk);
+    EXPECT_TRUE(database.getQSqlDatabase().rollback()) << "it was committed";
+    EXPECT_EQ(database.recordCount(kTable, {}), 0U);
+    ASSERT_EQ(database.startTransaction(true), Velm::VelmOk);
+    EXPECT_TRUE(database.getQSqlDatabase().rollback()) << "none was begun";
+}
+
+TEST_F(DatabaseFile, ThatCannotBeCommittedIsNotReportedAsReplaced)
+{
+    CVelmDatabase reader;
+    ASSERT_EQ(database.writeTable(kTable, {row(1, u"old"_s)}), Velm::VelmOk);
+    execute(u"pragma busy_timeout = 1"_s);
+    ASSERT_EQ(reader.initDatabase(file, QString()), Velm::VelmOk);
+    ASSERT_EQ(reader.startTransaction(true), Velm::VelmOk);
+    ASSERT_EQ(reader.recordCount(kTable, {}), 1U);  // holds a shared lock from here
+    EXPECT_EQ(database.writeTable(kTable, {row(1, u"new"_s)}), Velm::VelmWriteTableFailed);
+    EXPECT_EQ(database.readTable(kTable), Rows{row(1, u"old"_s)});
+}
+
+TEST_F(DatabaseFile, ThatIsClosedLeavesTheDefaultConnectionOfTheHostAlone)
+{
+    {
+        QSqlDatabase host = QSqlDatabase::addDatabase(u"QSQLITE"_s);
+        host.setDatabaseName(file);
+        ASSERT_TRUE(host.open());
+    }
+    database.closeDatabase(false, 0);
+    expectReadOnly(0);
+    EXPECT_FALSE(CVelmDatabase().existTable(kTable));
+    EXPECT_EQ(CVelmDatabase().writeRecordBlob(kTable, row(1, 1)), Velm::VelmSqlExecFailed);
+    QSqlDatabase::removeDatabase(QLatin1String(QSqlDatabase::defaultConnection));
+}
+
+#ifdef Q_OS_UNIX  // a process of its own is forked
+TEST(DatabaseAtExit, IsClosedWithoutACrashAfterTheApplication)
+{
+    EXPECT_EXIT(
+        {
+            static CVelmDatabase database;
+            database.initDatabase(u":memory:"_s, QString());
+            exit(database.isOpen() ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}
+#endif
+
 TEST_F(DatabaseFile, ReadsByConditionAndOrder)
 {
     execute(u"create table S (Aa text, b text, n int)"_s);

@@ -129,3 +129,17 @@ TEST(StringPinyin, SpellsNamesAndKeepsWhatIsNotChinese)
     EXPECT_EQ(string.getPYString(others), QStringLiteral("丂zuoaañ😀"));
     EXPECT_EQ(string.getChineseSpell(others), QStringLiteral("ñ😀"));
 }
+
+TEST(StringCodePage, AnswersAlikeOnBothKindsOfQt)
+{
+    const auto valid = [](const char* codec, const char* hex) {
+        return CVelmString::IsTextCodec(QByteArray::fromHex(hex), QTextCodec::codecForName(codec));
+    };
+    EXPECT_TRUE(valid("gb2312", "8140"));
+    EXPECT_FALSE(valid("gb2312", "ff"));
+    EXPECT_TRUE(valid("UTF-16LE", "fdff4100"));  // a real U+FFFD
+    EXPECT_TRUE(valid("UTF-32LE", "fdff0000"));
+    const QTextCodec* gbk = QTextCodec::codecForName("GBK");
+    EXPECT_EQ(CVelmString::BytesToString(QByteArray::fromHex("a2e3a8bc"), gbk),
+              QString(QChar(0x20AC)) + QChar(0x1E3F));
+}

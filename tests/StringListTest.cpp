@@ -227,3 +227,15 @@ TEST(StringNumber, IsCountedInColumnLetters)
     for (const QString& other : listOf("a1|中|A B|A@|A[|ZZZZZZZZZZZZZZZZ"_q))
         EXPECT_EQ(CVelmString::EnglishLetters2Number(other), 0) << other.toStdString();
 }
+
+TEST(StringList, SkipsRangesThatMemoryCannotHold)
+{
+    const auto expanded = [](const char* text) {
+        return CVelmString::String2LongList(QString::fromLatin1(text), QStringLiteral("-"),
+                                            QStringLiteral(","));
+    };
+    EXPECT_EQ(expanded("5,0-2147483646,6"), QVector<long>({5, 6}));
+    EXPECT_EQ(expanded("4,1-2000000000,5"), QVector<long>({4, 5}));
+    EXPECT_EQ(expanded("1-3-2000000000,7"), QVector<long>({1, 2, 3, 7}));
+    EXPECT_EQ(expanded("1-2-2-1"), QVector<long>({1, 2, 1}));
+}
