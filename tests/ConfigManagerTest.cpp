@@ -5,6 +5,7 @@
 #include "CVelmWork.h"
 #include "support/Printers.h"
 #include "support/TemporaryRoot.h"
+#include "support/Text.h"
 
 #include <QFile>
 
@@ -15,25 +16,25 @@ class ConfigManagerTest : public TemporaryRoot
 protected:
     ConfigManagerTest()
     {
-        runSql({QStringLiteral("create table indexini (code text, name text)"),
-                QStringLiteral("insert into indexini values ('A','from database')"),
-                QStringLiteral("create table Workdef (code text, layer text)"),
-                QStringLiteral("insert into Workdef values ('A','L')")});
-        writeFile(QStringLiteral("config/index.ini"), "A,,,from file");
-        writeFile(QStringLiteral("config/work.def"), "A,F");
+        runSql({u"create table indexini (code text, name text)"_s,
+                u"insert into indexini values ('A','from database')"_s,
+                u"create table Workdef (code text, layer text)"_s,
+                u"insert into Workdef values ('A','L')"_s});
+        writeFile(u"config/index.ini"_s, "A,,,from file");
+        writeFile(u"config/work.def"_s, "A,F");
     }
     ~ConfigManagerTest() override { m_manager->switchVersion(Velm::VersionDatabase); }
 
     static QString nameIn(const CVelmIndex* index)
     {
         QString name;
-        index->getName(QStringLiteral("A"), name);
+        index->getName(u"A"_s, name);
         return name;
     }
     static QString layerIn(const CVelmWork* work)
     {
         QString layer;
-        work->get_layer(QStringLiteral("A"), layer, false);
+        work->get_layer(u"A"_s, layer, false);
         return layer;
     }
 
@@ -46,36 +47,35 @@ protected:
 TEST_F(ConfigManagerTest, HandsOutTheTablesThatTheVersionAndTheConstnessSelect)
 {
     ASSERT_TRUE(m_manager->flushVelmConfig());
-    EXPECT_EQ(nameIn(m_manager->GetVelmIndex()), QStringLiteral("from database"));
-    EXPECT_EQ(layerIn(m_manager->GetVelmWork()), QStringLiteral("L"));
+    EXPECT_EQ(nameIn(m_manager->GetVelmIndex()), u"from database"_s);
+    EXPECT_EQ(layerIn(m_manager->GetVelmWork()), u"L"_s);
 
     m_manager->switchVersion(Velm::VersionTextFiles);
     EXPECT_EQ(CVelmSystemGlobal::Instance()->getVersion(), Velm::VersionTextFiles);
-    EXPECT_EQ(nameIn(m_manager->GetVelmIndex()), QStringLiteral("from file"));
-    EXPECT_EQ(nameIn(m_const->GetVelmIndex()), QStringLiteral("from database"));
-    EXPECT_EQ(layerIn(m_manager->GetVelmWork()), QStringLiteral("L"));
-    EXPECT_EQ(layerIn(m_const->GetVelmWork()), QStringLiteral("F"));
+    EXPECT_EQ(nameIn(m_manager->GetVelmIndex()), u"from file"_s);
+    EXPECT_EQ(nameIn(m_const->GetVelmIndex()), u"from database"_s);
+    EXPECT_EQ(layerIn(m_manager->GetVelmWork()), u"L"_s);
+    EXPECT_EQ(layerIn(m_const->GetVelmWork()), u"F"_s);
 
     const CVelmIndex* fileIndex = m_manager->GetVelmIndex();
-    writeFile(QStringLiteral("config/index.ini"), "A,,,changed");
+    writeFile(u"config/index.ini"_s, "A,,,changed");
     m_manager->switchVersion(static_cast<Velm::Version>(3));
     EXPECT_EQ(m_manager->GetVelmIndex(), fileIndex) << "files are loaded once";
-    EXPECT_EQ(nameIn(fileIndex), QStringLiteral("from file"));
+    EXPECT_EQ(nameIn(fileIndex), u"from file"_s);
     ASSERT_TRUE(m_manager->flushVelmConfig());
-    EXPECT_EQ(nameIn(m_manager->GetVelmIndex()), QStringLiteral("changed"));
+    EXPECT_EQ(nameIn(m_manager->GetVelmIndex()), u"changed"_s);
 }
 
 TEST_F(ConfigManagerTest, LeavesEmptyTablesWithoutADatabase)
 {
     ASSERT_TRUE(m_manager->flushVelmConfig());
     const CVelmIndex* oldIndex = m_manager->GetVelmIndex();
-    ASSERT_TRUE(QFile::remove(path(QStringLiteral("config/peltaconfig.db"))));
+    ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
     EXPECT_FALSE(m_manager->flushVelmConfig());
     ASSERT_NE(m_manager->GetVelmIndex(), nullptr);
     ASSERT_NE(m_manager->GetVelmWork(), nullptr);
     EXPECT_TRUE(m_manager->GetVelmIndex()->getIndexMap().isEmpty());
-    EXPECT_FALSE(m_manager->GetVelmWork()->isValidCode(QStringLiteral("A")));
-    EXPECT_FALSE(QFile::exists(path(QStringLiteral("config/peltaconfig.db"))));
-    EXPECT_EQ(nameIn(oldIndex), QStringLiteral("from database"))
-        << "the old index is abandoned, not freed";
+    EXPECT_FALSE(m_manager->GetVelmWork()->isValidCode(u"A"_s));
+    EXPECT_FALSE(QFile::exists(path(u"config/peltaconfig.db"_s)));
+    EXPECT_EQ(nameIn(oldIndex), u"from database"_s) << "the old index is abandoned, not freed";
 }

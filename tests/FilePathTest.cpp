@@ -2,6 +2,7 @@
 
 #include "support/Printers.h"
 #include "support/TemporaryRoot.h"
+#include "support/Text.h"
 
 #include <QApplication>
 #include <QDir>
@@ -63,53 +64,46 @@ TEST(FilePath, CombinesWithoutDoubledSeparatorsAtTheJoins)
     const auto combine = [](const char* base, const QStringList& parts) {
         return paths().combinePath(QString::fromUtf8(base), parts);
     };
-    EXPECT_EQ(combine("D:/a", {QStringLiteral("b"), QStringLiteral("c.txt")}),
-              QStringLiteral("D:/a/b/c.txt"));
-    EXPECT_EQ(combine("D:\\a\\\\", {QStringLiteral("\\/b//x"), QStringLiteral("/c")}),
-              QStringLiteral("D:\\a/b//x/c"));
-    EXPECT_EQ(combine("/", {QStringLiteral("usr")}), QStringLiteral("/usr"));
-    EXPECT_EQ(combine("", {QStringLiteral("usr"), QStringLiteral("lib")}),
-              QStringLiteral("usr/lib"));
-    EXPECT_EQ(combine("D:/a/", {}), QStringLiteral("D:/a/"));
+    EXPECT_EQ(combine("D:/a", {u"b"_s, u"c.txt"_s}), u"D:/a/b/c.txt"_s);
+    EXPECT_EQ(combine("D:\\a\\\\", {u"\\/b//x"_s, u"/c"_s}), u"D:\\a/b//x/c"_s);
+    EXPECT_EQ(combine("/", {u"usr"_s}), u"/usr"_s);
+    EXPECT_EQ(combine("", {u"usr"_s, u"lib"_s}), u"usr/lib"_s);
+    EXPECT_EQ(combine("D:/a/", {}), u"D:/a/"_s);
 }
 
 using FolderTest = TemporaryRoot;
 
 TEST_F(FolderTest, CountsAsOpenAsSoonAsOneFileLiesAnywhereBelow)
 {
-    const QString folder = path(QStringLiteral("图"));
-    ASSERT_TRUE(QDir().mkpath(folder + QStringLiteral("/a/b")));
+    const QString folder = path(u"图"_s);
+    ASSERT_TRUE(QDir().mkpath(folder + u"/a/b"_s));
     EXPECT_TRUE(paths().folderIsEmpty(folder));
     EXPECT_FALSE(paths().folderIsOpen(folder));
 
-    writeFile(QStringLiteral("图/a/b/x.dwg"), "x");
+    writeFile(u"图/a/b/x.dwg"_s, "x");
     EXPECT_FALSE(paths().folderIsEmpty(folder));
     EXPECT_TRUE(paths().folderIsOpen(folder));
-    EXPECT_EQ(paths().getOpenFileByFolder(folder),
-              QStringList{folder + QStringLiteral("/a/b/x.dwg")});
-    EXPECT_FALSE(paths().fileIsOpen(folder + QStringLiteral("/a/b/x.dwg")));
+    EXPECT_EQ(paths().getOpenFileByFolder(folder), QStringList{folder + u"/a/b/x.dwg"_s});
+    EXPECT_FALSE(paths().fileIsOpen(folder + u"/a/b/x.dwg"_s));
 }
 
 TEST_F(FolderTest, IsDeletedWithHiddenAndReadOnlyFilesAndNothingElse)
 {
-    writeFile(QStringLiteral("outer/victim/a/.hidden"), "x");
-    writeFile(QStringLiteral("outer/victim/read only.txt"), "x");
-    writeFile(QStringLiteral("outside/keep.txt"), "x");
-    ASSERT_TRUE(QFile::setPermissions(path(QStringLiteral("outer/victim/read only.txt")),
-                                      QFile::ReadOwner));
+    writeFile(u"outer/victim/a/.hidden"_s, "x");
+    writeFile(u"outer/victim/read only.txt"_s, "x");
+    writeFile(u"outside/keep.txt"_s, "x");
+    ASSERT_TRUE(QFile::setPermissions(path(u"outer/victim/read only.txt"_s), QFile::ReadOwner));
 #ifdef Q_OS_UNIX  // Wine has no symbolic links; QFile::link makes shortcuts there
-    ASSERT_TRUE(
-        QFile::link(path(QStringLiteral("outside")), path(QStringLiteral("outer/victim/link"))));
+    ASSERT_TRUE(QFile::link(path(u"outside"_s), path(u"outer/victim/link"_s)));
 #endif
-    EXPECT_TRUE(paths().deleteDir(path(QStringLiteral("outer/victim/"))));
-    EXPECT_FALSE(QFileInfo::exists(path(QStringLiteral("outer/victim"))));
-    EXPECT_TRUE(QFileInfo::exists(path(QStringLiteral("outer")))) << "an emptied parent must stay";
-    EXPECT_TRUE(QFileInfo::exists(path(QStringLiteral("outside/keep.txt"))))
-        << "links must not be followed";
+    EXPECT_TRUE(paths().deleteDir(path(u"outer/victim/"_s)));
+    EXPECT_FALSE(QFileInfo::exists(path(u"outer/victim"_s)));
+    EXPECT_TRUE(QFileInfo::exists(path(u"outer"_s))) << "an emptied parent must stay";
+    EXPECT_TRUE(QFileInfo::exists(path(u"outside/keep.txt"_s))) << "links must not be followed";
 
     EXPECT_FALSE(paths().deleteDir(QString()));
-    EXPECT_FALSE(paths().deleteDir(path(QStringLiteral("missing"))));
-    EXPECT_FALSE(paths().deleteDir(path(QStringLiteral("outside/keep.txt"))));
+    EXPECT_FALSE(paths().deleteDir(path(u"missing"_s)));
+    EXPECT_FALSE(paths().deleteDir(path(u"outside/keep.txt"_s)));
 }
 
 TEST_F(FolderTest, TellsWhyAFileIsNotOpened)
@@ -122,10 +116,10 @@ TEST_F(FolderTest, TellsWhyAFileIsNotOpened)
             shown = box->windowTitle() + QLatin1Char('/') + box->text();
             box->accept();
         });
-        CVelmFilePath::openFileWithTips(file, nullptr, QStringLiteral("提示"));
+        CVelmFilePath::openFileWithTips(file, nullptr, u"提示"_s);
     };
-    openAndAnswer(path(QStringLiteral("报告.doc")));
-    EXPECT_TRUE(shown.contains(QStringLiteral("“报告.doc”不存在"))) << shown.toStdString();
+    openAndAnswer(path(u"报告.doc"_s));
+    EXPECT_TRUE(shown.contains(u"“报告.doc”不存在"_s)) << shown.toStdString();
     openAndAnswer(QString());
-    EXPECT_TRUE(shown.contains(QStringLiteral("文件名为空"))) << shown.toStdString();
+    EXPECT_TRUE(shown.contains(u"文件名为空"_s)) << shown.toStdString();
 }

@@ -3,6 +3,7 @@
 #include "CVelmSystemGlobal.h"
 #include "support/Printers.h"
 #include "support/TemporaryRoot.h"
+#include "support/Text.h"
 
 #include <QDir>
 #include <QFile>
@@ -24,7 +25,7 @@ protected:
             writeFile(QString::fromUtf8(file), "x");
     }
 
-    QString tree() const { return path(QStringLiteral("tree")); }
+    QString tree() const { return path(u"tree"_s); }
 
     /// Without the folder, so that lists are easy to read.
     QStringList relative(const QStringList& found) const
@@ -50,28 +51,23 @@ TEST_F(FindFileTest, ListsInNameOrderWithFoldersEnteredWhereTheyAreMet)
     EXPECT_EQ(relative(finder().findAll(tree(), false)), list("a B.txt c"));
     EXPECT_EQ(relative(finder().findAllFile(tree(), false)), list("B.txt"));
     EXPECT_EQ(relative(finder().findFolder(tree(), true)), list("a c"));
-    EXPECT_EQ(relative(finder().findFolder(tree(), QStringLiteral("C"), false)), list("c"));
-    EXPECT_EQ(relative(finder().findAllFile(tree(), QStringLiteral("b.txt"), true)),
-              list("B.txt c/b.TXT"));
-    EXPECT_EQ(finder().findAll(path(QStringLiteral("missing")), true), QStringList());
+    EXPECT_EQ(relative(finder().findFolder(tree(), u"C"_s, false)), list("c"));
+    EXPECT_EQ(relative(finder().findAllFile(tree(), u"b.txt"_s, true)), list("B.txt c/b.TXT"));
+    EXPECT_EQ(finder().findAll(path(u"missing"_s), true), QStringList());
     EXPECT_EQ(finder().findAll(QString(), true), QStringList());
 }
 
 TEST_F(FindFileTest, MatchesNamesAndSuffixesWhateverTheirCase)
 {
-    EXPECT_EQ(relative(finder().findFileNoSuffix(tree(), QStringLiteral("NOTE.TAR"), true)),
+    EXPECT_EQ(relative(finder().findFileNoSuffix(tree(), u"NOTE.TAR"_s, true)),
               list("a/note.tar.gz"));
-    EXPECT_EQ(relative(finder().findFileNoSuffix(tree(), QStringLiteral("note"), true)),
-              QStringList());
-    EXPECT_EQ(relative(finder().findFileBySuffix(tree(), QStringLiteral("*.shp;.TXT | dwg"), true)),
+    EXPECT_EQ(relative(finder().findFileNoSuffix(tree(), u"note"_s, true)), QStringList());
+    EXPECT_EQ(relative(finder().findFileBySuffix(tree(), u"*.shp;.TXT | dwg"_s, true)),
               list("a/one.SHP B.txt c/b.TXT c/地形.dwg"));
-    EXPECT_EQ(relative(finder().fuzzyQueryFile(tree(), QStringLiteral("形"), QString(), true)),
+    EXPECT_EQ(relative(finder().fuzzyQueryFile(tree(), u"形"_s, QString(), true)),
               list("c/地形.dwg"));
-    EXPECT_EQ(relative(finder().fuzzyQueryFile(tree(), QStringLiteral("B"), QStringLiteral("txt"),
-                                               false)),
-              list("B.txt"));
-    EXPECT_EQ(finder().fuzzyQueryFile(tree(), QStringLiteral("b"), QStringLiteral("dwg"), true),
-              QStringList());
+    EXPECT_EQ(relative(finder().fuzzyQueryFile(tree(), u"B"_s, u"txt"_s, false)), list("B.txt"));
+    EXPECT_EQ(finder().fuzzyQueryFile(tree(), u"b"_s, u"dwg"_s, true), QStringList());
 }
 
 TEST_F(FindFileTest, FindsTheFirstFileDepthFirstAndNeverAFolder)
@@ -80,27 +76,24 @@ TEST_F(FindFileTest, FindsTheFirstFileDepthFirstAndNeverAFolder)
         const QString found = finder().findFile(tree(), QString::fromUtf8(name), recursive);
         return found.isEmpty() ? found : QDir(tree()).relativeFilePath(found);
     };
-    EXPECT_EQ(find("b.TXT", true), QStringLiteral("B.txt"));
-    EXPECT_EQ(find("one.shp", true), QStringLiteral("a/one.SHP"));
+    EXPECT_EQ(find("b.TXT", true), u"B.txt"_s);
+    EXPECT_EQ(find("one.shp", true), u"a/one.SHP"_s);
     EXPECT_EQ(find("one.shp", false), QString());
     EXPECT_EQ(find("a", true), QString());
 }
 
 TEST_F(FindFileTest, AsksTheSearchPathsInTheirOrder)
 {
-    writeFile(QStringLiteral("index.ini"), "root");
-    EXPECT_EQ(finder().findFile(QStringLiteral("INDEX.INI"), false),
-              path(QStringLiteral("index.ini")));
-    writeFile(QStringLiteral("config/Index.ini"), "config");
-    EXPECT_EQ(finder().findFile(QStringLiteral("INDEX.INI"), false),
-              path(QStringLiteral("config/Index.ini")));
-    writeFile(QStringLiteral("host/index.INI"), "host");
-    ASSERT_TRUE(CVelmSystemGlobal::Instance()->addSearchPath(path(QStringLiteral("host"))));
-    EXPECT_EQ(finder().findFile(QStringLiteral("INDEX.INI"), false),
-              path(QStringLiteral("host/index.INI")));
+    writeFile(u"index.ini"_s, "root");
+    EXPECT_EQ(finder().findFile(u"INDEX.INI"_s, false), path(u"index.ini"_s));
+    writeFile(u"config/Index.ini"_s, "config");
+    EXPECT_EQ(finder().findFile(u"INDEX.INI"_s, false), path(u"config/Index.ini"_s));
+    writeFile(u"host/index.INI"_s, "host");
+    ASSERT_TRUE(CVelmSystemGlobal::Instance()->addSearchPath(path(u"host"_s)));
+    EXPECT_EQ(finder().findFile(u"INDEX.INI"_s, false), path(u"host/index.INI"_s));
     // Once in each folder; a recursive search of the root finds the other two again.
     const auto found = [this](bool recursive) {
-        return finder().findFileNoSuffix(QStringLiteral("index"), recursive).filter(root()).size();
+        return finder().findFileNoSuffix(u"index"_s, recursive).filter(root()).size();
     };
     EXPECT_EQ(found(false), 3);
     EXPECT_EQ(found(true), 5);
@@ -109,7 +102,7 @@ TEST_F(FindFileTest, AsksTheSearchPathsInTheirOrder)
 #ifdef Q_OS_UNIX  // Wine has no symbolic links
 TEST_F(FindFileTest, EndsInALoopOfLinks)
 {
-    ASSERT_TRUE(QFile::link(tree(), path(QStringLiteral("tree/c/loop"))));
+    ASSERT_TRUE(QFile::link(tree(), path(u"tree/c/loop"_s)));
     EXPECT_EQ(relative(finder().findAllFile(tree(), true)),
               list("a/note.tar.gz a/one.SHP B.txt c/b.TXT c/地形.dwg"));
 }

@@ -1,6 +1,7 @@
 #include "common/Gb18030.h"
 
 #include "support/Printers.h"
+#include "support/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -58,11 +59,11 @@ TEST(Gb18030, DecodesTheGroupsBeyondTheBmpByTheirPosition)
 {
     // 90308130 is U+10000, and U+20000 stands 65536 groups on, at 95328236 (GB 18030-2005, table
     // D.1).
-    EXPECT_EQ(decodeGb18030(QByteArray::fromHex("4190308130")), QStringLiteral("A\U00010000"));
-    EXPECT_EQ(decodeGb18030(QByteArray::fromHex("95328236b2e2")), QStringLiteral("\U00020000测"));
-    EXPECT_EQ(decodeGb18030(QByteArray::fromHex("e3329a35")), QStringLiteral("\U0010FFFF"));
+    EXPECT_EQ(decodeGb18030(QByteArray::fromHex("4190308130")), u"A\U00010000"_s);
+    EXPECT_EQ(decodeGb18030(QByteArray::fromHex("95328236b2e2")), u"\U00020000测"_s);
+    EXPECT_EQ(decodeGb18030(QByteArray::fromHex("e3329a35")), u"\U0010FFFF"_s);
     EXPECT_EQ(decodeGb18030(QByteArray::fromHex("8431a437")), QString(QChar(0xFFFD)));
-    EXPECT_EQ(decodeGb18030(QByteArray::fromHex("b2e2c1")), QStringLiteral("测"));
+    EXPECT_EQ(decodeGb18030(QByteArray::fromHex("b2e2c1")), u"测"_s);
 }
 
 TEST(Gb18030, EveryPairIsOneCharacterThatEncodesAsItself)

@@ -5,6 +5,7 @@
 #include "support/LocalCodec.h"
 #include "support/Printers.h"
 #include "support/TemporaryRoot.h"
+#include "support/Text.h"
 
 #include <QFile>
 
@@ -17,26 +18,24 @@ protected:
     {
         runSql({QStringLiteral("create table indexini (code text, name text, width, ltype text, "
                                "[table] text, usecode text)"),
-                QStringLiteral("create table IndexiniExtend (code text, exttable text)")});
+                u"create table IndexiniExtend (code text, exttable text)"_s});
     }
 
     void addRow(const char* values)
     {
-        runSql({QStringLiteral("insert into indexini values (") + QString::fromUtf8(values)
-                + QLatin1Char(')')});
+        runSql({u"insert into indexini values ("_s + QString::fromUtf8(values) + QLatin1Char(')')});
     }
 
     Velm::ErrorStatus load()
     {
         CVelmDatabase database;
-        EXPECT_EQ(database.initDatabase(path(QStringLiteral("config/peltaconfig.db")), QString()),
-                  Velm::VelmOk);
+        EXPECT_EQ(database.initDatabase(path(u"config/peltaconfig.db"_s), QString()), Velm::VelmOk);
         return m_index.load(database);
     }
 
     QString nameOf(const char* code) const
     {
-        QString name = QStringLiteral("untouched");
+        QString name = u"untouched"_s;
         m_index.getName(QString::fromUtf8(code), name);
         return name;
     }
@@ -56,14 +55,13 @@ TEST_F(IndexTest, KeepsTheLastRowOfACodeAndConvertsLooselyTypedColumns)
 
     QString ltype, name, usecode, table;
     double width = -1.0;
-    ASSERT_EQ(m_index.getPars(QStringLiteral("110102"), ltype, width, name, usecode, table), 0);
+    ASSERT_EQ(m_index.getPars(u"110102"_s, ltype, width, name, usecode, table), 0);
     EXPECT_EQ(QStringList({ltype, name, usecode, table}),
-              QStringList({QStringLiteral("gc1"), QStringLiteral("三角点"), QStringLiteral("SJD"),
-                           QStringLiteral("KZD_PT")}));
+              QStringList({u"gc1"_s, u"三角点"_s, u"SJD"_s, u"KZD_PT"_s}));
     EXPECT_EQ(width, 0.15);
     VelmIndexItem numeric;
-    ASSERT_EQ(m_index.getItem(QStringLiteral("220001"), numeric), Velm::VelmOk);
-    EXPECT_EQ(numeric.code, QStringLiteral("220001"));
+    ASSERT_EQ(m_index.getItem(u"220001"_s, numeric), Velm::VelmOk);
+    EXPECT_EQ(numeric.code, u"220001"_s);
     EXPECT_EQ(numeric.width, 0.0);
     EXPECT_EQ(numeric.name, QString());
 }
@@ -72,12 +70,12 @@ TEST_F(IndexTest, LeavesOutputsAloneForAnUnknownCode)
 {
     addRow("'A1','name',1,'l','t','u'");
     load();
-    QString text = QStringLiteral("untouched");
+    QString text = u"untouched"_s;
     double width = 7.5;
     QStringList tables{text};
     VelmIndexItem item;
     Velm::EntityType type = Velm::EntityText;
-    const QString unknown = QStringLiteral("a1");  // codes are exact
+    const QString unknown = u"a1"_s;  // codes are exact
     const QVector<Velm::ErrorStatus> answers{
         m_index.getName(unknown, text),
         m_index.getLType(unknown, text),
@@ -89,10 +87,9 @@ TEST_F(IndexTest, LeavesOutputsAloneForAnUnknownCode)
         m_index.getItem(unknown, item),
         m_index.getEntType(unknown, type),
         m_index.getCodeByUsercode(QString(), text),
-        m_index.getCodeByUsercode(QStringLiteral("nobody"), text)};
+        m_index.getCodeByUsercode(u"nobody"_s, text)};
     EXPECT_EQ(answers, QVector<Velm::ErrorStatus>(answers.size(), Velm::VelmNotFound));
-    EXPECT_EQ(QStringList{text} + tables,
-              QStringList({QStringLiteral("untouched"), QStringLiteral("untouched")}));
+    EXPECT_EQ(QStringList{text} + tables, QStringList({u"untouched"_s, u"untouched"_s}));
     EXPECT_EQ(width, 7.5);
     EXPECT_EQ(item.code, QString());
     EXPECT_EQ(type, Velm::EntityText);
@@ -102,13 +99,12 @@ TEST_F(IndexTest, ReplacesExtensionTablesByTheLastRowAndDropsEmptyNames)
 {
     addRow("'A','',0,'','',''");
     addRow("'B','',0,'','',''");
-    runSql({QStringLiteral(
-        "insert into IndexiniExtend values ('A','OLD'), ('A','E1;;E2;'), ('X','E3')")});
+    runSql({u"insert into IndexiniExtend values ('A','OLD'), ('A','E1;;E2;'), ('X','E3')"_s});
     load();
-    QStringList tables{QStringLiteral("before")};
-    EXPECT_EQ(m_index.getExtendTables(QStringLiteral("A"), tables), Velm::VelmOk);
-    EXPECT_EQ(tables, QStringList({QStringLiteral("E1"), QStringLiteral("E2")}));
-    EXPECT_EQ(m_index.getExtendTables(QStringLiteral("B"), tables), Velm::VelmOk);
+    QStringList tables{u"before"_s};
+    EXPECT_EQ(m_index.getExtendTables(u"A"_s, tables), Velm::VelmOk);
+    EXPECT_EQ(tables, QStringList({u"E1"_s, u"E2"_s}));
+    EXPECT_EQ(m_index.getExtendTables(u"B"_s, tables), Velm::VelmOk);
     EXPECT_EQ(tables, QStringList());
     EXPECT_EQ(m_index.getIndexMap().size(), 2) << "a row for an unknown code makes none";
 }
@@ -120,16 +116,15 @@ TEST_F(IndexTest, FindsCodesByTableAndUserCodeWhateverTheirCase)
     addRow("'C','third',0,'','other',''");
     load();
     QStringList codes;
-    EXPECT_EQ(m_index.getCodes(QStringLiteral("KZD_PT"), codes), Velm::VelmOk);
-    EXPECT_EQ(codes, QStringList({QStringLiteral("A"), QStringLiteral("B")}));
-    EXPECT_EQ(m_index.getCodes(QStringLiteral("none"), codes), Velm::VelmOk)
-        << "the list held codes before";
+    EXPECT_EQ(m_index.getCodes(u"KZD_PT"_s, codes), Velm::VelmOk);
+    EXPECT_EQ(codes, QStringList({u"A"_s, u"B"_s}));
+    EXPECT_EQ(m_index.getCodes(u"none"_s, codes), Velm::VelmOk) << "the list held codes before";
     EXPECT_EQ(codes.size(), 2);
     QStringList none;
-    EXPECT_EQ(m_index.getCodes(QStringLiteral("none"), none), Velm::VelmNotFound);
+    EXPECT_EQ(m_index.getCodes(u"none"_s, none), Velm::VelmNotFound);
     QString code;
-    EXPECT_EQ(m_index.getCodeByUsercode(QStringLiteral("SJ"), code), Velm::VelmOk);
-    EXPECT_EQ(code, QStringLiteral("A")) << "the smaller code wins";
+    EXPECT_EQ(m_index.getCodeByUsercode(u"SJ"_s, code), Velm::VelmOk);
+    EXPECT_EQ(code, u"A"_s) << "the smaller code wins";
 }
 
 TEST_F(IndexTest, DerivesTheEntityTypeFromLineTypeAndWidth)
@@ -144,7 +139,7 @@ TEST_F(IndexTest, DerivesTheEntityTypeFromLineTypeAndWidth)
                  {"texts", "0", Velm::EntityGeneral},     {"g", "0.5", Velm::EntityGeneral},
                  {"", "0", Velm::EntityGeneral},          {"x", "-0.001", Velm::EntitySpecialLine}};
     for (const auto& c : cases) {
-        runSql({QStringLiteral("delete from indexini")});
+        runSql({u"delete from indexini"_s});
         addRow(QByteArray("'A','',")
                    .append(c.width)
                    .append(",'")
@@ -153,7 +148,7 @@ TEST_F(IndexTest, DerivesTheEntityTypeFromLineTypeAndWidth)
                    .constData());
         load();
         Velm::EntityType type{};
-        EXPECT_EQ(m_index.getEntType(QStringLiteral("A"), type), Velm::VelmOk);
+        EXPECT_EQ(m_index.getEntType(u"A"_s, type), Velm::VelmOk);
         EXPECT_EQ(type, c.type) << c.ltype << ' ' << c.width;
     }
 }
@@ -163,22 +158,20 @@ TEST_F(IndexTest, WritesThroughToTheDatabase)
     addRow("'A','old',1,'l','t','u'");
     load();
     VelmIndexItem item;
-    item.code = QStringLiteral("A");
-    item.name = QStringLiteral("%1 新名 %2");
+    item.code = u"A"_s;
+    item.name = u"%1 新名 %2"_s;
     item.width = 0.1;
     EXPECT_EQ(m_index.addItem(item), Velm::VelmOk);
-    EXPECT_EQ(
-        querySql(QStringLiteral("select name || '/' || usecode || '/' || width from indexini")),
-        QStringList{QStringLiteral("%1 新名 %2//0.1")});
-    item.code = QStringLiteral("N");
+    EXPECT_EQ(querySql(u"select name || '/' || usecode || '/' || width from indexini"_s),
+              QStringList{u"%1 新名 %2//0.1"_s});
+    item.code = u"N"_s;
     EXPECT_EQ(m_index.addItem(item), Velm::VelmOk);
-    EXPECT_EQ(querySql(QStringLiteral("select code from indexini order by code")),
-              QStringList({QStringLiteral("A"), QStringLiteral("N")}));
+    EXPECT_EQ(querySql(u"select code from indexini order by code"_s),
+              QStringList({u"A"_s, u"N"_s}));
 
-    EXPECT_EQ(m_index.removeItem(QStringLiteral("A")), Velm::VelmOk);
-    EXPECT_EQ(m_index.removeItem(QStringLiteral("A")), Velm::VelmNotFound);
-    EXPECT_EQ(querySql(QStringLiteral("select code from indexini")),
-              QStringList{QStringLiteral("N")});
+    EXPECT_EQ(m_index.removeItem(u"A"_s), Velm::VelmOk);
+    EXPECT_EQ(m_index.removeItem(u"A"_s), Velm::VelmNotFound);
+    EXPECT_EQ(querySql(u"select code from indexini"_s), QStringList{u"N"_s});
 }
 
 TEST_F(IndexTest, ChangesMemoryEvenWhenTheDatabaseRefuses)
@@ -186,19 +179,18 @@ TEST_F(IndexTest, ChangesMemoryEvenWhenTheDatabaseRefuses)
     addRow("'A','old',1,'l','t','u'");
     load();
     VelmIndexItem item;
-    item.code = QStringLiteral("A");
-    item.name = QStringLiteral("it's");  // the quote ends the text in the statement
+    item.code = u"A"_s;
+    item.name = u"it's"_s;  // the quote ends the text in the statement
     EXPECT_EQ(m_index.addItem(item), Velm::VelmSqlExecFailed);
-    EXPECT_EQ(nameOf("A"), QStringLiteral("it's"));
+    EXPECT_EQ(nameOf("A"), u"it's"_s);
 
-    ASSERT_TRUE(QFile::remove(path(QStringLiteral("config/peltaconfig.db"))));
-    item.name = QStringLiteral("new");
+    ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
+    item.name = u"new"_s;
     EXPECT_EQ(m_index.addItem(item), Velm::VelmDatabaseOpenFailed);
-    EXPECT_EQ(nameOf("A"), QStringLiteral("new"));
-    EXPECT_EQ(m_index.removeItem(QStringLiteral("A")), Velm::VelmDatabaseOpenFailed);
-    EXPECT_EQ(nameOf("A"), QStringLiteral("untouched"));
-    EXPECT_FALSE(QFile::exists(path(QStringLiteral("config/peltaconfig.db"))))
-        << "asking must not create it";
+    EXPECT_EQ(nameOf("A"), u"new"_s);
+    EXPECT_EQ(m_index.removeItem(u"A"_s), Velm::VelmDatabaseOpenFailed);
+    EXPECT_EQ(nameOf("A"), u"untouched"_s);
+    EXPECT_FALSE(QFile::exists(path(u"config/peltaconfig.db"_s))) << "asking must not create it";
 }
 
 namespace {
@@ -230,7 +222,7 @@ class IndexFile : private GbkLocale,
 TEST_P(IndexFile, YieldsOneLineOnly)
 {
     const FileCase& c = GetParam();
-    writeFile(QStringLiteral("config/sub/INDEX.ini"), QByteArray(c.content));
+    writeFile(u"config/sub/INDEX.ini"_s, QByteArray(c.content));
     CVelmIndexIni index;
     EXPECT_EQ(index.load(), c.status);
     ASSERT_EQ(index.getIndexMap().size(), c.code ? 1 : 0);

@@ -1,6 +1,7 @@
 #include "CVelmString.h"
 #include "support/LocalCodec.h"
 #include "support/Printers.h"
+#include "support/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -68,7 +69,7 @@ TEST(StringCodePage, IsCheckedOrFoundOut)
          listOf(" | e6b58b20| b2e2c1bf| 41e6b5| b2e2c1| efbbbf4141| eda08020| c0af"))
         texts += CVelmString::BytesToString(codecAndBytes(any).second, nullptr);
     EXPECT_EQ(texts, listOf("|测 |测量|A|测|AA||蜡"));
-    EXPECT_EQ(CVelmString::CharsToString("A\0B", 2, nullptr), QString(QStringLiteral("A\0")));
+    EXPECT_EQ(CVelmString::CharsToString("A\0B", 2, nullptr), QString(u"A\0"_s));
 }
 
 TEST(StringCodePage, JudgesEveryPairOfBytesByTheStandards)
@@ -76,8 +77,8 @@ TEST(StringCodePage, JudgesEveryPairOfBytesByTheStandards)
     // RFC 3629, section 4, and GB 18030-2005, clause 5; the last character may be cut off.
     const QRegularExpression utf8(QStringLiteral("\\A([\\x00-\\x7F]|[\\xC2-\\xDF][\\x80-\\xBF])*"
                                                  "([\\xC2-\\xF4]|[\\xE0-\\xF4][\\x80-\\xBF])?\\z"));
-    const QRegularExpression gb18030(QStringLiteral(
-        "\\A([\\x00-\\x7F]|[\\x81-\\xFE][\\x40-\\x7E\\x80-\\xFE])*([\\x81-\\xFE][0-9]?)?\\z"));
+    const QRegularExpression gb18030(
+        u"\\A([\\x00-\\x7F]|[\\x81-\\xFE][\\x40-\\x7E\\x80-\\xFE])*([\\x81-\\xFE][0-9]?)?\\z"_s);
     for (int pair = 0; pair < 0x10000; ++pair) {
         const QByteArray data = pairOf(pair >> 8, pair) + '\n';
         for (const unsigned int size : {2U, 3U}) {
@@ -96,8 +97,8 @@ TEST(StringCodePage, MendsTextThatWasReadInTheWrongOne)
 {
     const LocalCodec local("GBK");
     // In UTF-8 "测量" is E6 B5 8B E9 87 8F, in GBK those bytes are 娴 嬮 噺.
-    EXPECT_EQ(CVelmString::GBKToUTF8(QStringLiteral("测量")), QStringLiteral("娴嬮噺"));
-    EXPECT_EQ(CVelmString::UTF8ToGBK(QStringLiteral("娴嬮噺")), QStringLiteral("测量"));
+    EXPECT_EQ(CVelmString::GBKToUTF8(u"测量"_s), u"娴嬮噺"_s);
+    EXPECT_EQ(CVelmString::UTF8ToGBK(u"娴嬮噺"_s), u"测量"_s);
 }
 
 TEST(StringPinyin, ReadsEveryGbkCharacterByItsBytes)
@@ -121,13 +122,12 @@ TEST(StringPinyin, SpellsNamesAndKeepsWhatIsNotChinese)
 {
     const CVelmString original;
     CVelmString string(original);
-    EXPECT_EQ(string.getPYString(QStringLiteral("绿Point 中国")),
-              QStringLiteral("lvPoint zhongguo"));
-    EXPECT_EQ(string.getChineseSpell(QStringLiteral("测量point")), QStringLiteral("CLpoint"));
+    EXPECT_EQ(string.getPYString(u"绿Point 中国"_s), u"lvPoint zhongguo"_s);
+    EXPECT_EQ(string.getChineseSpell(u"测量point"_s), u"CLpoint"_s);
     // In GBK the first four are 8140, D8A1, A2E3 and A8BC; it does not have the last two.
-    const QString others = QStringLiteral("丂亍€ḿñ😀");
-    EXPECT_EQ(string.getPYString(others), QStringLiteral("丂zuoaañ😀"));
-    EXPECT_EQ(string.getChineseSpell(others), QStringLiteral("ñ😀"));
+    const QString others = u"丂亍€ḿñ😀"_s;
+    EXPECT_EQ(string.getPYString(others), u"丂zuoaañ😀"_s);
+    EXPECT_EQ(string.getChineseSpell(others), u"ñ😀"_s);
 }
 
 TEST(StringCodePage, AnswersAlikeOnBothKindsOfQt)

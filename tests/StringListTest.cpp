@@ -1,5 +1,6 @@
 #include "CVelmString.h"
 #include "support/Printers.h"
+#include "support/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -231,8 +232,7 @@ TEST(StringNumber, IsCountedInColumnLetters)
 TEST(StringList, SkipsRangesThatMemoryCannotHold)
 {
     const auto expanded = [](const char* text) {
-        return CVelmString::String2LongList(QString::fromLatin1(text), QStringLiteral("-"),
-                                            QStringLiteral(","));
+        return CVelmString::String2LongList(QString::fromLatin1(text), u"-"_s, u","_s);
     };
     EXPECT_EQ(expanded("5,0-2147483646,6"), QVector<long>({5, 6}));
     EXPECT_EQ(expanded("4,1-2000000000,5"), QVector<long>({4, 5}));

@@ -2,6 +2,7 @@
 
 #include "support/Printers.h"
 #include "support/TemporaryRoot.h"
+#include "support/Text.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -24,8 +25,8 @@ QString sqliteDriver()
 {
     QString file;
     for (const QString& folder : QCoreApplication::libraryPaths()) {
-        const QDir drivers(folder + QStringLiteral("/sqldrivers"));
-        for (const QString& name : drivers.entryList({QStringLiteral("*qsqlite.*")}, QDir::Files))
+        const QDir drivers(folder + u"/sqldrivers"_s);
+        for (const QString& name : drivers.entryList({u"*qsqlite.*"_s}, QDir::Files))
             file = drivers.filePath(name);
     }
     return file;
@@ -58,47 +59,45 @@ using SystemGlobalTest = TemporaryRoot;
 TEST_F(SystemGlobalTest, FollowsTheRootThatTheEnvironmentNames)
 {
     EXPECT_EQ(system().getSystemRootRoute(), root());
-    EXPECT_EQ(system().getSystemConfigDb(), path(QStringLiteral("config/peltaconfig.db")));
-    EXPECT_EQ(system().getPipeConfigDb(), path(QStringLiteral("config/PipeConfig.db")));
-    EXPECT_EQ(system().getProfileName(), QStringLiteral("测绘 root"));
+    EXPECT_EQ(system().getSystemConfigDb(), path(u"config/peltaconfig.db"_s));
+    EXPECT_EQ(system().getPipeConfigDb(), path(u"config/PipeConfig.db"_s));
+    EXPECT_EQ(system().getProfileName(), u"测绘 root"_s);
     EXPECT_EQ(system().getVersion(), Velm::VersionDatabase);
     EXPECT_FALSE(system().isCadSystem());
 
     qputenv("VELM_ROOT", "no such folder");
     const QString ownFolder = system().getSystemRootRoute();
-    EXPECT_FALSE(QDir(ownFolder).entryList({QStringLiteral("*VelmCommon*")}, QDir::Files).isEmpty())
+    EXPECT_FALSE(QDir(ownFolder).entryList({u"*VelmCommon*"_s}, QDir::Files).isEmpty())
         << "without a valid VELM_ROOT the root is the library's folder, not "
         << ownFolder.toStdString();
 }
 
 TEST_F(SystemGlobalTest, PutsTheHostsPathsBeforeItsOwnAndKeepsEachOnce)
 {
-    const QStringList own{path(QStringLiteral("config")), root()};
+    const QStringList own{path(u"config"_s), root()};
     EXPECT_EQ(system().getSearchPaths().mid(system().getSearchPaths().size() - 2), own);
-    ASSERT_TRUE(QDir().mkpath(path(QStringLiteral("一"))));
-    ASSERT_TRUE(QDir().mkpath(path(QStringLiteral("two"))));
-    EXPECT_TRUE(system().addSearchPath(path(QStringLiteral("一"))));
-    EXPECT_TRUE(system().addSearchPath(path(QStringLiteral("two"))));
-    EXPECT_TRUE(system().addSearchPath(path(QStringLiteral("two/../一/"))));
-    EXPECT_FALSE(system().addSearchPath(path(QStringLiteral("missing"))));
+    ASSERT_TRUE(QDir().mkpath(path(u"一"_s)));
+    ASSERT_TRUE(QDir().mkpath(path(u"two"_s)));
+    EXPECT_TRUE(system().addSearchPath(path(u"一"_s)));
+    EXPECT_TRUE(system().addSearchPath(path(u"two"_s)));
+    EXPECT_TRUE(system().addSearchPath(path(u"two/../一/"_s)));
+    EXPECT_FALSE(system().addSearchPath(path(u"missing"_s)));
     EXPECT_FALSE(system().addSearchPath(QString()));
     const QStringList paths = system().getSearchPaths();
-    EXPECT_EQ(paths.mid(paths.size() - 4),
-              QStringList({path(QStringLiteral("一")), path(QStringLiteral("two"))}) + own);
+    EXPECT_EQ(paths.mid(paths.size() - 4), QStringList({path(u"一"_s), path(u"two"_s)}) + own);
 }
 
 TEST_F(SystemGlobalTest, FindsTheFoldersOfLoadedModules)
 {
     // Any library will do, loaded from a folder that goes with the test: a search path stays for
     // the whole process.
-    const QString module = path(QStringLiteral("模块/bin/probe.dll"));
-    writeFile(QStringLiteral("模块/bin/readme"), "");
+    const QString module = path(u"模块/bin/probe.dll"_s);
+    writeFile(u"模块/bin/readme"_s, "");
     ASSERT_TRUE(QFile::copy(sqliteDriver(), module));
-    EXPECT_FALSE(system().addSearchPathByDllName(QStringLiteral("probe.dll"), 0))
-        << "not loaded yet";
+    EXPECT_FALSE(system().addSearchPathByDllName(u"probe.dll"_s, 0)) << "not loaded yet";
     const HINSTANCE handle = load(module);
     ASSERT_NE(handle, nullptr);
-    EXPECT_TRUE(system().addSearchPathByDllName(QStringLiteral("probe.dll"), 0));
+    EXPECT_TRUE(system().addSearchPathByDllName(u"probe.dll"_s, 0));
     EXPECT_TRUE(system().addSearchPathByDllName(module, 0));
     EXPECT_TRUE(system().addSearchPathByHandle(handle, 1));
     EXPECT_FALSE(system().addSearchPathByHandle(handle, 1000)) << "no folder has that many parents";
@@ -106,6 +105,5 @@ TEST_F(SystemGlobalTest, FindsTheFoldersOfLoadedModules)
     EXPECT_FALSE(system().addSearchPathByDllName(QString(), 0));
     unload(handle);
     EXPECT_EQ(system().getSearchPaths().filter(root()),
-              QStringList({path(QStringLiteral("模块/bin")), path(QStringLiteral("模块")),
-                           path(QStringLiteral("config")), root()}));
+              QStringList({path(u"模块/bin"_s), path(u"模块"_s), path(u"config"_s), root()}));
 }

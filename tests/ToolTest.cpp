@@ -1,5 +1,6 @@
 #include "support/Printers.h"
 #include "support/TemporaryRoot.h"
+#include "support/Text.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -25,7 +26,7 @@ struct Answer
 Answer velm(const QStringList& arguments)
 {
     QProcess process;
-    process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/velm"), arguments);
+    process.start(QCoreApplication::applicationDirPath() + u"/velm"_s, arguments);
     Answer answer;
     if (!process.waitForFinished(60000))
         return answer;
@@ -48,12 +49,12 @@ protected:
     /// Makes the sample configuration in the root and answers what the program said.
     Answer init(const QStringList& options = {})
     {
-        return velm(QStringList{QStringLiteral("init"), root()} + options);
+        return velm(QStringList{u"init"_s, root()} + options);
     }
 
     QStringList files() const
     {
-        return QDir(path(QStringLiteral("config")))
+        return QDir(path(u"config"_s))
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 };
@@ -65,25 +66,18 @@ TEST_F(ToolTest, LooksUpCodesByAnyOfTheirNames)
     ASSERT_EQ(init().exitCode, 0);
     const Answer card = velm(words("lookup 310301 110102"));
     EXPECT_EQ(card.exitCode, 0);
-    EXPECT_TRUE(card.output.contains(QStringLiteral("310301 一般房屋\n")))
-        << card.output.toStdString();
-    EXPECT_TRUE(card.output.contains(QStringLiteral("    extension tables  EXT_FWDC, EXT_FWAQ\n")));
-    EXPECT_TRUE(card.output.contains(QStringLiteral("\n110102 三角点\n")));
+    EXPECT_TRUE(card.output.contains(u"310301 一般房屋\n"_s)) << card.output.toStdString();
+    EXPECT_TRUE(card.output.contains(u"    extension tables  EXT_FWDC, EXT_FWAQ\n"_s));
+    EXPECT_TRUE(card.output.contains(u"\n110102 三角点\n"_s));
 
     const Answer json = velm(words("--json lookup --by usercode fw nobody"));
     EXPECT_EQ(json.exitCode, 1) << "one of the two does not exist";
     ASSERT_EQ(json.json.array().size(), 2);
     const QJsonObject house = json.json.array().at(0).toObject();
-    EXPECT_EQ(house.value(QStringLiteral("code")).toString(), QStringLiteral("310301"));
-    EXPECT_EQ(house.value(QStringLiteral("index"))
-                  .toObject()
-                  .value(QStringLiteral("gisTable"))
-                  .toString(),
-              QStringLiteral("JMD_PG"));
-    EXPECT_EQ(
-        house.value(QStringLiteral("work")).toObject().value(QStringLiteral("layer")).toString(),
-        QStringLiteral("JMD_M"));
-    EXPECT_FALSE(json.json.array().at(1).toObject().value(QStringLiteral("found")).toBool(true));
+    EXPECT_EQ(house.value(u"code"_s).toString(), u"310301"_s);
+    EXPECT_EQ(house.value(u"index"_s).toObject().value(u"gisTable"_s).toString(), u"JMD_PG"_s);
+    EXPECT_EQ(house.value(u"work"_s).toObject().value(u"layer"_s).toString(), u"JMD_M"_s);
+    EXPECT_FALSE(json.json.array().at(1).toObject().value(u"found"_s).toBool(true));
 
     const int housesOfTable = velm(words("lookup --by table jmd_pg --json")).json.array().size();
     EXPECT_EQ(velm(words("list --table JMD_PG --json")).json.array().size(), housesOfTable);
@@ -97,23 +91,21 @@ TEST_F(ToolTest, ListsByNameInitialsAndType)
     const auto names = [](const Answer& answer) {
         QStringList list;
         for (const QJsonValue& row : answer.json.array())
-            list.append(row.toObject().value(QStringLiteral("name")).toString());
+            list.append(row.toObject().value(u"name"_s).toString());
         return list;
     };
-    EXPECT_TRUE(
-        names(velm(words("list --json --match 三角点"))).contains(QStringLiteral("小三角点")));
-    EXPECT_TRUE(
-        names(velm(words("list --json --match xsjd"))).contains(QStringLiteral("小三角点")));
+    EXPECT_TRUE(names(velm(words("list --json --match 三角点"))).contains(u"小三角点"_s));
+    EXPECT_TRUE(names(velm(words("list --json --match xsjd"))).contains(u"小三角点"_s));
     for (const QJsonValue& row : velm(words("list --json --type 3")).json.array())
-        EXPECT_EQ(row.toObject().value(QStringLiteral("entityType")).toInt(), 3);
+        EXPECT_EQ(row.toObject().value(u"entityType"_s).toInt(), 3);
 
     // Columns stand below each other on a terminal, where a Chinese character takes two.
     const QStringList lines = velm(words("list --table KZD_PT")).output.split(QLatin1Char('\n'));
-    const int column = lines.first().indexOf(QStringLiteral("TYPE"));
+    const int column = lines.first().indexOf(u"TYPE"_s);
     for (const QString& line : lines.mid(1, lines.size() - 2)) {
-        const QString shown = QString(line).replace(
-            QRegularExpression(QStringLiteral("[\\x{4e00}-\\x{9fff}]")), QStringLiteral("xx"));
-        EXPECT_EQ(shown.indexOf(QStringLiteral("general")), column) << line.toStdString();
+        const QString shown =
+            QString(line).replace(QRegularExpression(u"[\\x{4e00}-\\x{9fff}]"_s), u"xx"_s);
+        EXPECT_EQ(shown.indexOf(u"general"_s), column) << line.toStdString();
     }
 }
 
@@ -145,43 +137,40 @@ TEST_F(ToolTest, TellsWhatIsWrongAndWhatToDo)
             << c.arguments << ": " << answer.talk.toStdString();
         EXPECT_EQ(answer.output, QString()) << c.arguments;
     }
-    writeFile(QStringLiteral("config/peltaconfig.db"),
+    writeFile(u"config/peltaconfig.db"_s,
               "this is no database, and long enough to be seen as none");
     const Answer broken = velm(words("lookup 310301"));
     EXPECT_EQ(broken.exitCode, 3);
-    EXPECT_TRUE(broken.talk.contains(QStringLiteral("peltaconfig.db")))
-        << broken.talk.toStdString();
+    EXPECT_TRUE(broken.talk.contains(u"peltaconfig.db"_s)) << broken.talk.toStdString();
 }
 
 TEST_F(ToolTest, WritesTheWholeSampleSetOrNothing)
 {
-    writeFile(QStringLiteral("config/work.def"), "mine");
+    writeFile(u"config/work.def"_s, "mine");
     const Answer refused = init();
     EXPECT_EQ(refused.exitCode, 2);
-    EXPECT_TRUE(refused.talk.contains(QStringLiteral("config/work.def already; --force")));
-    EXPECT_EQ(files(), QStringList{QStringLiteral("work.def")});
+    EXPECT_TRUE(refused.talk.contains(u"config/work.def already; --force"_s));
+    EXPECT_EQ(files(), QStringList{u"work.def"_s});
     EXPECT_EQ(QDir(root()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-              QStringList{QStringLiteral("config")})
+              QStringList{u"config"_s})
         << "the staging folder must be gone";
 
-    EXPECT_EQ(init({QStringLiteral("--force")}).exitCode, 0);
+    EXPECT_EQ(init({u"--force"_s}).exitCode, 0);
     EXPECT_EQ(files(), words("attribute.def index.ini peltaconfig.db PipeConfig.db work.def"));
 
     // A folder in the place of a file is not replaced: what was moved before it comes back.
-    ASSERT_TRUE(QFile::remove(path(QStringLiteral("config/work.def"))));
-    writeFile(QStringLiteral("config/work.def/mine"), "x");
-    writeFile(QStringLiteral("config/index.ini"), "mine");
-    const Answer blocked = init({QStringLiteral("--force")});
+    ASSERT_TRUE(QFile::remove(path(u"config/work.def"_s)));
+    writeFile(u"config/work.def/mine"_s, "x");
+    writeFile(u"config/index.ini"_s, "mine");
+    const Answer blocked = init({u"--force"_s});
     EXPECT_EQ(blocked.exitCode, 3);
-    EXPECT_TRUE(blocked.talk.contains(QStringLiteral("nothing was written")))
-        << blocked.talk.toStdString();
-    QFile index(path(QStringLiteral("config/index.ini")));
+    EXPECT_TRUE(blocked.talk.contains(u"nothing was written"_s)) << blocked.talk.toStdString();
+    QFile index(path(u"config/index.ini"_s));
     ASSERT_TRUE(index.open(QIODevice::ReadOnly));
     EXPECT_EQ(index.readAll(), "mine");
-    EXPECT_TRUE(QFile::exists(path(QStringLiteral("config/work.def/mine"))));
+    EXPECT_TRUE(QFile::exists(path(u"config/work.def/mine"_s)));
     EXPECT_EQ(files().size(), 5);
-    EXPECT_EQ(
-        velm({QStringLiteral("init"), path(QStringLiteral("config/index.ini/below"))}).exitCode, 3);
+    EXPECT_EQ(velm({u"init"_s, path(u"config/index.ini/below"_s)}).exitCode, 3);
 }
 
 TEST_F(ToolTest, FillsTheSampleSetWithDataThatFitTogether)
@@ -198,18 +187,17 @@ TEST_F(ToolTest, FillsTheSampleSetWithDataThatFitTogether)
     EXPECT_EQ(querySql(QStringLiteral("select [TABLE] from Attributefield where [TABLE] not in "
                                       "(select [TABLE] from Attributetable)")),
               QStringList());
-    EXPECT_EQ(querySql(QStringLiteral(
-                  "select upper(usecode) from indexini group by 1 having count(*) > 1")),
+    EXPECT_EQ(querySql(u"select upper(usecode) from indexini group by 1 having count(*) > 1"_s),
               QStringList());
     EXPECT_EQ(querySql(QStringLiteral("select distinct [DEFAULT] from Attributefield where "
                                       "[DEFAULT] like 'TBL\\_%' escape '\\' "
                                       "and [DEFAULT] not in (select name from sqlite_master)")),
               QStringList());
     EXPECT_EQ(
-        querySql(QStringLiteral(
-            "select count(*) from sqlite_master where type = 'index' and tbl_name = 'indexini'")),
-        QStringList{QStringLiteral("1")});
-    QFile older(path(QStringLiteral("config/index.ini")));
+        querySql(
+            u"select count(*) from sqlite_master where type = 'index' and tbl_name = 'indexini'"_s),
+        QStringList{u"1"_s});
+    QFile older(path(u"config/index.ini"_s));
     ASSERT_TRUE(older.open(QIODevice::ReadOnly));
     const QByteArray first = older.readLine();
     EXPECT_EQ(first.count(','), 5);

@@ -4,6 +4,7 @@
 #include "CVelmDatabase.h"
 #include "support/Printers.h"
 #include "support/TemporaryRoot.h"
+#include "support/Text.h"
 
 #include <QFile>
 
@@ -22,19 +23,17 @@ class WorkTest : public TemporaryRoot
 protected:
     Velm::ErrorStatus load(const char* columns, const QStringList& rows)
     {
-        runSql({QStringLiteral("drop table if exists Workdef"),
-                QStringLiteral("create table Workdef (") + QString::fromUtf8(columns)
-                    + QLatin1Char(')')});
+        runSql({u"drop table if exists Workdef"_s,
+                u"create table Workdef ("_s + QString::fromUtf8(columns) + QLatin1Char(')')});
         for (const QString& row : rows)
-            runSql({QStringLiteral("insert into Workdef values (") + row + QLatin1Char(')')});
+            runSql({u"insert into Workdef values ("_s + row + QLatin1Char(')')});
         CVelmDatabase database;
-        EXPECT_EQ(database.initDatabase(path(QStringLiteral("config/peltaconfig.db")), QString()),
-                  Velm::VelmOk);
+        EXPECT_EQ(database.initDatabase(path(u"config/peltaconfig.db"_s), QString()), Velm::VelmOk);
         return m_work.initVelmWork(database);
     }
 
     CVelmWorkDB m_work = WorkDefinitionPeer::database();
-    const QString m_code = QStringLiteral("A");
+    const QString m_code = u"A"_s;
 };
 
 constexpr char kAllColumns[] =
@@ -45,9 +44,9 @@ constexpr char kAllColumns[] =
 TEST_F(WorkTest, AnswersEveryFieldOfTheLastRow)
 {
     EXPECT_EQ(load(kAllColumns, {}), Velm::VelmNoData);
-    EXPECT_EQ(load(kAllColumns, {QStringLiteral("'A','old','','',1,'',1"),
-                                 QStringLiteral("'A','块','0.5','注','12','KZD','5'")}),
-              Velm::VelmOk);
+    EXPECT_EQ(
+        load(kAllColumns, {u"'A','old','','',1,'',1"_s, u"'A','块','0.5','注','12','KZD','5'"_s}),
+        Velm::VelmOk);
     QString text, par1, par2, layer;
     int color = 0, enttype = 0;
     EXPECT_EQ(m_work.get_text(m_code, text), 0);
@@ -56,8 +55,7 @@ TEST_F(WorkTest, AnswersEveryFieldOfTheLastRow)
     EXPECT_EQ(m_work.get_layer(m_code, layer, true), 0);
     EXPECT_EQ(m_work.get_color(m_code, color), 0);
     EXPECT_EQ(m_work.get_enttype(m_code, enttype), 0);
-    const QStringList expected{QStringLiteral("注"), QStringLiteral("块"), QStringLiteral("0.5"),
-                               QStringLiteral("KZD")};
+    const QStringList expected{u"注"_s, u"块"_s, u"0.5"_s, u"KZD"_s};
     EXPECT_EQ(QStringList({text, par1, par2, layer}), expected);
     EXPECT_EQ(color, 12);
     EXPECT_EQ(enttype, 5);
@@ -77,17 +75,16 @@ TEST_F(WorkTest, AnswersEveryFieldOfTheLastRow)
 
 TEST_F(WorkTest, TellsAnEmptyCodeFromAnUnknownOne)
 {
-    load(kAllColumns, {QStringLiteral("'A','','','',1,'',1")});
+    load(kAllColumns, {u"'A','','','',1,'',1"_s});
     VelmWorkItem item;
-    item.text = QStringLiteral("untouched");
+    item.text = u"untouched"_s;
     EXPECT_EQ(m_work.getWorkItem(QString(), item), Velm::VelmEmptyArgument);
-    EXPECT_EQ(m_work.getWorkItem(QStringLiteral("a"), item), Velm::VelmWorkCodeNotFound);
+    EXPECT_EQ(m_work.getWorkItem(u"a"_s, item), Velm::VelmWorkCodeNotFound);
     QString text = item.text;
     EXPECT_EQ(m_work.get_text(QString(), text), Velm::VelmNotFound);
     int number = 42;
-    EXPECT_EQ(m_work.get_par(QStringLiteral("B"), text, number, text, text, text, number),
-              Velm::VelmNotFound);
-    EXPECT_EQ(item.text + text, QStringLiteral("untoucheduntouched"));
+    EXPECT_EQ(m_work.get_par(u"B"_s, text, number, text, text, text, number), Velm::VelmNotFound);
+    EXPECT_EQ(item.text + text, u"untoucheduntouched"_s);
     EXPECT_EQ(number, 42);
     EXPECT_TRUE(m_work.isValidCode(m_code));
     EXPECT_FALSE(m_work.isValidCode(QString()));
@@ -95,30 +92,30 @@ TEST_F(WorkTest, TellsAnEmptyCodeFromAnUnknownOne)
 
 TEST_F(WorkTest, KeepsTheColourUnsetWithoutTheColumn)
 {
-    load("code text, enttype int", {QStringLiteral("'A',null")});
+    load("code text, enttype int", {u"'A',null"_s});
     VelmWorkItem item;
     ASSERT_EQ(m_work.getWorkItem(m_code, item), Velm::VelmOk);
     EXPECT_EQ(item.color, -1);
     EXPECT_EQ(item.enttype, 0) << "a null is 0, only a missing colour column is not";
-    load("code text, color int", {QStringLiteral("'A',null")});
+    load("code text, color int", {u"'A',null"_s});
     ASSERT_EQ(m_work.getWorkItem(m_code, item), Velm::VelmOk);
     EXPECT_EQ(item.color, 0);
 }
 
 TEST_F(WorkTest, WritesThroughAndKeepsMemoryChangedWhenTheDatabaseIsGone)
 {
-    load(kAllColumns, {QStringLiteral("'A','','','',1,'',1")});
+    load(kAllColumns, {u"'A','','','',1,'',1"_s});
     VelmWorkItem item;
-    item.code = QStringLiteral("新");
-    item.layer = QStringLiteral("图层");
+    item.code = u"新"_s;
+    item.layer = u"图层"_s;
     item.color = 7;
     EXPECT_EQ(m_work.addItem(item), Velm::VelmOk);
     EXPECT_EQ(m_work.removeItem(m_code), Velm::VelmOk);
     EXPECT_EQ(m_work.removeItem(m_code), Velm::VelmNotFound);
-    EXPECT_EQ(querySql(QStringLiteral("select code || layer || color || enttype from Workdef")),
-              QStringList{QStringLiteral("新图层7-1")});
+    EXPECT_EQ(querySql(u"select code || layer || color || enttype from Workdef"_s),
+              QStringList{u"新图层7-1"_s});
 
-    ASSERT_TRUE(QFile::remove(path(QStringLiteral("config/peltaconfig.db"))));
+    ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
     item.color = 8;
     EXPECT_EQ(m_work.addItem(item), Velm::VelmDatabaseOpenFailed);
     int color = 0;
@@ -129,7 +126,7 @@ TEST_F(WorkTest, WritesThroughAndKeepsMemoryChangedWhenTheDatabaseIsGone)
 TEST_F(WorkTest, ReadsOneLineOfTheTextFileAndNeverReportsNoData)
 {
     const auto load = [this](const char* content) {
-        writeFile(QStringLiteral("config/work.def"), content);
+        writeFile(u"config/work.def"_s, content);
         CVelmWorkDef work = WorkDefinitionPeer::textFile();
         EXPECT_EQ(work.initVelmWork(), Velm::VelmOk);
         return work;
@@ -148,6 +145,6 @@ TEST_F(WorkTest, ReadsOneLineOfTheTextFileAndNeverReportsNoData)
     EXPECT_TRUE(load("A,L,3,p,q,t,12,more").isValidCode(QString()));
     EXPECT_FALSE(load("A,L,3,p,q,t,12\nB,L,3,p,q,t,12").isValidCode(m_code));
 
-    ASSERT_TRUE(QFile::remove(path(QStringLiteral("config/work.def"))));
+    ASSERT_TRUE(QFile::remove(path(u"config/work.def"_s)));
     EXPECT_EQ(WorkDefinitionPeer::textFile().initVelmWork(), Velm::VelmNotFound);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Text.h"
+
 #include <QMap>
 #include <QString>
 #include <QVariant>
@@ -7,9 +9,3 @@
 
 using Record = QMap<QString, QVariant>;
 using Rows = QVector<Record>;
-
-/// u"列"_s is QStringLiteral("列"), for tests whose lines are mostly texts.
-inline QString operator""_s(const char16_t* text, size_t length)
-{
-    return QString::fromUtf16(text, static_cast<int>(length));
-}
