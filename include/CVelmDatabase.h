@@ -164,8 +164,8 @@ public:
     Velm::ErrorStatus addColumnField(const QString& table, const QString& field,
                                      QVariant::Type type, int length);
     Velm::ErrorStatus delColumnField(const QString& table, const QString& field);
-    /// The statement names the table in the column's place too and is wanted exactly so: nothing but
-    /// a column that bears its table's name can be changed. SQLite refuses it altogether.
+    /// The statement names the table in the column's place too and is wanted exactly so: nothing
+    /// but a column that bears its table's name can be changed. SQLite refuses it altogether.
     Velm::ErrorStatus changeColumnType(const QString& table, const QString& field,
                                        QVariant::Type type);
     Velm::ErrorStatus copyColumnValue(const QString& table, const QString& fromField,

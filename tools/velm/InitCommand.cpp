@@ -28,8 +28,7 @@ QString configName(const QString& fileName)
 QString stageSet(const QVector<SampleDatabase>& databases, FileSet& files)
 {
     for (const SampleDatabase& database : databases) {
-        QString problem =
-            writeSampleDatabase(database, files.stage(configName(database.fileName)));
+        QString problem = writeSampleDatabase(database, files.stage(configName(database.fileName)));
         if (!problem.isEmpty())
             return problem;
         if (database.fileName != QLatin1String("peltaconfig.db"))
