@@ -25,11 +25,13 @@ public:
         if (object)
             return object;
         const QMutexLocker lock(&m_mutex);
-        if (!m_owner) {
+        object = m_object.load(std::memory_order_acquire);
+        if (!object) {
             m_owner.reset(create());
-            m_object.store(m_owner.data(), std::memory_order_release);
+            object = m_owner.data();
+            m_object.store(object, std::memory_order_release);
         }
-        return m_owner.data();
+        return object;
     }
 
 private:
