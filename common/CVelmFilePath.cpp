@@ -151,8 +151,11 @@ bool CVelmFilePath::folderIsEmpty(const QString& folder)
 
 bool CVelmFilePath::deleteDir(const QString& folder)
 {
-    const QFileInfo entry(removeLastSlashFromPath(folder));
-    if (folder.isEmpty() || !entry.isDir())
+    if (folder.isEmpty())
+        return false;
+    // Without slashes and dots at its end a link shows that it is one.
+    const QFileInfo entry(QDir::cleanPath(QFileInfo(folder).absoluteFilePath()));
+    if (!entry.isDir())
         return false;
     return removeTree(entry);
 }

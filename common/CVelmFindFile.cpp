@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QSet>
 
 #include <functional>
 
@@ -24,12 +25,10 @@ public:
     bool walk(const QString& folder)
     {
         const QString canonical = QDir(folder).canonicalPath();
-        if (folder.isEmpty() || canonical.isEmpty() || m_open.contains(canonical))
+        if (folder.isEmpty() || canonical.isEmpty() || m_entered.contains(canonical))
             return false;
-        m_open.append(canonical);
-        const bool ended = visitEntries(folder);
-        m_open.removeLast();
-        return ended;
+        m_entered.insert(canonical);
+        return visitEntries(folder);
     }
 
 private:
@@ -48,8 +47,7 @@ private:
 
     const Visit& m_visit;
     bool m_recursive;
-    QStringList m_open;  // canonical paths from the start to the current folder: a link back to one
-                         // is a loop
+    QSet<QString> m_entered;  // canonical paths: links lead to no folder twice
 };
 
 using Test = std::function<bool(const QFileInfo& entry)>;

@@ -7,6 +7,12 @@
 
 namespace velm::detail {
 
+namespace {
+
+constexpr qint64 kGreatestSize = 64 * 1024 * 1024;  // bytes; far beyond any such file
+
+}  // namespace
+
 Velm::ErrorStatus readDefinitionFile(const QString& fileName, int fieldCount,
                                      const std::function<void(const QStringList&)>& store)
 {
@@ -14,7 +20,7 @@ Velm::ErrorStatus readDefinitionFile(const QString& fileName, int fieldCount,
     if (!QFile::exists(path))
         return Velm::VelmNotFound;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+    if (file.size() > kGreatestSize || !file.open(QIODevice::ReadOnly | QIODevice::Text))
         return Velm::VelmFileOpenFailed;
 
     QTextStream stream(&file);

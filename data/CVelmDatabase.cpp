@@ -35,6 +35,7 @@ QList<QVariant> firstColumn(const QSqlDatabase& database, const QString& sql)
         return values;
     while (query.next())
         values.append(query.value(0));
+    keepReadError(query);
     return values;
 }
 
@@ -56,6 +57,7 @@ Velm::ErrorStatus appendRecords(const QSqlDatabase& database, const QString& sql
     const RecordReader reader(query);
     while (query.next())
         rows.append(reader.record(query));
+    keepReadError(query);
     return Velm::VelmOk;
 }
 
@@ -197,8 +199,9 @@ Velm::ErrorStatus CVelmDatabase::writeTable(const QString& table, const QVector<
     // interrupted process leaves the old rows.
     const bool ownTransaction = !d->inTransaction && d->database.transaction();
     clearTable(table);
-    for (const Record& row : rows)
-        writeRecord(table, row);
+    // A locked database takes seconds to refuse a statement: one refusal is enough.
+    for (auto row = rows.cbegin(); row != rows.cend() && !lastErrorIsLock(); ++row)
+        writeRecord(table, *row);
     if (ownTransaction && !d->database.commit()) {
         d->database.rollback();
         return Velm::VelmWriteTableFailed;

@@ -18,6 +18,7 @@ struct LastError
 {
     QMutex mutex;
     QString text;
+    bool isLock = false;
 };
 
 LastError& lastError()
@@ -26,10 +27,18 @@ LastError& lastError()
     return error;
 }
 
+/// SQLITE_BUSY and SQLITE_LOCKED.
+bool isLock(const QSqlError& error)
+{
+    return error.nativeErrorCode() == QLatin1String("5")
+           || error.nativeErrorCode() == QLatin1String("6");
+}
+
 Velm::ErrorStatus keepResult(const QSqlQuery& query, bool succeeded)
 {
     const QMutexLocker lock(&lastError().mutex);
     lastError().text = succeeded ? QString() : query.lastError().text();
+    lastError().isLock = !succeeded && isLock(query.lastError());
     return succeeded ? Velm::VelmOk : Velm::VelmSqlExecFailed;
 }
 
@@ -69,6 +78,18 @@ Velm::ErrorStatus runBound(QSqlQuery& query, const QString& sql, const QVariantL
     return keepResult(query, succeeded);
 }
 
+void keepReadError(const QSqlQuery& query)
+{
+    if (query.lastError().isValid())
+        keepResult(query, false);
+}
+
+bool lastErrorIsLock()
+{
+    const QMutexLocker lock(&lastError().mutex);
+    return lastError().isLock;
+}
+
 QString lastErrorText()
 {
     const QMutexLocker lock(&lastError().mutex);
@@ -101,6 +122,14 @@ TableReader::TableReader(const QSqlDatabase& database, const QString& table)
     const QSqlRecord fields = m_query.record();
     for (int i = 0; i < fields.count(); ++i)
         m_columns.insert(fields.fieldName(i).toUpper(), i);
+}
+
+bool TableReader::next()
+{
+    const bool found = m_query.next();
+    if (!found)
+        keepReadError(m_query);
+    return found;
 }
 
 int TableReader::column(const QString& upperName) const

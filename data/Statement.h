@@ -27,8 +27,14 @@ Velm::ErrorStatus runStatement(QSqlQuery& query, const QString& sql);
 /// @return VelmOk; VelmSqlExecFailed
 Velm::ErrorStatus runBound(QSqlQuery& query, const QString& sql, const QVariantList& values);
 
+/// Keeps what ended the reading of rows early, damage in the file for example, as the error text.
+void keepReadError(const QSqlQuery& query);
+
 /// The driver's text about the last statement of the process; empty if it succeeded.
 QString lastErrorText();
+
+/// Whether the last statement of the process failed because another connection locks the database.
+bool lastErrorIsLock();
 
 /// Turns the rows of an executed query into records with upper-case keys.
 class RecordReader
@@ -57,7 +63,7 @@ public:
     /// The number of a column for value() and text(); -1 if there is none.
     int column(const QString& upperName) const;
     /// Steps to the next row. False behind the last one.
-    bool next() { return m_query.next(); }
+    bool next();
     /// The value in the row; invalid for column -1.
     QVariant value(int column) const { return column < 0 ? QVariant() : m_query.value(column); }
     QString text(int column) const { return value(column).toString(); }

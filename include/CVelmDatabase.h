@@ -83,7 +83,8 @@ public:
 
     /// @return VelmOk; VelmSqlExecFailed
     Velm::ErrorStatus executeSql(const QString& sql);
-    /// Appends one record per row to @p rows.
+    /// Appends one record per row to @p rows. Rows that cannot be read for damage in the file end
+    /// the reading: the answer is still VelmOk, and the last error text tells.
     Velm::ErrorStatus executeSql(const QString& sql, QVector<QMap<QString, QVariant>>& rows);
 
     /// Creates a table; one of that name is dropped first. Column types: TEXT, INT, LONG, REAL

@@ -7,9 +7,9 @@
 
 /// Finds files and folders by name, in one folder or on the application's search paths.
 /// Letter case never counts. A folder is listed in name order, folders among files and hidden
-/// entries left out; a recursive search enters a folder where it meets it, and a loop of links
-/// ends. Results are absolute paths. A missing folder lists nothing. Holds no state; Instance() may
-/// be called from any thread.
+/// entries left out; a recursive search enters a folder where it meets it, and no folder
+/// twice, however links lead to it. Results are absolute paths. A missing folder lists nothing.
+/// Holds no state; Instance() may be called from any thread.
 class VELMCOMMON_EXPORT CVelmFindFile
 {
 public:

@@ -283,6 +283,20 @@ INSTANTIATE_TEST_SUITE_P(
                     DamageCase{"NewerThanCanBeWritten", 147456, 18, "\3", 400, "readonly"}),
     [](const auto& info) { return std::string(info.param.name); });
 
+TEST_F(DatabaseFile, TellsOfRowsThatCannotBeRead)
+{
+    ASSERT_EQ(database.writeTable(kTable, Rows(4000, row(1, QString(100, u'地')))), Velm::VelmOk);
+    database.closeDatabase(false, 0);
+    QFile broken(file);
+    ASSERT_TRUE(broken.open(QIODevice::ReadWrite) && broken.seek(broken.size() / 2));
+    ASSERT_EQ(broken.write(QByteArray(40000, '\xff')), 40000);
+    broken.close();
+    ASSERT_EQ(database.initDatabase(file, QString()), Velm::VelmOk);
+    const int readable = database.readTable(kTable).size();
+    EXPECT_TRUE(readable > 0 && readable < 4000) << readable;
+    EXPECT_TRUE(database.getLastErrorText().contains(u"malformed"_s));
+}
+
 TEST_F(DatabaseFile, ThatIsAFolderOrHasNoFolderOrNameIsNotOpened)
 {
     for (const QString& name : {path(u"config"_s), path(u"无/库.db"_s), QString()}) {

@@ -95,6 +95,9 @@ TEST_F(FolderTest, IsDeletedWithHiddenAndReadOnlyFilesAndNothingElse)
     ASSERT_TRUE(QFile::setPermissions(path(u"outer/victim/read only.txt"_s), QFile::ReadOwner));
 #ifdef Q_OS_UNIX  // Wine has no symbolic links; QFile::link makes shortcuts there
     ASSERT_TRUE(QFile::link(path(u"outside"_s), path(u"outer/victim/link"_s)));
+    ASSERT_TRUE(QFile::link(path(u"outside"_s), path(u"link"_s)));
+    EXPECT_TRUE(paths().deleteDir(path(u"link//"_s)));
+    EXPECT_FALSE(QFileInfo::exists(path(u"link"_s)));
 #endif
     EXPECT_TRUE(paths().deleteDir(path(u"outer/victim/"_s)));
     EXPECT_FALSE(QFileInfo::exists(path(u"outer/victim"_s)));

@@ -22,11 +22,16 @@ struct Answer
     QJsonDocument json;
 };
 
-/// Runs the program velm, which lies beside the tests.
+/// The program velm lies beside the tests.
+QString program()
+{
+    return QCoreApplication::applicationDirPath() + u"/velm"_s;
+}
+
 Answer velm(const QStringList& arguments)
 {
     QProcess process;
-    process.start(QCoreApplication::applicationDirPath() + u"/velm"_s, arguments);
+    process.start(program(), arguments);
     Answer answer;
     if (!process.waitForFinished(60000))
         return answer;
@@ -96,7 +101,9 @@ TEST_F(ToolTest, ListsByNameInitialsAndType)
     };
     EXPECT_TRUE(names(velm(words("list --json --match 三角点"))).contains(u"小三角点"_s));
     EXPECT_TRUE(names(velm(words("list --json --match xsjd"))).contains(u"小三角点"_s));
-    for (const QJsonValue& row : velm(words("list --json --type 3")).json.array())
+    const QJsonArray texts = velm(words("list --json --type 3")).json.array();
+    EXPECT_GT(texts.size(), 10);
+    for (const QJsonValue& row : texts)
         EXPECT_EQ(row.toObject().value(u"entityType"_s).toInt(), 3);
 
     // Columns stand below each other on a terminal, where a Chinese character takes two.
@@ -129,6 +136,9 @@ TEST_F(ToolTest, TellsWhatIsWrongAndWhatToDo)
                  {"list --match nothingatall", 1, "no feature code matches"},
                  {"list --bogus", 2, "bogus"},
                  {"--root /no/such/folder list", 3, "no such folder"},
+                 {"--nonsense list", 2, "no option \"--nonsense\""},
+                 {"--root= list", 2, "--root names no folder"},
+                 {"init ", 2, "one folder"},
                  {"init", 2, "one folder"}};
     for (const auto& c : cases) {
         const Answer answer = velm(words(c.arguments));
@@ -137,6 +147,10 @@ TEST_F(ToolTest, TellsWhatIsWrongAndWhatToDo)
             << c.arguments << ": " << answer.talk.toStdString();
         EXPECT_EQ(answer.output, QString()) << c.arguments;
     }
+    runSql({u"drop table Workdef"_s});
+    const Answer half = velm(words("lookup 310301"));
+    EXPECT_EQ(half.exitCode, 3);
+    EXPECT_TRUE(half.talk.contains(u"no such table: Workdef"_s)) << half.talk.toStdString();
     writeFile(u"config/peltaconfig.db"_s,
               "this is no database, and long enough to be seen as none");
     const Answer broken = velm(words("lookup 310301"));
@@ -202,4 +216,39 @@ TEST_F(ToolTest, FillsTheSampleSetWithDataThatFitTogether)
     const QByteArray first = older.readLine();
     EXPECT_EQ(first.count(','), 5);
     EXPECT_TRUE(first.contains("\xB4\xF3\xB5\xD8")) << "GBK text";
+}
+
+TEST_F(ToolTest, LetsNoRemainsOfAnOlderDatabaseIntoTheNewOne)
+{
+    writeFile(u"config/peltaconfig.db-wal"_s, "remains");
+    EXPECT_EQ(init().exitCode, 2);
+    EXPECT_EQ(init({u"--force"_s}).exitCode, 0);
+    EXPECT_EQ(files(), words("attribute.def index.ini peltaconfig.db PipeConfig.db work.def"));
+#ifdef Q_OS_UNIX
+    ASSERT_TRUE(QFile::remove(path(u"config/work.def"_s)));
+    ASSERT_TRUE(QFile::link(path(u"elsewhere"_s), path(u"config/work.def"_s)));
+    EXPECT_EQ(init({u"--force"_s}).exitCode, 3) << "what a link leads to is not ours to write";
+    EXPECT_FALSE(QFile::exists(path(u"elsewhere"_s)));
+
+    QProcess full;
+    full.setStandardOutputFile(u"/dev/full"_s);
+    full.start(program(), words("list"));
+    ASSERT_TRUE(full.waitForFinished());
+    EXPECT_EQ(full.exitCode(), 3) << "an answer that is lost is no success";
+#endif
+}
+
+TEST_F(ToolTest, ShowsChineseWithoutALocaleAndNoControlCharacters)
+{
+    runSql({u"create table indexini (CODE, NAME, LTYPE, WIDTH, [TABLE], USECODE)"_s,
+            u"create table Workdef (CODE, LAYER, ENTTYPE, PAR1, PAR2, TEXT)"_s,
+            u"insert into indexini values ('A', '测' || char(27) || '[31m', '', 0, '', '')"_s});
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"LC_ALL"_s, u"C"_s);
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(program(), words("lookup A"));
+    ASSERT_TRUE(process.waitForFinished());
+    const QString output = QString::fromLocal8Bit(process.readAllStandardOutput());
+    EXPECT_TRUE(output.startsWith(u"A 测?[31m"_s)) << output.toStdString();
 }

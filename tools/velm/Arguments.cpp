@@ -14,9 +14,10 @@ void Arguments::addOption(const QString& name, const QString& description, const
 
 std::optional<int> Arguments::parse(const QStringList& arguments)
 {
-    addOption(QStringLiteral("root"),
-              QStringLiteral("Folder that holds the folder \"config\"; else VELM_ROOT."),
-              QStringLiteral("DIR"));
+    if (m_needsRoot)
+        addOption(QStringLiteral("root"),
+                  QStringLiteral("Folder that holds the folder \"config\"; else VELM_ROOT."),
+                  QStringLiteral("DIR"));
     addOption(QStringLiteral("json"), QStringLiteral("Answer in JSON."));
     m_parser.addOption(
         {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});

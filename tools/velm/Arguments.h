@@ -19,6 +19,9 @@ public:
     void addOption(const QString& name, const QString& description,
                    const QString& valueName = QString());
 
+    /// Leaves --root out, for a command that reads no configuration.
+    void needsNoRoot() { m_needsRoot = false; }
+
     /// Reads @p arguments, which begin behind the command's name. If that ends the command (--help,
     /// or an error, which is told), the answer is its exit code.
     std::optional<int> parse(const QStringList& arguments);
@@ -38,5 +41,6 @@ private:
     QString m_synopsis;
     QString m_description;
     QStringList m_examples;
+    bool m_needsRoot = true;
     QCommandLineParser m_parser;
 };

@@ -14,26 +14,46 @@
 
 namespace {
 
-/// Why the table "indexini" cannot be read; empty if it can.
+/// Why a table cannot be read to its end with the columns that it needs; empty if it can.
+QString whyUnreadable(CVelmDatabase& database, const QString& columns, const QString& table)
+{
+    QVector<QMap<QString, QVariant>> rows;
+    database.executeSql(QStringLiteral("select ") + columns + QStringLiteral(" from ") + table,
+                        rows);
+    return database.getLastErrorText();
+}
+
+/// Why the configuration cannot be read; empty if it can.
 QString whyUnreadable(const QString& path)
 {
-    if (!QFileInfo::exists(path))
+    const QFileInfo file(path);
+    if (!file.exists())
         return QStringLiteral("there is no such file (\"velm init DIR\" makes a sample set)");
+    if (!file.isFile())
+        return QStringLiteral("it is no file");
+    if (!file.isReadable())
+        return QStringLiteral("permission denied");
     CVelmDatabase database;
     if (database.initDatabase(path, QString()) != Velm::VelmOk)
         return QStringLiteral("it cannot be opened as a database");
-    const Velm::ErrorStatus status =
-        database.executeSql(QStringLiteral("select count(*) from indexini"));
-    return status == Velm::VelmOk ? QString() : database.getLastErrorText();
+    const QString problem =
+        whyUnreadable(database, QStringLiteral("CODE, NAME, LTYPE, WIDTH, [TABLE], USECODE"),
+                      QStringLiteral("indexini"));
+    if (!problem.isEmpty())
+        return problem;
+    return whyUnreadable(database, QStringLiteral("CODE, LAYER, ENTTYPE, PAR1, PAR2, TEXT"),
+                         QStringLiteral("Workdef"));
 }
 
 }  // namespace
 
 int Configuration::open(const Arguments& arguments, Configuration& configuration)
 {
-    QString root = arguments.value(QStringLiteral("root"));
-    if (root.isEmpty())
-        root = qEnvironmentVariable("VELM_ROOT");
+    const bool named = arguments.isSet(QStringLiteral("root"));
+    const QString root =
+        named ? arguments.value(QStringLiteral("root")) : qEnvironmentVariable("VELM_ROOT");
+    if (named && root.isEmpty())
+        return arguments.usageError(QStringLiteral("--root names no folder"));
     if (root.isEmpty())
         return arguments.usageError(
             QStringLiteral("no configuration: give --root DIR or set VELM_ROOT"));

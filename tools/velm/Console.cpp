@@ -45,10 +45,17 @@ int columnsOf(uint character)
     return wide ? 2 : 1;
 }
 
-void write(std::FILE* stream, const QByteArray& bytes)
+bool outputFailed = false;
+
+bool write(std::FILE* stream, const QByteArray& bytes)
 {
-    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
-    std::fflush(stream);
+    const auto size = static_cast<size_t>(bytes.size());
+    return std::fwrite(bytes.constData(), 1, size, stream) == size && std::fflush(stream) == 0;
+}
+
+void writeResult(const QByteArray& bytes)
+{
+    outputFailed = !write(stdout, bytes) || outputFailed;
 }
 
 bool showsColours()
@@ -61,22 +68,37 @@ bool showsColours()
 
 void print(const QString& line)
 {
-    write(stdout, (line + QLatin1Char('\n')).toLocal8Bit());
+    writeResult((line + QLatin1Char('\n')).toLocal8Bit());
 }
 
 void print(const QJsonObject& document)
 {
-    write(stdout, QJsonDocument(document).toJson());
+    writeResult(QJsonDocument(document).toJson());
 }
 
 void print(const QJsonArray& document)
 {
-    write(stdout, QJsonDocument(document).toJson());
+    writeResult(QJsonDocument(document).toJson());
+}
+
+bool printedAll()
+{
+    return !outputFailed;
 }
 
 void tell(const QString& line)
 {
     write(stderr, (QStringLiteral("velm: ") + line + QLatin1Char('\n')).toLocal8Bit());
+}
+
+QString plain(const QString& text)
+{
+    QString shown = text;
+    for (QChar& ch : shown) {
+        if (ch.category() == QChar::Other_Control)
+            ch = QLatin1Char('?');
+    }
+    return shown;
 }
 
 QString heading(const QString& text)

@@ -23,8 +23,14 @@ void print(const QString& line);
 void print(const QJsonObject& document);
 void print(const QJsonArray& document);
 
+/// Whether everything that was printed so far reached standard output.
+bool printedAll();
+
 /// Tells something that is no result, behind "velm: ".
 void tell(const QString& line);
+
+/// @p text without control characters, so that data cannot move the cursor or change colours.
+QString plain(const QString& text);
 
 /// @p text set off as a heading, if standard output is a terminal that shows colours and NO_COLOR
 /// is not set.

@@ -11,7 +11,7 @@ constexpr int kLabelWidth = 18;
 
 void printField(const char* label, const QString& value)
 {
-    const QString shown = value.isEmpty() ? QStringLiteral("-") : value;
+    const QString shown = value.isEmpty() ? QStringLiteral("-") : console::plain(value);
     console::print(QStringLiteral("    ") + console::padded(QString::fromLatin1(label), kLabelWidth)
                    + shown);
 }
@@ -52,9 +52,8 @@ FeatureCard::FeatureCard(const QString& code, const CVelmIndex& index, const CVe
 
 void FeatureCard::print() const
 {
-    console::print(
-        console::heading(m_code + QLatin1Char(' ') + (m_index ? m_index->name : QString()))
-            .trimmed());
+    const QString title = m_index ? m_code + QLatin1Char(' ') + m_index->name : m_code;
+    console::print(console::heading(console::plain(title)));
     if (m_index) {
         printGroup("feature");
         printField("entity type", entityTypeName(m_entityType));

@@ -21,6 +21,12 @@ QStringList missingFolders(const QString& folder)
     return missing;
 }
 
+/// Whether a name is in use, if only by a link to nothing.
+bool isTaken(const QFileInfo& file)
+{
+    return file.exists() || file.isSymLink();
+}
+
 }  // namespace
 
 FileSet::FileSet(const QString& folder) : m_folder(QDir(folder).absolutePath()) {}
@@ -34,11 +40,14 @@ FileSet::~FileSet()
         QDir().rmdir(m_madeFolders.at(i));
 }
 
-bool FileSet::prepare()
+bool FileSet::prepare(QString& problem)
 {
-    if (!makeFolders(m_folder))
+    if (!makeFolders(m_folder)) {
+        problem = QStringLiteral("the folder cannot be made");
         return false;
+    }
     m_staging = std::make_unique<QTemporaryDir>(m_folder + QStringLiteral("/.velm-XXXXXX"));
+    problem = m_staging->errorString();
     return m_staging->isValid();
 }
 
@@ -50,11 +59,16 @@ QString FileSet::stage(const QString& relative)
     return path;
 }
 
+void FileSet::drop(const QString& relative)
+{
+    m_files.append(relative);
+}
+
 QStringList FileSet::existing() const
 {
     QStringList names;
     for (const QString& file : m_files) {
-        if (QFileInfo::exists(target(file)))
+        if (isTaken(QFileInfo(target(file))))
             names.append(file);
     }
     return names;
@@ -94,16 +108,18 @@ QString FileSet::target(const QString& relative) const
 bool FileSet::move(const QString& relative)
 {
     const QString destination = target(relative);
-    if (QFileInfo(destination).isDir())
-        return false;
+    const QFileInfo there(destination);
+    if (there.isDir() || there.isSymLink())
+        return false;  // what is behind it is not ours to replace
     if (!makeFolders(QFileInfo(destination).path()))
         return false;
     const QString backup = m_staging->filePath(QStringLiteral("old/") + relative);
     QDir().mkpath(QFileInfo(backup).path());
-    const bool replaces = QFileInfo::exists(destination);
+    const bool replaces = there.exists();
     if (replaces && !QFile::rename(destination, backup))
         return false;
-    if (QFile::rename(m_staging->filePath(QStringLiteral("new/") + relative), destination))
+    const QString staged = m_staging->filePath(QStringLiteral("new/") + relative);
+    if (!QFileInfo::exists(staged) || QFile::rename(staged, destination))
         return true;
     if (replaces)
         QFile::rename(backup, destination);
@@ -116,7 +132,7 @@ void FileSet::putBack(const QStringList& moved)
         const QString destination = target(moved.at(i));
         QFile::remove(destination);
         const QString backup = m_staging->filePath(QStringLiteral("old/") + moved.at(i));
-        if (QFileInfo::exists(backup))
-            QFile::rename(backup, destination);
+        if (QFileInfo::exists(backup) && !QFile::rename(backup, destination))
+            m_staging->setAutoRemove(false);  // it holds the only copy
     }
 }

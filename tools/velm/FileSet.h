@@ -17,16 +17,21 @@ public:
     FileSet(const FileSet&) = delete;
     FileSet& operator=(const FileSet&) = delete;
 
-    /// Makes the folder and the staging folder in it. False if that cannot be done.
-    bool prepare();
+    /// Makes the folder and the staging folder in it. False if that cannot be done; then
+    /// @p problem says why.
+    bool prepare(QString& problem);
 
     /// Where to make the file that shall become @p relative.
     QString stage(const QString& relative);
 
-    /// Those of the staged files that would replace one.
+    /// Lets the file @p relative, if there is one, go when the others come.
+    void drop(const QString& relative);
+
+    /// Those of the files named so far that exist in the folder.
     QStringList existing() const;
 
-    /// Moves all staged files to their places, over those that exist. If one cannot be moved, all
+    /// Moves all staged files to their places, over those that exist; folders and links are not
+    /// replaced. If one cannot be moved, all
     /// is put back as it was and @p failed is that file's name.
     bool commit(QString& failed);
 

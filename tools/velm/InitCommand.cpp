@@ -31,6 +31,9 @@ QString stageSet(const QVector<SampleDatabase>& databases, FileSet& files)
         QString problem = writeSampleDatabase(database, files.stage(configName(database.fileName)));
         if (!problem.isEmpty())
             return problem;
+        // What SQLite left beside a database of this name would be played into the new one.
+        for (const char* suffix : {"-journal", "-wal", "-shm"})
+            files.drop(configName(database.fileName) + QLatin1String(suffix));
         if (database.fileName != QLatin1String("peltaconfig.db"))
             continue;
         const QMap<QString, QByteArray> texts{
@@ -78,10 +81,11 @@ int commands::init(const QStringList& arguments)
             "Writes the sample configuration set into DIR/config: both databases and the text\n"
             "files of the older set. Either all of it is written or nothing."),
         {QStringLiteral("velm init demo"), QStringLiteral("velm init --force demo")});
+    args.needsNoRoot();
     args.addOption(QStringLiteral("force"), QStringLiteral("Replace files that exist."));
     if (const auto ended = args.parse(arguments))
         return *ended;
-    if (args.positional().size() != 1)
+    if (args.positional().size() != 1 || args.positional().first().isEmpty())
         return args.usageError(QStringLiteral("give one folder to write into"));
     const QString folder = QDir(args.positional().first()).absolutePath();
 
@@ -90,8 +94,9 @@ int commands::init(const QStringList& arguments)
     if (!problem.isEmpty())
         return cannotWrite(problem);
     FileSet files(folder);
-    if (!files.prepare())
-        return cannotWrite(QStringLiteral("cannot write into \"") + folder + QLatin1Char('"'));
+    if (!files.prepare(problem))
+        return cannotWrite(QStringLiteral("cannot write into \"") + folder + QStringLiteral("\": ")
+                           + problem);
     problem = stageSet(databases, files);
     if (!problem.isEmpty())
         return cannotWrite(problem);

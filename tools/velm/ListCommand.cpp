@@ -78,6 +78,22 @@ void printJson(const QVector<Row>& rows)
     console::print(answer);
 }
 
+/// @return what is wrong with the options; empty if nothing is
+QString readFilter(const Arguments& args, Filter& filter)
+{
+    if (!args.positional().isEmpty())
+        return QStringLiteral("unexpected argument \"%1\"; use --match TEXT to search")
+            .arg(args.positional().first());
+    filter.table = args.value(QStringLiteral("table"));
+    filter.match = args.value(QStringLiteral("match"));
+    const QString type = args.value(QStringLiteral("type"));
+    if (!args.isSet(QStringLiteral("type")))
+        return QString();
+    bool isNumber = false;
+    filter.type = type.toInt(&isNumber);
+    return isNumber ? QString() : QStringLiteral("--type takes a number, not \"%1\"").arg(type);
+}
+
 }  // namespace
 
 int commands::list(const QStringList& arguments)
@@ -99,19 +115,10 @@ int commands::list(const QStringList& arguments)
         QStringLiteral("TEXT"));
     if (const auto ended = args.parse(arguments))
         return *ended;
-    if (!args.positional().isEmpty())
-        return args.usageError(
-            QStringLiteral("unexpected argument \"%1\"; use --match TEXT to search")
-                .arg(args.positional().first()));
-    Filter filter{args.value(QStringLiteral("table")), std::nullopt,
-                  args.value(QStringLiteral("match"))};
-    if (args.isSet(QStringLiteral("type"))) {
-        bool isNumber = false;
-        filter.type = args.value(QStringLiteral("type")).toInt(&isNumber);
-        if (!isNumber)
-            return args.usageError(QStringLiteral("--type takes a number, not \"%1\"")
-                                       .arg(args.value(QStringLiteral("type"))));
-    }
+    Filter filter;
+    const QString problem = readFilter(args, filter);
+    if (!problem.isEmpty())
+        return args.usageError(problem);
 
     Configuration configuration;
     const int opened = Configuration::open(args, configuration);

@@ -10,6 +10,14 @@ constexpr int kGap = 2;  // columns between two cells
 
 }  // namespace
 
+void TextTable::addRow(const QStringList& cells)
+{
+    QStringList row;
+    for (const QString& cell : cells)
+        row.append(console::plain(cell));
+    m_rows.append(row);
+}
+
 void TextTable::print() const
 {
     QVector<int> widths(m_rows.first().size());

@@ -9,7 +9,8 @@ class TextTable
 public:
     explicit TextTable(const QStringList& header) : m_rows{header} {}
 
-    void addRow(const QStringList& cells) { m_rows.append(cells); }
+    /// Control characters in the cells are shown as "?".
+    void addRow(const QStringList& cells);
     /// Prints the header and the rows to standard output.
     void print() const;
 

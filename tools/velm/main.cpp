@@ -55,49 +55,59 @@ void useUtf8WithoutLocale()
         QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 }
 
-int unknownCommand(const QString& name)
+int version()
 {
-    QStringList names;
-    for (const Command& command : kCommands)
-        names.append(QString::fromLatin1(command.name));
-    console::tell(QStringLiteral("there is no command \"") + name + QLatin1Char('"')
-                  + didYouMean(similarTo(name, names)));
+    console::print(QStringLiteral("velm " VELM_VERSION));
+    return ExitFine;
+}
+
+int help()
+{
+    console::print(helpText());
+    return ExitFine;
+}
+
+int usageError(const QString& problem)
+{
+    console::tell(problem);
     console::tell(QStringLiteral("see \"velm --help\""));
     return ExitUsage;
 }
 
-/// The position of the command's name behind the options that may stand before it.
-int commandPosition(const QStringList& arguments)
+/// Runs the command of that name with the arguments around the name.
+int runCommand(const QString& name, const QStringList& arguments)
 {
-    int position = 0;
-    while (position < arguments.size() && arguments.at(position).startsWith(QLatin1String("--")))
-        position += arguments.at(position) == QLatin1String("--root") ? 2 : 1;
-    return position;
-}
-
-int run(QStringList arguments)
-{
-    const QString first = arguments.value(0);
-    if (first == QLatin1String("--help") || first == QLatin1String("-h")) {
-        console::print(helpText());
-        return ExitFine;
-    }
-    if (first == QLatin1String("--version")) {
-        console::print(QStringLiteral("velm " VELM_VERSION));
-        return ExitFine;
-    }
-    const int position = commandPosition(arguments);
-    if (position >= arguments.size()) {
-        console::tell(QStringLiteral("which command? None was given"));
-        console::tell(QStringLiteral("see \"velm --help\""));
-        return ExitUsage;
-    }
-    const QString name = arguments.takeAt(position);
+    QStringList names;
     for (const Command& command : kCommands) {
         if (name == QLatin1String(command.name))
             return command.run(arguments);
+        names.append(QString::fromLatin1(command.name));
     }
-    return unknownCommand(name);
+    return usageError(QStringLiteral("there is no command \"") + name + QLatin1Char('"')
+                      + didYouMean(similarTo(name, names)));
+}
+
+/// Options that every command has may stand before its name too.
+int run(QStringList arguments)
+{
+    for (int i = 0; i < arguments.size(); ++i) {
+        const QString argument = arguments.at(i);
+        if (argument == QLatin1String("--help") || argument == QLatin1String("-h"))
+            return help();
+        if (argument == QLatin1String("--version"))
+            return version();
+        if (!argument.startsWith(QLatin1Char('-'))) {
+            arguments.removeAt(i);
+            return runCommand(argument, arguments);
+        }
+        if (argument == QLatin1String("--root"))
+            ++i;
+        else if (argument != QLatin1String("--json")
+                 && !argument.startsWith(QLatin1String("--root=")))
+            return usageError(QStringLiteral("there is no option \"") + argument
+                              + QStringLiteral("\" before a command"));
+    }
+    return usageError(QStringLiteral("which command? None was given"));
 }
 
 }  // namespace
@@ -106,5 +116,9 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     useUtf8WithoutLocale();
-    return run(QCoreApplication::arguments().mid(1));
+    const int exitCode = run(QCoreApplication::arguments().mid(1));
+    if (console::printedAll())
+        return exitCode;
+    console::tell(QStringLiteral("the answer could not be written to standard output"));
+    return ExitCannotOpen;
 }
