@@ -1,6 +1,6 @@
 # velm_deploy_runtime(<folder>) puts what programs of the 32-bit Windows build load at run time beside them: the
-# compiler's libraries, Qt and its platform and database plug-ins. Done while configuring, because tests run their
-# programs already during the build to list their cases.
+# compiler's libraries, Qt and its platform and database plug-ins. Done while configuring, because
+# tests run their programs already during the build to list their cases.
 function(velm_deploy_runtime folder)
     set(qt ${VELM_WINDOWS_KIT_DIR}/qt5)
     file(GLOB libraries ${qt}/bin/*.dll)

@@ -4,7 +4,8 @@ add_library(velm_flags INTERFACE)
 target_compile_options(velm_flags INTERFACE
     -Wall -Wextra -Wpedantic -Werror
     -finput-charset=UTF-8 -fexec-charset=UTF-8
-    # A fused or extended-precision operation would change how an area rounds and which branch an index picks.
+    # A fused or extended-precision operation would change how an area rounds and which branch an
+    # index picks.
     -ffp-contract=off)
 target_compile_definitions(velm_flags INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS

@@ -11,8 +11,7 @@ namespace velm::detail {
 
 /// Reads a text file of the older configuration set from the search paths: local 8-bit text, one
 /// record a line, fields separated by ",", empty ones kept. @p store gets the fields of each
-/// record; a line of more than
-/// @p fieldCount fields counts as one without any.
+/// record; a line of more than @p fieldCount fields counts as one without any.
 ///
 /// Records are read only while the text is at its end, so a file of two or more lines yields none.
 /// This is wanted: offices keep such files beside a database set and rely on their not being mixed

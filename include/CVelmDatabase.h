@@ -49,9 +49,8 @@ public:
     Velm::ErrorStatus initDatabase(const QString& fileName, const QString& connectOptions);
 
     /// Closes and deregisters the connection. With @p deferred an Access connection is closed only
-    /// after
-    /// @p delayMs milliseconds, by the event loop of this thread, if this object then still exists
-    /// and holds the same connection; SQLite is always closed at once.
+    /// after @p delayMs milliseconds, by the event loop of this thread, if this object then still
+    /// exists and holds the same connection; SQLite is always closed at once.
     /// @return VelmOk
     Velm::ErrorStatus closeDatabase(bool deferred, int delayMs);
 
@@ -112,8 +111,7 @@ public:
     Velm::ErrorStatus writeRecordBlob(const QString& table, const QMap<QString, QVariant>& record);
 
     /// Builds an update statement if a row matches @p where. If none does, inserts a record of @p
-    /// where and
-    /// @p values instead, leaves @p sql alone and answers with that insert's status.
+    /// where and @p values instead, leaves @p sql alone and answers with that insert's status.
     Velm::ErrorStatus getUpdataSql(QString& sql, const QString& table,
                                    const QMap<QString, QVariant>& values,
                                    const QMap<QString, QVariant>& where);

@@ -174,8 +174,7 @@ public:
     static QMap<QString, QString> VariantMapToStringMap(const QMap<QString, QVariant>& map,
                                                         bool shortDoubles);
     /// Copies every entry of @p from into @p to; an entry that @p to holds already is replaced only
-    /// with
-    /// @p overwrite.
+    /// with @p overwrite.
     static void ConstVarMap2VarMap(const QMap<QString, QVariant>& from, QMap<QString, QVariant>& to,
                                    bool overwrite);
     /// Types that QVariant::Type has no enumerator for (short, float, ...) are recognised by their

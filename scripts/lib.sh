@@ -36,8 +36,9 @@ cache_dir() {
     mkdir -p "$dir" && realpath "$dir"
 }
 
-# make_once NAME COMMAND... runs COMMAND... with a new folder as its last argument and, when it succeeds, renames the
-# folder to NAME. Does nothing if NAME exists. One process at a time; what a failed attempt leaves goes with the next.
+# make_once NAME COMMAND... runs COMMAND... with a new folder as its last argument and, when it
+# succeeds, renames the folder to NAME. Does nothing if NAME exists. One process at a time; what a
+# failed attempt leaves goes with the next.
 make_once() {
     local made="$1" new="$1.new" lock
     shift

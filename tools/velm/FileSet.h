@@ -31,8 +31,8 @@ public:
     QStringList existing() const;
 
     /// Moves all staged files to their places, over those that exist; folders and links are not
-    /// replaced. If one cannot be moved, all
-    /// is put back as it was and @p failed is that file's name.
+    /// replaced. If one cannot be moved, all is put back as it was and @p failed is that file's
+    /// name.
     bool commit(QString& failed);
 
 private:
