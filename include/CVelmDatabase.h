@@ -107,7 +107,8 @@ public:
                                    const QMap<QString, QVariant>& record) const;
     /// @return VelmOk; VelmTableNotExist; VelmSqlExecFailed
     Velm::ErrorStatus writeRecord(const QString& table, const QMap<QString, QVariant>& record);
-    /// Inserts with bound values, which may be of any type and hold anything.
+    /// Inserts with bound values, which may be of any type and hold anything. Column names are
+    /// letters (of any script), digits and "_": each is a placeholder's name too.
     Velm::ErrorStatus writeRecordBlob(const QString& table, const QMap<QString, QVariant>& record);
 
     /// Builds an update statement if a row matches @p where. If none does, inserts a record of @p
@@ -170,7 +171,8 @@ public:
     Velm::ErrorStatus copyColumnValue(const QString& table, const QString& fromField,
                                       const QString& toField);
     /// Adds the new column, copies the values, drops the old one. The first failure is the answer
-    /// and ends it; a failed copy leaves the new, empty column behind.
+    /// and ends it; a failed copy leaves the new, empty column behind. The new column has the type
+    /// that the driver reports, which for a LONG of SQLite is text.
     Velm::ErrorStatus renameColumnName(const QString& table, const QString& oldName,
                                        const QString& newName);
 
