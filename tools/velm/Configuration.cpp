@@ -36,7 +36,7 @@ QString whyUnreadable(const QString& path)
     CVelmDatabase database;
     if (database.initDatabase(path, QString()) != Velm::VelmOk)
         return QStringLiteral("it cannot be opened as a database");
-    const QString problem =
+    QString problem =
         whyUnreadable(database, QStringLiteral("CODE, NAME, LTYPE, WIDTH, [TABLE], USECODE"),
                       QStringLiteral("indexini"));
     if (!problem.isEmpty())
