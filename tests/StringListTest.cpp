@@ -25,11 +25,6 @@ struct Used
     std::optional<long> start, free;
 };
 
-QString operator""_q(const char* text, size_t size)
-{
-    return QString::fromUtf8(text, static_cast<int>(size));
-}
-
 QStringList listOf(const QString& parts)
 {
     return parts.split(QLatin1Char('|'));
@@ -53,75 +48,76 @@ QString identity(const QString& digits)
     int remainder = 0;
     for (const QChar digit : digits)
         remainder = (remainder + digit.digitValue()) * 2 % 11;
-    return digits + "0123456789X"_q.at((12 - remainder) % 11);
+    return digits + u"0123456789X"_s.at((12 - remainder) % 11);
 }
 
 }  // namespace
 
 TEST(StringValidation, CountsAndRecognisesCharacters)
 {
-    for (const QString& text : listOf("|0|--1.2.3|-.|0123456789"_q))
+    for (const QString& text : listOf(u"|0|--1.2.3|-.|0123456789"_s))
         EXPECT_TRUE(CVelmString::IsDigitStr(text)) << text.toStdString();
-    for (const QString& text : listOf("1e5|+1| 1|1,0|１|一"_q))
+    for (const QString& text : listOf(u"1e5|+1| 1|1,0|１|一"_s))
         EXPECT_FALSE(CVelmString::IsDigitStr(text)) << text.toStdString();
-    EXPECT_EQ(CVelmString::ChineseCount("1点é，\u04BA\u04BB\uFFFD\uFFFE"_q), 4);
-    EXPECT_EQ(CVelmString::GetNumberOfSymbol("a;;b"_q, ";"_q), 2U);
-    EXPECT_EQ(CVelmString::GetNumberOfSymbol("aaaaa"_q, "aa"_q), 2U);
-    EXPECT_EQ(CVelmString::GetNumberOfSymbol("ab"_q, "B"_q), 0U);
-    EXPECT_EQ(CVelmString::GetNumberOfSymbol("ab"_q, QString()), 0U);
+    EXPECT_EQ(CVelmString::ChineseCount(u"1点é，\u04BA\u04BB\uFFFD\uFFFE"_s), 4);
+    EXPECT_EQ(CVelmString::GetNumberOfSymbol(u"a;;b"_s, u";"_s), 2U);
+    EXPECT_EQ(CVelmString::GetNumberOfSymbol(u"aaaaa"_s, u"aa"_s), 2U);
+    EXPECT_EQ(CVelmString::GetNumberOfSymbol(u"ab"_s, u"B"_s), 0U);
+    EXPECT_EQ(CVelmString::GetNumberOfSymbol(u"ab"_s, QString()), 0U);
 }
 
 TEST(StringValidation, KnowsTheDaysOfTheCalendar)
 {
     for (QDate date(1895, 1, 1); date.year() < 2405; date = date.addMonths(1)) {
-        const QString year = date.toString("yyyy"_q);
+        const QString year = date.toString(u"yyyy"_s);
         for (int day = -1; day <= 32; ++day) {
             // Day 0 stands for an unknown one.
-            ASSERT_EQ(CVelmString::CheckDate(year, date.toString("M"_q), QString::number(day)),
+            ASSERT_EQ(CVelmString::CheckDate(year, date.toString(u"M"_s), QString::number(day)),
                       day >= 0 && day <= date.daysInMonth());
         }
     }
-    for (const QString& month : listOf("0|13|-1|May|"_q))
-        EXPECT_FALSE(CVelmString::CheckDate("1999"_q, month, "1"_q)) << month.toStdString();
-    EXPECT_TRUE(CVelmString::CheckDate("1999"_q, "02"_q, "unknown"_q));
+    for (const QString& month : listOf(u"0|13|-1|May|"_s))
+        EXPECT_FALSE(CVelmString::CheckDate(u"1999"_s, month, u"1"_s)) << month.toStdString();
+    EXPECT_TRUE(CVelmString::CheckDate(u"1999"_s, u"02"_s, u"unknown"_s));
 }
 
 TEST(StringValidation, AcceptsIdentityNumbersByRegionDateAndCheckCharacter)
 {
     // The examples of GB 11643-1999.
-    EXPECT_TRUE(CVelmString::CheckIDCard18("11010519491231002X"_q));
-    EXPECT_TRUE(CVelmString::CheckIDCard18("440524188001010014"_q));
+    EXPECT_TRUE(CVelmString::CheckIDCard18(u"11010519491231002X"_s));
+    EXPECT_TRUE(CVelmString::CheckIDCard18(u"440524188001010014"_s));
     const QString regions = "11 12 13 14 15 21 22 23 31 32 33 34 35 36 37 41 42 43 44 45 46 50 51 "
-                            "52 53 54 61 62 63 64 65 71 81 82 91"_q;
+                            u"52 53 54 61 62 63 64 65 71 81 82 91"_s;
     for (int i = 0; i < 1000; ++i) {
         const QString region = QString::number(i % 100).rightJustified(2, QLatin1Char('0'));
-        const QString date = QDate(1930, 1, 1).addDays(i * 31).toString("yyyyMMdd"_q);
-        const QString id = identity(region + "0102"_q + date + QString::number(999 - i % 900));
-        for (const QChar last : "0123456789Xx"_q) {
+        const QString date = QDate(1930, 1, 1).addDays(i * 31).toString(u"yyyyMMdd"_s);
+        const QString id = identity(region + u"0102"_s + date + QString::number(999 - i % 900));
+        for (const QChar last : u"0123456789Xx"_s) {
             ASSERT_EQ(CVelmString::CheckIDCard18(id.left(17) + last),
                       regions.contains(region) && last == id.at(17))
                 << id.toStdString();
         }
     }
-    for (const QString& other : {"44052418800101001"_q, "4405241880010100144"_q,
-                                 identity("44052418801301001"_q), identity("44052419000229001"_q)})
+    for (const QString& other :
+         {u"44052418800101001"_s, u"4405241880010100144"_s, identity(u"44052418801301001"_s),
+          identity(u"44052419000229001"_s)})
         EXPECT_FALSE(CVelmString::CheckIDCard18(other)) << other.toStdString();
-    EXPECT_TRUE(CVelmString::CheckIDCard18(identity("44052418800100001"_q)));
+    EXPECT_TRUE(CVelmString::CheckIDCard18(identity(u"44052418800100001"_s)));
     // "%" lies eleven before "0", so the remainder stays, though the sum becomes negative.
-    const QString zeros = identity("11000020000101000"_q);
-    EXPECT_TRUE(CVelmString::CheckIDCard18(zeros.left(2) + "%%%%20000101%%%"_q + zeros.right(1)));
+    const QString zeros = identity(u"11000020000101000"_s);
+    EXPECT_TRUE(CVelmString::CheckIDCard18(zeros.left(2) + u"%%%%20000101%%%"_s + zeros.right(1)));
 }
 
 TEST(StringList, SplitsAtSeparators)
 {
     QStringList scanned;
-    for (const QString& text : listOf("a,b,,c|a,|,a,b|,,a|,,,a|"_q))
-        scanned.append(CVelmString::String2StringList(text, ","_q, true).join(QLatin1Char(' ')));
-    EXPECT_EQ(scanned, listOf("a b ,c|a |,a b|,,a|,, a|"_q));
-    EXPECT_EQ(CVelmString::String2StringList("aXXbxxc"_q, "xx"_q, true), listOf("aXXb|xc"_q));
-    EXPECT_EQ(CVelmString::String2StringList("abc"_q, QString(), true), listOf("ab|"_q));
-    EXPECT_EQ(CVelmString::String2StringList("x,aXb,xc"_q, "x"_q, false), listOf("|,aXb,|c"_q));
-    EXPECT_EQ(CVelmString::SplitString("xaXbxxcx"_q, "x"_q), listOf("aXb|c"_q));
+    for (const QString& text : listOf(u"a,b,,c|a,|,a,b|,,a|,,,a|"_s))
+        scanned.append(CVelmString::String2StringList(text, u","_s, true).join(QLatin1Char(' ')));
+    EXPECT_EQ(scanned, listOf(u"a b ,c|a |,a b|,,a|,, a|"_s));
+    EXPECT_EQ(CVelmString::String2StringList(u"aXXbxxc"_s, u"xx"_s, true), listOf(u"aXXb|xc"_s));
+    EXPECT_EQ(CVelmString::String2StringList(u"abc"_s, QString(), true), listOf(u"ab|"_s));
+    EXPECT_EQ(CVelmString::String2StringList(u"x,aXb,xc"_s, u"x"_s, false), listOf(u"|,aXb,|c"_s));
+    EXPECT_EQ(CVelmString::SplitString(u"xaXbxxcx"_s, u"x"_s), listOf(u"aXb|c"_s));
 }
 
 TEST(StringList, ExpandsRanges)
@@ -132,26 +128,26 @@ TEST(StringList, ExpandsRanges)
           Range{"5-3-4-4", {5, 4, 3, 4}}, Range{"7,x,1-b,8", {7, 8}}, Range{"", {0}},
           Range{"a-1-2", {1, 2}}, Range{"1-3-a-5-6", {1, 2, 3, 5, 6}},
           Range{"4,0-2147483647,5", {4, 5}}, Range{"1-2--2147483645", {1, 2}}}) {
-        EXPECT_EQ(CVelmString::String2LongList(QString::fromLatin1(text), "-"_q, ","_q), values)
+        EXPECT_EQ(CVelmString::String2LongList(QString::fromLatin1(text), u"-"_s, u","_s), values)
             << text;
     }
-    EXPECT_EQ(CVelmString::StringList2LongList({"3~1"_q, "x"_q, "-8;9"_q}, "~"_q, ";"_q),
+    EXPECT_EQ(CVelmString::StringList2LongList({u"3~1"_s, u"x"_s, u"-8;9"_s}, u"~"_s, u";"_s),
               QVector<long>({3, 2, 1, -8, 9}));
 }
 
 TEST(StringList, CompressesRangesThatExpandToTheSameNumbers)
 {
-    EXPECT_EQ(CVelmString::LongList2String({9, 3, 2, 1, -1, 5, 2}, "~"_q, ";"_q),
-              "-1;1~2;2~3;5;9"_q);
-    EXPECT_EQ(CVelmString::LongList2String({}, "~"_q, ";"_q), QString());
+    EXPECT_EQ(CVelmString::LongList2String({9, 3, 2, 1, -1, 5, 2}, u"~"_s, u";"_s),
+              u"-1;1~2;2~3;5;9"_s);
+    EXPECT_EQ(CVelmString::LongList2String({}, u"~"_s, u";"_s), QString());
     std::mt19937 random(1);
     for (int round = 0; round < 300; ++round) {
         QVector<long> values{kGreatest, kGreatest - 1, kLeast, kLeast + 1};
         for (int i = 0; i < round; ++i)
             values.append(static_cast<long>(random() % 400) - 200);
-        const QStringList texts = CVelmString::LongList2StringList(values, "~"_q);
+        const QStringList texts = CVelmString::LongList2StringList(values, u"~"_s);
         std::sort(values.begin(), values.end());
-        ASSERT_EQ(CVelmString::StringList2LongList(texts, "~"_q, ";"_q), values);
+        ASSERT_EQ(CVelmString::StringList2LongList(texts, u"~"_s, u";"_s), values);
     }
 }
 
@@ -179,10 +175,10 @@ TEST(StringNumber, IsWrittenShortlyAndWithAPrecision)
         texts.append(CVelmString::Double2QString(value));
     // The last but one is what the nearest double really is.
     EXPECT_EQ(texts, listOf("2.5|100|-0.25|0.3|0|0.000000000000001|10000000000000000000000|"
-                            "123456.789000000004307|-inf"_q));
+                            u"123456.789000000004307|-inf"_s));
     EXPECT_EQ(CVelmString::DoubleList2StringList({1.00009, -1.00011, 2.99999, -0.00005, 7, 4e9}, 4),
-              listOf("1|-1.0001|3.0000|0|7|4000000000"_q));
-    EXPECT_EQ(CVelmString::StringList2DoubleList(listOf("1.5e2|x||-2"_q)),
+              listOf(u"1|-1.0001|3.0000|0|7|4000000000"_s));
+    EXPECT_EQ(CVelmString::StringList2DoubleList(listOf(u"1.5e2|x||-2"_s)),
               QVector<double>({150.0, 0.0, 0.0, -2.0}));
 }
 
@@ -197,7 +193,7 @@ TEST(StringNumber, IsReadInChinese)
     EXPECT_EQ(readings,
               listOf("零|十|十二|二十|一百零一|一百一十|一千零一|一千零一十|负五|一万零一|"
                      "一万一千|十万|十万零一十|负一百二十万|一亿零一|一亿零一万|"
-                     "二十一亿四千七百四十八万三千六百四十七"_q));
+                     u"二十一亿四千七百四十八万三千六百四十七"_s));
     QVector<long> numbers = numbersOfAllSizes();
     for (long number = 0; number <= 20000; ++number)
         numbers.append(number);
@@ -205,12 +201,12 @@ TEST(StringNumber, IsReadInChinese)
         ASSERT_EQ(CVelmString::Chinese2Number(CVelmString::Number2Chinese(number)), number);
 
     const bool wide = sizeof(long) > 4;
-    EXPECT_EQ(CVelmString::Chinese2Number("一十二"_q), 12);
-    EXPECT_EQ(CVelmString::Chinese2Number("-3000000000"_q), wide ? -3000000000 : 0);
-    EXPECT_EQ(CVelmString::Chinese2Number("三十亿"_q), wide ? 3000000000 : 0);
-    EXPECT_EQ(CVelmString::Chinese2Number("一万零二亿"_q), wide ? 1000200000000 : 0);
+    EXPECT_EQ(CVelmString::Chinese2Number(u"一十二"_s), 12);
+    EXPECT_EQ(CVelmString::Chinese2Number(u"-3000000000"_s), wide ? -3000000000 : 0);
+    EXPECT_EQ(CVelmString::Chinese2Number(u"三十亿"_s), wide ? 3000000000 : 0);
+    EXPECT_EQ(CVelmString::Chinese2Number(u"一万零二亿"_s), wide ? 1000200000000 : 0);
     for (const QString& text :
-         listOf("九百二十三亿亿|99999999999999999999||负|一二|百|二b|1万|负负一"_q))
+         listOf(u"九百二十三亿亿|99999999999999999999||负|一二|百|二b|1万|负负一"_s))
         EXPECT_EQ(CVelmString::Chinese2Number(text), 0) << text.toStdString();
 }
 
@@ -220,12 +216,12 @@ TEST(StringNumber, IsCountedInColumnLetters)
         return CVelmString::Number2EnglishLetters(number, true);
     };
     // XFD is the last of a spreadsheet's 2^14 columns.
-    EXPECT_EQ(letters(16384) + letters(26) + letters(27) + letters(0), "XFDZAA"_q);
-    EXPECT_EQ(CVelmString::Number2EnglishLetters(2147483647, false), "fxshrxw"_q);
-    EXPECT_EQ(CVelmString::EnglishLetters2Number("fxsHRXW"_q), 2147483647);
+    EXPECT_EQ(letters(16384) + letters(26) + letters(27) + letters(0), u"XFDZAA"_s);
+    EXPECT_EQ(CVelmString::Number2EnglishLetters(2147483647, false), u"fxshrxw"_s);
+    EXPECT_EQ(CVelmString::EnglishLetters2Number(u"fxsHRXW"_s), 2147483647);
     for (const long number : numbersOfAllSizes())
         ASSERT_EQ(CVelmString::EnglishLetters2Number(letters(number)), std::max(number, 0L));
-    for (const QString& other : listOf("a1|中|A B|A@|A[|ZZZZZZZZZZZZZZZZ"_q))
+    for (const QString& other : listOf(u"a1|中|A B|A@|A[|ZZZZZZZZZZZZZZZZ"_s))
         EXPECT_EQ(CVelmString::EnglishLetters2Number(other), 0) << other.toStdString();
 }
 
