@@ -19,11 +19,11 @@ class VELMCOMMON_EXPORT CVelmConfigManager
 public:
     /// Created and loaded on the first call.
     static CVelmConfigManager* Instance();
-    /// Frees no table: hosts keep table pointers beyond the unloading of the library.
+    /// Frees no table: they live until the process ends, which is wanted so.
     virtual ~CVelmConfigManager();
 
-    /// Rebuilds the tables from disk. The old database index is abandoned, not freed: drawing
-    /// reactors of hosts hold on to it.
+    /// Rebuilds the tables from disk. The old database index is abandoned, not freed, which is
+    /// wanted so.
     /// @return false if the system configuration database cannot be opened; the tables are empty
     /// then
     bool flushVelmConfig();
@@ -32,7 +32,7 @@ public:
     /// not loaded yet.
     void switchVersion(Velm::Version version);
 
-    // The two forms differ, and callers rely on it: the non-const index and the const work
+    // The two forms differ as part of the interface: the non-const index and the const work
     // definitions follow the version (null if its files were never loaded), their twins are always
     // those of the database.
     CVelmIndex* GetVelmIndex();

@@ -91,8 +91,8 @@ public:
     /// How often @p symbol occurs in @p text, without overlaps, letter case counting; 0 for an
     /// empty symbol.
     static unsigned int GetNumberOfSymbol(const QString& text, const QString& symbol);
-    /// Whether the Gregorian date exists. What is no number counts as 0. Day 0 is accepted: forms
-    /// with an unknown day rely on it.
+    /// Whether the Gregorian date exists. What is no number counts as 0. Day 0 is accepted on
+    /// purpose.
     static bool CheckDate(const QString& year, const QString& month, const QString& day);
     /// Whether @p id is a resident identity number of 18 characters (GB 11643: region, birth date,
     /// check character by ISO 7064 MOD 11-2). A lower-case "x" at the end is refused; the first 17
@@ -130,7 +130,7 @@ public:
     static QStringList DoubleList2StringList(const QVector<double>& values, int precision);
     /// The number to give to the next thing: the first gap in @p used, else the greatest plus one.
     /// A @p start below all used numbers is itself the answer; one above them gives the greatest
-    /// used plus one, so that numbers are not left out (callers rely on it); one in between has no
+    /// used plus one, so that numbers are not left out (wanted so); one in between has no
     /// effect. With nothing used: @p start.
     /// @return false, @p result untouched, if there is neither a used number nor a start, or no
     /// greater number

@@ -44,8 +44,7 @@ public:
     Velm::ErrorStatus get_par(const QString& code, QString& layer, int& enttype, QString& par1,
                               QString& par2, QString& text, int& color) const;
 
-    /// The statuses differ from the other lookups on purpose: drawing commands tell the two cases
-    /// apart.
+    /// The statuses differ from the other lookups on purpose.
     /// @return VelmOk; VelmEmptyArgument for an empty code; VelmWorkCodeNotFound for an unknown one
     Velm::ErrorStatus getWorkItem(const QString& code, VelmWorkItem& item) const;
 
