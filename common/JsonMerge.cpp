@@ -1,0 +1,106 @@
+#include "common/JsonMerge.h"
+
+#include <vector>
+
+namespace velm::detail::json {
+
+namespace {
+
+using Size = rapidjson::SizeType;
+
+/// Whether @p whole has every member of @p part with the same value, objects within alike.
+bool contains(const Value& whole, const Value& part)
+{
+    if (!whole.IsObject() || !part.IsObject())
+        return whole == part;
+    for (const auto& member : part.GetObject()) {
+        const auto found = whole.FindMember(member.name);
+        if (found == whole.MemberEnd() || !contains(found->value, member.value))
+            return false;
+    }
+    return true;
+}
+
+/// For each element of @p source its counterpart in @p target, or target.Size().
+std::vector<Size> counterparts(const Value& target, const Value& source)
+{
+    const Size none = target.Size();
+    std::vector<Size> found(source.Size(), none);
+    std::vector<bool> taken(none, false);
+    for (Size i = 0; i < source.Size(); ++i) {
+        Size j = 0;
+        while (j < none && (taken[j] || !contains(target[j], source[i])))
+            ++j;
+        found[i] = j;
+        if (j < none)
+            taken[j] = true;
+    }
+    for (Size i = 0; i < source.Size() && i < none; ++i) {
+        if (found[i] == none && !taken[i])
+            found[i] = i;
+    }
+    return found;
+}
+
+void overlayValue(Value& target, const Value& source, Allocator& allocator);
+
+Value overlaidArray(const Value& target, const Value& source, Allocator& allocator)
+{
+    const std::vector<Size> from = counterparts(target, source);
+    Value array(rapidjson::kArrayType);
+    for (Size i = 0; i < source.Size(); ++i) {
+        Value element;
+        if (from[i] < target.Size())
+            element.CopyFrom(target[from[i]], allocator);
+        overlayValue(element, source[i], allocator);
+        array.PushBack(element, allocator);
+    }
+    return array;
+}
+
+void overlayValue(Value& target, const Value& source, Allocator& allocator)
+{
+    if (target.IsObject() && source.IsObject())
+        overlay(target, source, allocator);
+    else if (target.IsArray() && source.IsArray())
+        target = overlaidArray(target, source, allocator);
+    else
+        target.CopyFrom(source, allocator);
+}
+
+}  // namespace
+
+Value difference(const Value& changed, const Value& before, Allocator& allocator)
+{
+    Value result(rapidjson::kObjectType);
+    for (const auto& member : changed.GetObject()) {
+        const auto found = before.FindMember(member.name);
+        Value value;
+        if (found != before.MemberEnd() && found->value.IsObject() && member.value.IsObject()) {
+            value = difference(member.value, found->value, allocator);
+            if (value.ObjectEmpty())
+                continue;
+        } else if (found != before.MemberEnd() && found->value == member.value) {
+            continue;
+        } else {
+            value.CopyFrom(member.value, allocator);
+        }
+        result.AddMember(Value(member.name, allocator), value, allocator);
+    }
+    return result;
+}
+
+void overlay(Value& target, const Value& source, Allocator& allocator)
+{
+    for (const auto& member : source.GetObject()) {
+        const auto found = target.FindMember(member.name);
+        if (found != target.MemberEnd()) {
+            overlayValue(found->value, member.value, allocator);
+        } else {
+            Value value(member.value, allocator);
+            target.AddMember(Value(member.name, allocator), value, allocator);
+        }
+    }
+}
+
+}  // namespace velm::detail::json
