@@ -4,6 +4,10 @@
 
 #include <QString>
 
+#include <memory>
+
+class QSettings;
+
 /// The few things that each system does in its own way. Paths have "/" throughout.
 namespace velm::detail::platform {
 
@@ -20,5 +24,21 @@ QString modulePathByName(const QString& name);
 
 /// Full path of this library (of the program, where it is linked in).
 QString libraryPath();
+
+/// The handle of this library, not to be freed; null where it is linked into the program.
+HINSTANCE libraryHandle();
+
+/// Loads the library at @p path; null if that fails. Let go of it with freeModule().
+HMODULE loadModule(const QString& path);
+void freeModule(HMODULE module);
+
+/// Shows a message box, styles and answers as MessageBoxW has them.
+int messageBox(const QString& text, const QString& title, unsigned int style, HWND owner);
+
+/// The window that the user works in; null where there is none.
+HWND foregroundWindow();
+
+/// The settings under a registry key, "\" between the parts of its path.
+std::unique_ptr<QSettings> openRegistryKey(const QString& keyPath);
 
 }  // namespace velm::detail::platform

@@ -1,8 +1,17 @@
 #include "common/platform/Platform.h"
 
+#include "common/MessageBox.h"
+
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMessageBox>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QThread>
+
+#include <cstdio>
 
 #include <dlfcn.h>
 #include <link.h>
@@ -35,6 +44,57 @@ int visitModule(dl_phdr_info* info, size_t, void* data)
     if (matches)
         search->found = file.absoluteFilePath();
     return matches ? 1 : 0;
+}
+
+bool canShowWindows()
+{
+    const auto* application = qobject_cast<QApplication*>(QCoreApplication::instance());
+    return application && !QCoreApplication::startingUp() && !QCoreApplication::closingDown()
+           && QThread::currentThread() == application->thread();
+}
+
+QMessageBox::Icon iconOf(unsigned int style)
+{
+    switch (style & kBoxIcon) {
+    case kBoxError:
+        return QMessageBox::Critical;
+    case kBoxQuestion:
+        return QMessageBox::Question;
+    case kBoxWarning:
+        return QMessageBox::Warning;
+    case kBoxInformation:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+int showWindow(const QString& text, const QString& title, unsigned int style)
+{
+    QMessageBox box(iconOf(style), title, text, QMessageBox::Ok);
+    box.setTextFormat(Qt::PlainText);
+    if ((style & kBoxButtons) == kBoxOkCancel)
+        box.addButton(QMessageBox::Cancel);
+    if (style & kBoxTopmost)
+        box.setWindowFlag(Qt::WindowStaysOnTopHint);
+    return box.exec() == QMessageBox::Ok ? kAnswerOk : kAnswerCancel;
+}
+
+int printLine(const QString& text, const QString& title, unsigned int style)
+{
+    QString line = title.isEmpty() ? text : title + QStringLiteral(": ") + text;
+    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    std::fprintf(stderr, "%s\n", line.toLocal8Bit().constData());
+    return (style & kBoxButtons) == kBoxOkCancel ? kAnswerCancel : kAnswerOk;
+}
+
+/// A part of a key's path as a file name that leads nowhere else.
+QString safeFileName(QString part)
+{
+    part.replace(QLatin1Char('/'), QLatin1String("%2F"));
+    if (part == QLatin1String(".") || part == QLatin1String(".."))
+        part.replace(QLatin1Char('.'), QLatin1String("%2E"));
+    return part;
 }
 
 }  // namespace
@@ -71,6 +131,48 @@ QString libraryPath()
     if (!dladdr(reinterpret_cast<void*>(&libraryPath), &info) || !info.dli_fname)
         return programPath();
     return QFileInfo(QFile::decodeName(info.dli_fname)).absoluteFilePath();
+}
+
+HINSTANCE libraryHandle()
+{
+    const QByteArray path = QFile::encodeName(libraryPath());
+    void* handle = dlopen(path.constData(), RTLD_NOW | RTLD_NOLOAD);
+    if (handle)
+        dlclose(handle);
+    return static_cast<HINSTANCE>(handle);
+}
+
+HMODULE loadModule(const QString& path)
+{
+    return static_cast<HMODULE>(dlopen(QFile::encodeName(path).constData(), RTLD_NOW));
+}
+
+void freeModule(HMODULE module)
+{
+    dlclose(module);
+}
+
+int messageBox(const QString& text, const QString& title, unsigned int style, HWND)
+{
+    return canShowWindows() ? showWindow(text, title, style) : printLine(text, title, style);
+}
+
+HWND foregroundWindow()
+{
+    return nullptr;
+}
+
+std::unique_ptr<QSettings> openRegistryKey(const QString& keyPath)
+{
+    QString file = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+                   + QStringLiteral("/velm/registry");
+    const QStringList parts = keyPath.split(QLatin1Char('\\'), Qt::SkipEmptyParts);
+    for (const QString& part : parts)
+        file += QLatin1Char('/') + safeFileName(part);
+    auto settings =
+        std::make_unique<QSettings>(file + QStringLiteral(".ini"), QSettings::IniFormat);
+    settings->setIniCodec("UTF-8");
+    return settings;
 }
 
 }  // namespace velm::detail::platform

@@ -1,6 +1,7 @@
 #include "common/platform/Platform.h"
 
 #include <QDir>
+#include <QSettings>
 
 #include <array>
 #include <vector>
@@ -47,13 +48,43 @@ QString modulePathByName(const QString& name)
     return module ? modulePath(module) : QString();
 }
 
-QString libraryPath()
+HINSTANCE libraryHandle()
 {
     HMODULE module = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS
                            | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<LPCWSTR>(&libraryPath), &module);
-    return modulePath(module);
+                       reinterpret_cast<LPCWSTR>(&libraryHandle), &module);
+    return module;
+}
+
+QString libraryPath()
+{
+    return modulePath(libraryHandle());
+}
+
+HMODULE loadModule(const QString& path)
+{
+    return LoadLibraryW(wide(QDir::toNativeSeparators(path)));
+}
+
+void freeModule(HMODULE module)
+{
+    FreeLibrary(module);
+}
+
+int messageBox(const QString& text, const QString& title, unsigned int style, HWND owner)
+{
+    return MessageBoxW(owner, wide(text), wide(title), style);
+}
+
+HWND foregroundWindow()
+{
+    return GetForegroundWindow();
+}
+
+std::unique_ptr<QSettings> openRegistryKey(const QString& keyPath)
+{
+    return std::make_unique<QSettings>(keyPath, QSettings::NativeFormat);
 }
 
 }  // namespace velm::detail::platform

@@ -1,0 +1,6 @@
+#include "CVelmBaseObject.h"
+
+QString CVelmBaseObject::velmObjectGuid()
+{
+    return QString();
+}

@@ -1,0 +1,73 @@
+#include "common/MessageHandler.h"
+
+#include "CVelmFilePath.h"
+
+#include <QMutex>
+#include <QMutexLocker>
+
+#include <atomic>
+#include <cstdlib>
+
+namespace velm::detail {
+
+namespace {
+
+std::atomic<LogCallback> logCallback{nullptr};
+std::atomic<bool> silent{false};
+
+QBasicMutex logMutex;  // has no destructor: Qt may log when the library's statics are gone
+
+QString formatOf(QtMsgType type)
+{
+    switch (type) {
+    case QtDebugMsg:
+        return QStringLiteral("Debug: File:%1 Function:%2 Line:%3 Content:%4");
+    case QtWarningMsg:
+        return QStringLiteral("Warning: File:%1 Function:%2 Line:%3 Content:%4");
+    case QtCriticalMsg:
+        return QStringLiteral("Critical: File:%1 Function:%2 Line:%3 Content:%4");
+    case QtFatalMsg:
+        return QStringLiteral("Fatal: File:%1 Function:%2 Line:%3 Content:%4");
+    default:
+        return QString();
+    }
+}
+
+QString lineOf(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    const QString format = formatOf(type);
+    if (format.isEmpty())
+        return QString();
+    // Decoded before it is cut: a trail byte of GBK may be a backslash.
+    const QString path = QString::fromLocal8Bit(context.file);
+    return format.arg(CVelmFilePath::Instance()->getFolderName(path, 0))
+        .arg(QString::fromUtf8(context.function))
+        .arg(context.line)
+        .arg(message);
+}
+
+}  // namespace
+
+void setLogCallback(LogCallback callback)
+{
+    logCallback = callback;
+}
+
+void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (silent)
+        return;
+    const QMutexLocker lock(&logMutex);
+    const QString line = lineOf(type, context, message);
+    if (type == QtFatalMsg)
+        std::abort();
+    if (const LogCallback callback = logCallback)
+        callback(line);
+}
+
+void silenceMessages()
+{
+    silent = true;
+}
+
+}  // namespace velm::detail

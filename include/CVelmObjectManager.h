@@ -1,0 +1,23 @@
+#pragma once
+
+#include "VelmCommonGlobal.h"
+
+#include <QtGlobal>
+
+class CVelmObject;
+
+/// The registry of object classes. It keeps nothing, which is wanted so: registering always
+/// succeeds and has no effect. May be used from any thread.
+class VELMCOMMON_EXPORT CVelmObjectManager
+{
+public:
+    static CVelmObjectManager* Instance();
+    virtual ~CVelmObjectManager();
+
+    /// @return true, for null too
+    bool RegisterClassW(const CVelmObject* prototype);
+
+private:
+    CVelmObjectManager();
+    Q_DISABLE_COPY(CVelmObjectManager)
+};
