@@ -3,6 +3,7 @@
 #include "CVelmDatabase.h"
 
 #include <QFileInfo>
+#include <QSqlDatabase>
 
 namespace velm::detail {
 
@@ -11,6 +12,12 @@ Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& pat
     if (!QFileInfo(path).isFile())
         return Velm::VelmDatabaseOpenFailed;
     return database.initDatabase(path, QString());
+}
+
+bool openConfigConnection(QSqlDatabase& connection)
+{
+    return QFileInfo(connection.databaseName()).isFile()
+           && (connection.isOpen() || connection.open());
 }
 
 }  // namespace velm::detail

@@ -5,6 +5,7 @@
 #include <QString>
 
 class CVelmDatabase;
+class QSqlDatabase;
 
 namespace velm::detail {
 
@@ -13,5 +14,8 @@ namespace velm::detail {
 /// being, empty, by being asked.
 /// @return VelmOk; VelmDatabaseOpenFailed, also for a file that does not exist
 Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& path);
+
+/// The same for a connection of Qt that names its SQLite file already. Whether it is open.
+bool openConfigConnection(QSqlDatabase& connection);
 
 }  // namespace velm::detail

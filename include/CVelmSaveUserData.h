@@ -1,0 +1,45 @@
+#pragma once
+
+#include "VelmCommonGlobal.h"
+
+#include <QSqlDatabase>
+#include <QString>
+
+/// Small values of the user in a SQLite file beside the host program: "cad.dat" for "cad.exe".
+/// A value has two keys, a type and a name. Keys and values go into statements as they are, so one
+/// that holds a single quote cannot be stored (false) or read (empty). What fails is shown in a
+/// message box. Instance() may be called from any thread; the rest belongs to the host's main
+/// thread.
+class VELMCOMMON_EXPORT CVelmSaveUserData
+{
+public:
+    /// The first call opens the file, which is created if it is missing. If that fails, a message
+    /// box says so once.
+    static CVelmSaveUserData* Instance();
+    virtual ~CVelmSaveUserData();
+
+    /// The file of this program: its path with ".exe" replaced by ".dat", or with ".dat" appended.
+    static QString fileName();
+
+    // The stored value; empty if there is none, or no file.
+    QString userInput(const QString& type, const QString& name);
+    QString pathRecord(const QString& type, const QString& name);
+
+    // Store a value in place of an older one, at once. False if that fails.
+    bool setUserInput(const QString& type, const QString& name, const QString& value);
+    bool setPathRecord(const QString& type, const QString& name, const QString& value);
+
+private:
+    friend class UserDataPeer;
+
+    explicit CVelmSaveUserData(const QString& file);
+    Q_DISABLE_COPY(CVelmSaveUserData)
+
+    bool initSaveUserData(const QString& file);
+    void createIfMissing(const QString& table);
+    QString read(const QString& table, const QString& type, const QString& name);
+    bool write(const QString& table, const QString& type, const QString& name,
+               const QString& value);
+
+    QSqlDatabase m_database;
+};

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "VelmCommonGlobal.h"
+#include "VelmTypes.h"
+
+#include <QString>
+
+#include <memory>
+
+class CVelmXmlManagerPrivate;
+
+/// One XML document in memory. Copies share it, and it goes with the last of them; one thread at a
+/// time for all that share.
+class VELMCOMMON_EXPORT CVelmXmlManager
+{
+public:
+    CVelmXmlManager();
+    CVelmXmlManager(const CVelmXmlManager& other);
+    CVelmXmlManager& operator=(const CVelmXmlManager& other);
+    virtual ~CVelmXmlManager();
+
+    /// Reads a file of UTF-8 text, up to its first NUL, and sets it as setXmlData() does, but
+    /// reports no error position, which is wanted so: the outputs are never written.
+    /// @return VelmXmlInitFailed if it cannot be opened; else the answer of setXmlData()
+    Velm::ErrorStatus initXmlFile(const QString& path, QString* errorMsg, int* errorLine,
+                                  int* errorColumn);
+
+    /// Parses @p text into the document. The answer is inverted, which is wanted so. The outputs
+    /// may be null; they get message and place of an error as QDomDocument::setContent() tells
+    /// them. A text nested some hundred levels deep counts as malformed where that is reached.
+    /// @return VelmInvalidValue if the text is well-formed and the document holds it; VelmOk if it
+    /// is malformed and the document is empty; VelmNoData for an empty text or one that begins with
+    /// NUL, and the document stays
+    Velm::ErrorStatus setXmlData(const QString& text, QString* errorMsg, int* errorLine,
+                                 int* errorColumn);
+
+    /// Always false, which is wanted so.
+    bool hasElement(const QString& name);
+
+private:
+    std::shared_ptr<CVelmXmlManagerPrivate> d;
+};
