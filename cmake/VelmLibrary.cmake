@@ -1,45 +1,64 @@
 # The library. Its objects are compiled once: the shared library exports the public classes, and the tests of private
 # parts and the benchmarks link the objects themselves.
 
-set(VELM_PLATFORM_SOURCE $<IF:$<PLATFORM_ID:Windows>,common/platform/PlatformWindows.cpp,common/platform/PlatformUnix.cpp>)
+set(VELM_SYSTEM $<IF:$<PLATFORM_ID:Windows>,Windows,Unix>)
 
 add_library(velm_objects OBJECT
+    include/CVelmEvent.h  # for moc
     common/ChineseNumber.cpp
+    common/CVelmBaseObject.cpp
+    common/CVelmEvent.cpp
     common/CVelmFilePath.cpp
     common/CVelmFindFile.cpp
+    common/CVelmMessage.cpp
+    common/CVelmObjectManager.cpp
+    common/CVelmRegTable.cpp
     common/CVelmString.cpp
     common/CVelmStringLists.cpp
     common/CVelmStringVariant.cpp
     common/Gb18030.cpp
+    common/Json.cpp
+    common/JsonBinding.cpp
+    common/JsonMerge.cpp
+    common/MessageHandler.cpp
+    common/Module.cpp
     common/Pinyin.cpp
-    ${VELM_PLATFORM_SOURCE}
+    common/Process.cpp
+    common/platform/Platform${VELM_SYSTEM}.cpp
     data/CVelmDatabase.cpp
     data/CVelmDatabaseSchema.cpp
+    data/CVelmSaveUserData.cpp
+    data/CVelmXmlManager.cpp
     data/ConfigDatabase.cpp
     data/Connection.cpp
     data/SqlText.cpp
     data/Statement.cpp
+    data/XmlEntities.cpp
     config/CVelmConfigManager.cpp
     config/CVelmIndex.cpp
     config/CVelmIndexDB.cpp
     config/CVelmIndexIni.cpp
+    config/CVelmReadGlobaldefinesTable.cpp
     config/CVelmSystemGlobal.cpp
+    config/CVelmTBLManager.cpp
     config/CVelmWork.cpp
     config/CVelmWorkDB.cpp
     config/CVelmWorkDef.cpp
     config/DefinitionFile.cpp
+    config/GlobalParamStore.cpp
     config/SystemConfig.cpp)
 set_target_properties(velm_objects PROPERTIES
+    AUTOMOC ON
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
 target_compile_definitions(velm_objects PUBLIC VELMCOMMON_LIBRARY)
 target_include_directories(velm_objects PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR})
 target_link_libraries(velm_objects
-    PUBLIC Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Sql ${CMAKE_DL_LIBS}
+    PUBLIC Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Sql Qt5::Xml RapidJSON ${CMAKE_DL_LIBS}
     PRIVATE velm_flags)
 
-add_library(VelmCommon SHARED)
+add_library(VelmCommon SHARED common/platform/ModuleEntry${VELM_SYSTEM}.cpp)
 add_library(Velm::Common ALIAS VelmCommon)
 set_target_properties(VelmCommon PROPERTIES
     EXPORT_NAME Common
@@ -47,6 +66,9 @@ set_target_properties(VelmCommon PROPERTIES
     SOVERSION ${PROJECT_VERSION_MAJOR})
 if(WIN32)
     set_target_properties(VelmCommon PROPERTIES PREFIX "" IMPORT_PREFIX "lib")
+else()
+    # Qt keeps the address of the function that starts the library with the application object.
+    target_link_options(VelmCommon PRIVATE -Wl,-z,nodelete)
 endif()
 target_include_directories(VelmCommon PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
@@ -55,3 +77,4 @@ target_compile_features(VelmCommon PUBLIC cxx_std_17)
 target_link_libraries(VelmCommon
     PUBLIC Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Sql
     PRIVATE $<BUILD_INTERFACE:velm_objects> $<BUILD_INTERFACE:velm_flags>)
+add_dependencies(VelmCommon velm_resources adapter_qtinit)

@@ -1,11 +1,21 @@
 #include "CVelmSystemGlobal.h"
 
+#include "common/MessageHandler.h"
+#include "common/Module.h"
 #include "common/platform/Platform.h"
+#include "common/Process.h"
 #include "common/Singleton.h"
+#include "config/GlobalParamStore.h"
 #include "CVelmFilePath.h"
+#include "CVelmSaveUserData.h"
+#include "VelmGlobalParam.h"
 
 #include <QDir>
 #include <QFileInfo>
+
+using namespace velm::detail;
+
+VelmGlobalParam g_VelmGlobalParam;
 
 namespace {
 
@@ -18,13 +28,62 @@ QString configFolder(const QString& root)
 
 CVelmSystemGlobal* CVelmSystemGlobal::Instance()
 {
-    static velm::detail::Singleton<CVelmSystemGlobal> instance;
+    static Singleton<CVelmSystemGlobal> instance;
     return instance.get([] { return new CVelmSystemGlobal; });
 }
 
-CVelmSystemGlobal::CVelmSystemGlobal() = default;
+CVelmSystemGlobal::CVelmSystemGlobal()
+    : m_globalParam(std::make_unique<GlobalParamStore>(&CVelmSaveUserData::Instance))
+{}
 
 CVelmSystemGlobal::~CVelmSystemGlobal() = default;
+
+bool CVelmSystemGlobal::startModule()
+{
+    return module::start();
+}
+
+void CVelmSystemGlobal::stopModule()
+{
+    module::stop();
+}
+
+QString CVelmSystemGlobal::findModuleFile(const QString& name)
+{
+    return module::findFile(name);
+}
+
+bool CVelmSystemGlobal::initGlobalParam() const
+{
+    return m_globalParam->load(g_VelmGlobalParam);
+}
+
+bool CVelmSystemGlobal::saveGlobalParam(bool flag) const
+{
+    return m_globalParam->save(g_VelmGlobalParam, flag);
+}
+
+bool CVelmSystemGlobal::getDataFormat(const QString& name, VelmDataFormat& format)
+{
+    for (const VelmDataFormat& candidate : qAsConst(g_VelmGlobalParam.m_dataFormatArray)) {
+        if (candidate.m_formatName == name) {
+            format = candidate;
+            return true;
+        }
+    }
+    return false;
+}
+
+void CVelmSystemGlobal::installMessageHandler(void (*handler)(const QString&))
+{
+    setLogCallback(handler);
+}
+
+unsigned long CVelmSystemGlobal::createProcess(const QString& program,
+                                               const VelmProcessParam& param)
+{
+    return param.m_waitMs == 0 ? startProcess(program, param) : runProcess(program, param);
+}
 
 QString CVelmSystemGlobal::getSystemConfigDb()
 {
@@ -41,7 +100,7 @@ QString CVelmSystemGlobal::getSystemRootRoute()
     const QString configured = qEnvironmentVariable("VELM_ROOT");
     if (!configured.isEmpty() && QFileInfo(configured).isDir())
         return QDir(QDir::fromNativeSeparators(configured)).absolutePath();
-    return QFileInfo(velm::detail::platform::libraryPath()).absolutePath();
+    return QFileInfo(platform::libraryPath()).absolutePath();
 }
 
 QString CVelmSystemGlobal::getProfileName()
@@ -72,12 +131,12 @@ bool CVelmSystemGlobal::addSearchPath(const QString& path)
 
 bool CVelmSystemGlobal::addSearchPathByDllName(const QString& dllName, unsigned short level)
 {
-    return addModuleFolder(velm::detail::platform::modulePathByName(dllName), level);
+    return addModuleFolder(platform::modulePathByName(dllName), level);
 }
 
 bool CVelmSystemGlobal::addSearchPathByHandle(HINSTANCE module, unsigned short level)
 {
-    return addModuleFolder(velm::detail::platform::modulePath(module), level);
+    return addModuleFolder(platform::modulePath(module), level);
 }
 
 bool CVelmSystemGlobal::addModuleFolder(const QString& modulePath, unsigned short level)
@@ -94,7 +153,7 @@ bool CVelmSystemGlobal::addModuleFolder(const QString& modulePath, unsigned shor
 
 bool CVelmSystemGlobal::isCadSystem() const
 {
-    const QString program = QFileInfo(velm::detail::platform::modulePath(nullptr)).fileName();
+    const QString program = QFileInfo(platform::modulePath(nullptr)).fileName();
     return program.compare(QLatin1String("cad.exe"), Qt::CaseInsensitive) == 0;
 }
 

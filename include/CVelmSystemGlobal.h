@@ -6,15 +6,73 @@
 #include <QString>
 #include <QStringList>
 
-class CVelmConfigManager;
+#include <memory>
 
-/// Where the configuration lives: root, databases, search paths, version.
-/// Instance() may be called from any thread; the rest belongs to the host's main thread.
+class CVelmConfigManager;
+struct VelmDataFormat;
+
+namespace velm::detail {
+class GlobalParamStore;
+}
+
+/// How CVelmSystemGlobal::createProcess() starts a program.
+struct VelmProcessParam
+{
+    QStringList m_arguments;    ///< each arrives as it is, blanks, quotes and all
+    QString m_workingFolder;    ///< empty for the current one
+    int m_waitMs = 0;           ///< how long to wait for its end, milliseconds; -1 until it comes
+    int* m_exitCode = nullptr;  ///< gets the exit code if the program ended while waited for, -1 if
+                                ///< it crashed; else it stays. The caller's.
+};
+
+/// The library's place in the system: where the configuration lives, the global parameters, and the
+/// start and end of the library itself.
+/// Instance() and installMessageHandler() may be called from any thread; the rest belongs to the
+/// host's main thread.
 class VELMCOMMON_EXPORT CVelmSystemGlobal
 {
 public:
     static CVelmSystemGlobal* Instance();
     virtual ~CVelmSystemGlobal();
+
+    /// Starts the library in this process, which otherwise happens by itself: on Windows when the
+    /// library is loaded, elsewhere with the QCoreApplication. Finds "VelmResource.rcc" and
+    /// "adapter_qtinit.dll", installs Qt's Chinese translation and the message handler; what is
+    /// missing is shown in a message box. A host that wants none of this under the loader's lock
+    /// sets the environment variable VELM_START to "host" before it loads the library. To be called
+    /// again when the QCoreApplication is younger than the library, for the translation; what is
+    /// done already is not done again.
+    /// @return false if "adapter_qtinit.dll" is missing: no translation, no message handler
+    static bool startModule();
+    /// Ends it: saves the global parameters and lets go of both files. A host that calls this
+    /// before it unloads the library leaves nothing to be done under the loader's lock. Without a
+    /// start before it does nothing.
+    static void stopModule();
+    /// The file that startModule() takes for that name: on the search paths, else beside the
+    /// library; empty if there is none.
+    static QString findModuleFile(const QString& name);
+
+    /// Loads g_VelmGlobalParam from the user's copy or, if there is none, from the shipped default
+    /// in the table "globaldefines". A member that the text lacks or has with a wrong type gets its
+    /// default; the latter are logged.
+    /// @return false, and g_VelmGlobalParam stays, if there is no text or it is no JSON object
+    bool initGlobalParam() const;
+    /// Saves what was loaded or set since to the user's copy and, with @p flag, to the shipped
+    /// default too. Members that still have their default and were not loaded are not written, nor
+    /// is anything if that holds for all of them. Other keys of the stored text stay.
+    /// @return false if it could not be stored; the older text is there then
+    bool saveGlobalParam(bool flag) const;
+    /// The data format of exactly that name in g_VelmGlobalParam; false if there is none.
+    bool getDataFormat(const QString& name, VelmDataFormat& format);
+
+    /// Sets what gets the lines of Qt's log, in place of an earlier one; null drops them. It gets
+    /// one line at a time from whichever thread logs, and must not log through Qt itself.
+    void installMessageHandler(void (*handler)(const QString&));
+
+    /// Starts another program, found on PATH unless @p program is a path. It goes on when the wait
+    /// or this process ends.
+    /// @return its process identifier; 0 if it cannot start
+    unsigned long createProcess(const QString& program, const VelmProcessParam& param);
 
     /// "peltaconfig.db" and "PipeConfig.db" in the folder "config" of the root. Answered whether or
     /// not they exist.
@@ -53,6 +111,7 @@ private:
 
     bool addModuleFolder(const QString& modulePath, unsigned short level);
 
+    std::unique_ptr<velm::detail::GlobalParamStore> m_globalParam;
     QStringList m_hostPaths;  // canonical, in the order of adding
     Velm::Version m_version = Velm::VersionDatabase;
 };

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "VelmCommonGlobal.h"
+
+#include <QString>
+
+/// What the library does when it comes into a process and when it leaves. Called by one thread at a
+/// time: the loader's, or the one that runs the application object.
+namespace velm::detail::module {
+
+/// The name of a project of the mapping system.
+extern const QString kProjectKey;
+
+/// Notes the handle of the library, before anything else.
+void setHandle(HINSTANCE library);
+
+/// Whether the environment variable VELM_START is "host": then nothing starts by itself, and the
+/// host calls CVelmSystemGlobal::startModule().
+bool hostStarts();
+
+/// Registers the resource bundle, loads the companion library, installs Qt's Chinese translation
+/// and the message handler. What is missing is shown in a message box: without the bundle
+/// start-up goes on, without the companion it ends. What was done already is not done again; the
+/// translation waits for a call when there is an application object.
+/// @return false without the companion
+bool start();
+
+/// Saves the global parameters and lets the bundle and the companion go. The message handler and
+/// the translation stay. Does nothing unless start() was called since.
+void stop();
+
+/// The file of that name on the search paths or, for a root that holds the configuration only,
+/// beside the library; empty if it is in neither place.
+QString findFile(const QString& name);
+
+}  // namespace velm::detail::module

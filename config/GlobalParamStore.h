@@ -1,0 +1,45 @@
+#pragma once
+
+#include "common/Json.h"
+#include "VelmGlobalParam.h"
+
+#include <QString>
+
+class CVelmSaveUserData;
+
+namespace velm::detail {
+
+/// Loads the global parameters from their stored texts and saves what became of them.
+///
+/// There are two texts, the user's copy in the store of the user and the shipped default in the
+/// table "globaldefines"; the user's shadows the other. A save changes a stored text only where the
+/// parameters differ from what was loaded, or from their defaults if nothing was. So what could not
+/// be read, or is not known here, stays, and what was neither loaded nor set is not written.
+class GlobalParamStore
+{
+public:
+    /// @p userData hands out the store of the user; it is not asked before it is needed, since
+    /// asking may create its file.
+    explicit GlobalParamStore(CVelmSaveUserData* (*userData)());
+
+    /// Reads the effective text into @p param, members without a readable value getting their
+    /// defaults. Each of those that failed is logged by its path.
+    /// @return false, and @p param stays, if there is no text or it is no JSON object
+    bool load(VelmGlobalParam& param);
+
+    /// Saves to the user's copy and, if @p shipped, to the shipped default too. A user's copy that
+    /// is no JSON object is kept beside the new one, under its name with ".unreadable" behind.
+    /// @return whether everything was stored; true if there is nothing to store
+    bool save(const VelmGlobalParam& param, bool shipped);
+
+private:
+    QString userText() const;
+    bool saveForUser(const json::Value& changes, json::Document& document);
+    bool saveAsDefault(const json::Document& userDocument);
+
+    CVelmSaveUserData* (*m_userData)();
+    VelmGlobalParam m_reference;  // as loaded or saved last, at first the defaults
+    QString m_text;               // as loaded or saved last; empty if neither
+};
+
+}  // namespace velm::detail
