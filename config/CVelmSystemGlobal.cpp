@@ -82,6 +82,8 @@ void CVelmSystemGlobal::installMessageHandler(void (*handler)(const QString&))
 unsigned long CVelmSystemGlobal::createProcess(const QString& program,
                                                const VelmProcessParam& param)
 {
+    if (!param.m_workingFolder.isEmpty() && !QFileInfo(param.m_workingFolder).isDir())
+        return 0;  // Qt would start the program in the current folder
     return param.m_waitMs == 0 ? startProcess(program, param) : runProcess(program, param);
 }
 

@@ -25,8 +25,8 @@ run(${CMAKE_COMMAND} --build ${SCRATCH}/examples)
 
 set(example ${SCRATCH}/examples/feature_name${SUFFIX})
 if(TOOLCHAIN)
-    # Windows finds libraries beside the program.
-    file(GLOB libraries ${prefix}/bin/*.dll ${BUILD}/bin/*.dll)
+    # Windows finds libraries, and VelmCommon its bundle, beside the program.
+    file(GLOB libraries ${prefix}/bin/*.dll ${prefix}/bin/*.rcc ${BUILD}/bin/*.dll)
     file(COPY ${libraries} ${BUILD}/bin/sqldrivers ${BUILD}/bin/platforms DESTINATION ${SCRATCH}/examples)
     file(COPY ${libraries} ${BUILD}/bin/sqldrivers ${BUILD}/bin/platforms DESTINATION ${prefix}/bin)
 endif()

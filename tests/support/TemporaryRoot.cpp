@@ -77,9 +77,9 @@ void TemporaryRoot::runSql(const QStringList& statements, const QString& relativ
         connection.run(statement);
 }
 
-QStringList TemporaryRoot::querySql(const QString& statement) const
+QStringList TemporaryRoot::querySql(const QString& statement, const QString& relative) const
 {
-    const Connection connection(path(QStringLiteral("config/peltaconfig.db")));
+    const Connection connection(path(relative));
     QStringList values;
     QSqlQuery query = connection.run(statement);
     while (query.next())

@@ -26,8 +26,9 @@ protected:
     void runSql(const QStringList& statements,
                 const QString& relative = QStringLiteral("config/peltaconfig.db")) const;
 
-    /// The first column of the rows of a query on the system configuration database.
-    QStringList querySql(const QString& statement) const;
+    /// The first column of the rows of a query on such a file.
+    QStringList querySql(const QString& statement,
+                         const QString& relative = QStringLiteral("config/peltaconfig.db")) const;
 
 private:
     QTemporaryDir m_folder;

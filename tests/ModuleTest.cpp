@@ -1,0 +1,181 @@
+#include "CVelmSystemGlobal.h"
+
+#include "support/ChildProgram.h"
+#include "support/LocalCodec.h"
+#include "support/Printers.h"
+#include "support/TemporaryRoot.h"
+#include "support/Text.h"
+
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QThread>
+
+namespace {
+
+/// A host in a folder of its own, with a copy of the library and what lies beside it.
+class ModuleTest : public TemporaryRoot
+{
+protected:
+    ModuleTest() { EXPECT_TRUE(QDir().mkpath(hostFolder())); }
+
+    QString hostFolder() const { return path(u"宿主"_s); }
+
+    /// Copies files of the build beside the host.
+    void bring(const QStringList& names)
+    {
+        for (const QString& name : names)
+            ASSERT_TRUE(QFile::copy(builtFile(name), hostFolder() + QLatin1Char('/') + name))
+                << name.toStdString();
+    }
+    void bringAll() { bring({hostName(), libraryName(), kBundle, kCompanion}); }
+
+    ChildAnswer host(const QStringList& arguments, bool startsItself = false)
+    {
+        ChildProgram child(hostFolder() + QLatin1Char('/') + hostName());
+        if (startsItself)
+            child.setVariable(u"VELM_START"_s, u"host"_s);
+        return child.run(arguments);
+    }
+
+    const QString kBundle = u"VelmResource.rcc"_s;
+    const QString kCompanion = u"adapter_qtinit.dll"_s;
+};
+
+}  // namespace
+
+TEST_F(ModuleTest, StartsOnceWithBundleAndCompanion)
+{
+    bring({hostName(), libraryName(), kBundle});
+    EXPECT_EQ(host({u"start"_s}, true).output,
+              u"box 0 错误信息: 无法找到文件[adapter_qtinit.dll]\nnot started\n"
+              "box 0 错误信息: 无法找到文件[adapter_qtinit.dll]\nnot started\nCancel\nstopped"_s);
+    bring({kCompanion});
+    const QString started = u"started\nstarted\n"
+                            "Warning: File:host.cpp Function:start Line:1 Content:logged\n"_s;
+    EXPECT_EQ(host({u"start"_s}, true).output, started + u"取消\nstopped"_s);
+    EXPECT_EQ(host({u"start"_s}).output, started + u"取消\nstopped"_s) << "started by itself";
+
+    ASSERT_TRUE(QFile::remove(hostFolder() + QLatin1Char('/') + kBundle));
+    EXPECT_EQ(host({u"start"_s}, true).output,
+              u"box 40010 错误: 无法找到资源文件[VelmResource.rcc\n"
+              "box 40010 错误: 初始化资源文件失败！！！\n"_s
+                  + started + u"Cancel\nstopped"_s);
+    writeFile(u"config/sub/velmresource.rcc"_s, "no bundle");
+    EXPECT_EQ(host({u"start"_s}, true).output,
+              u"box 40010 错误: 初始化资源文件失败！！！\n"_s + started + u"Cancel\nstopped"_s)
+        << "found on the search paths, which come first";
+}
+
+TEST_F(ModuleTest, SavesTheGlobalParametersWhenItEnds)
+{
+    bringAll();
+    EXPECT_EQ(host({u"show"_s}).output, u"nothing"_s);
+    EXPECT_EQ(host({u"set"_s, u"O'Brien 测"_s}).exitCode, 0);
+    EXPECT_EQ(host({u"show"_s}).output, u"O'Brien 测"_s);
+    EXPECT_EQ(host({u"end-with-lock"_s, u"second"_s}).exitCode, 0)
+        << "waits for nothing that a lost thread may hold";
+    EXPECT_EQ(host({u"show"_s}).output, u"second"_s);
+}
+
+TEST_F(ModuleTest, LosesNoRecordWhenItIsKilledWhileSaving)
+{
+    bringAll();
+    for (int round = 0; round < 4; ++round) {
+        ChildProgram(hostFolder() + QLatin1Char('/') + hostName())
+            .killAfterLines({u"save-for-ever"_s}, 3 + round);
+        const QString symbol = host({u"show"_s}).output;
+        EXPECT_EQ(symbol.size(), 100000);
+        EXPECT_EQ(symbol, QString(100000, symbol.isEmpty() ? QChar() : symbol.at(0)));
+    }
+}
+
+TEST_F(ModuleTest, HandsNoFatalMessageOn)
+{
+    bringAll();
+    const ChildAnswer answer = host({u"fatal"_s});
+    EXPECT_NE(answer.exitCode, 0);
+    EXPECT_EQ(answer.output, QString());
+}
+
+#ifdef Q_OS_WIN
+TEST_F(ModuleTest, IsLoadedAndUnloadedManyTimes)
+{
+    bring({libraryName(), kBundle, kCompanion});
+    const QString library =
+        QDir::toNativeSeparators(hostFolder() + QLatin1Char('/') + libraryName());
+    ChildProgram probe(builtFile(u"velm_windows_probe.exe"_s));
+    EXPECT_EQ(probe.run({u"load"_s, library, u"200"_s}).output, u"done"_s);
+}
+#endif
+
+namespace {
+
+class CreateProcess : public TemporaryRoot
+{
+protected:
+    unsigned long start(const QString& command, const VelmProcessParam& param)
+    {
+        VelmProcessParam started = param;
+        started.m_arguments = QStringList{command, path(u"echo"_s)} + kArguments;
+        return CVelmSystemGlobal::Instance()->createProcess(builtFile(hostName()), started);
+    }
+
+    /// What the program wrote, as soon as it is there.
+    QString echoed()
+    {
+        QFile file(path(u"echo"_s));
+        const QDeadlineTimer limit(30000);
+        while (file.size() == 0 && !limit.hasExpired())
+            QThread::msleep(20);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return QString::fromUtf8(file.readAll());
+    }
+
+    const QStringList kArguments{u"a b"_s, u"\"q\" \\"_s, u"测绘 '"_s, QString(), u"end\\"_s};
+    const QString kEcho = kArguments.join(QLatin1Char('\n'));
+
+private:
+    LocalCodec m_codec{"UTF-8"};  // natively arguments are bytes
+};
+
+}  // namespace
+
+TEST_F(CreateProcess, PassesArgumentsAndFolderAndWaitsForTheExitCode)
+{
+    int exitCode = -7;
+    VelmProcessParam param;
+    param.m_workingFolder = path(u"config"_s);
+    param.m_waitMs = 60000;
+    param.m_exitCode = &exitCode;
+    EXPECT_NE(start(u"echo"_s, param), 0U);
+    EXPECT_EQ(exitCode, 7);
+    EXPECT_EQ(echoed(), u"config\n"_s + kEcho);
+}
+
+TEST_F(CreateProcess, LetsTheProgramGoOnWithoutWaitingOrAfterIt)
+{
+    for (const int waitMs : {0, 50}) {
+        int exitCode = -7;
+        VelmProcessParam param;
+        param.m_waitMs = waitMs;
+        param.m_exitCode = &exitCode;
+        EXPECT_NE(start(u"echo-late"_s, param), 0U);
+        EXPECT_EQ(exitCode, -7);
+        EXPECT_TRUE(echoed().endsWith(kEcho)) << waitMs;
+        ASSERT_TRUE(QFile::remove(path(u"echo"_s)));
+    }
+}
+
+TEST_F(CreateProcess, AnswersZeroWhenItCannotStart)
+{
+    for (const int waitMs : {0, 1000}) {
+        VelmProcessParam param;
+        param.m_waitMs = waitMs;
+        CVelmSystemGlobal* system = CVelmSystemGlobal::Instance();
+        EXPECT_EQ(system->createProcess(path(u"no such program"_s), param), 0U);
+        EXPECT_EQ(system->createProcess(QString(), param), 0U);
+        param.m_workingFolder = path(u"no such folder"_s);
+        EXPECT_EQ(start(u"echo"_s, param), 0U);
+    }
+}

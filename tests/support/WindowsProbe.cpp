@@ -1,0 +1,157 @@
+// What only a program of Windows can see of the library: how it is loaded and unloaded, and its
+// message boxes. It loads the library itself:
+//     probe load LIBRARY COUNT   loads and frees it, then logs a line
+//     probe ask LIBRARY          asks a question with a real message box
+// Each runs in a child process, while the parent answers its message boxes and prints what they
+// look like: a thread of the same process could not while the library is being loaded.
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+#include <QString>
+
+#include <cstdio>
+#include <string>
+
+#include <windows.h>
+
+namespace {
+
+LPCWSTR wide(const QString& text)
+{
+    return reinterpret_cast<LPCWSTR>(text.utf16());
+}
+
+QString textOf(HWND window)
+{
+    wchar_t text[256] = {};
+    // Not GetWindowText(), which would not ask a window of this process from another thread.
+    SendMessageTimeoutW(window, WM_GETTEXT, 256, reinterpret_cast<LPARAM>(text), SMTO_NORMAL, 5000,
+                        nullptr);
+    return QString::fromWCharArray(text);
+}
+
+void print(const QString& line)
+{
+    std::printf("%s\n", line.toUtf8().constData());
+    std::fflush(stdout);
+}
+
+bool hasIcon(HWND box)
+{
+    constexpr int kIconItems[] = {0x14, 0x440};  // of Windows and of Wine
+    return SendDlgItemMessageW(box, kIconItems[0], STM_GETICON, 0, 0) != 0
+           || SendDlgItemMessageW(box, kIconItems[1], STM_GETICON, 0, 0) != 0;
+}
+
+void answer(HWND box)
+{
+    constexpr int kTextItem = 0xFFFF;
+    Sleep(300);  // it is visible before it is complete
+    print(QStringLiteral("box, %1, %2: %3")
+              .arg(hasIcon(box) ? QStringLiteral("icon") : QStringLiteral("no icon"), textOf(box),
+                   textOf(GetDlgItem(box, kTextItem))));
+    PostMessageW(box, WM_COMMAND, GetDlgItem(box, IDCANCEL) ? IDCANCEL : IDOK, 0);
+    while (IsWindow(box))
+        Sleep(5);
+}
+
+BOOL CALLBACK visit(HWND window, LPARAM child)
+{
+    wchar_t name[16] = {};
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    GetClassNameW(window, name, 16);
+    if (process == static_cast<DWORD>(child) && wcscmp(name, L"#32770") == 0
+        && IsWindowVisible(window))
+        answer(window);
+    return TRUE;
+}
+
+int loadAndFree(const QString& library, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        const HMODULE module = LoadLibraryW(wide(library));
+        if (!module || !FreeLibrary(module) || GetModuleHandleW(wide(library)))
+            return 1;
+    }
+    qWarning("the library is gone");
+    print(QStringLiteral("done"));
+    return 0;
+}
+
+int WINAPI printStyle(HWND owner, LPCWSTR text, LPCWSTR title, UINT style)
+{
+    print(QStringLiteral("style %1").arg(style, 0, 16));
+    return MessageBoxW(owner, text, title, style);
+}
+
+/// Puts printStyle() between the library and MessageBoxW: Wine keeps no box on top, and another
+/// process cannot tell the icons apart, so the style cannot be seen on the window. False if the
+/// library does not import it.
+bool watchStyles(HMODULE library)
+{
+    auto* base = reinterpret_cast<BYTE*>(library);
+    const auto* headers = reinterpret_cast<IMAGE_NT_HEADERS*>(
+        base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
+    const auto& imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    auto* entry = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + imports.VirtualAddress);
+    const auto wanted =
+        reinterpret_cast<ULONG_PTR>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "MessageBoxW"));
+    for (; entry->Name != 0; ++entry) {
+        auto* thunk = reinterpret_cast<IMAGE_THUNK_DATA*>(base + entry->FirstThunk);
+        for (; thunk->u1.Function != 0; ++thunk) {
+            DWORD access = 0;
+            if (thunk->u1.Function == wanted
+                && VirtualProtect(thunk, sizeof *thunk, PAGE_READWRITE, &access)) {
+                thunk->u1.Function = reinterpret_cast<ULONG_PTR>(&printStyle);
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+int ask(const QString& library)
+{
+    // static int CVelmMessage::question(const QString& text, const QString& title, HWND parent)
+    using Question = int (*)(const QString&, const QString&, HWND);
+    const HMODULE module = LoadLibraryW(wide(library));
+    const auto question = reinterpret_cast<Question>(reinterpret_cast<void*>(
+        GetProcAddress(module, "_ZN12CVelmMessage8questionERK7QStringS2_P6HWND__")));
+    if (!question || !watchStyles(module))
+        return 1;
+    const int button = question(QStringLiteral("删除要素？"), QStringLiteral("测试"), nullptr);
+    print(QStringLiteral("answer %1").arg(button));
+    return 0;
+}
+
+/// Runs this program as a child that does the work. @return its exit code
+int watchChild()
+{
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION child{};
+    std::wstring line = std::wstring(GetCommandLineW()) + L" child";
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                        &child))
+        return 98;
+    while (WaitForSingleObject(child.hProcess, 20) == WAIT_TIMEOUT)
+        EnumWindows(visit, static_cast<LPARAM>(child.dwProcessId));
+    DWORD result = 97;
+    GetExitCodeProcess(child.hProcess, &result);
+    return static_cast<int>(result);
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.last() != QLatin1String("child"))
+        return watchChild();
+    const QString library = arguments.value(2);
+    return arguments.value(1) == QLatin1String("ask")
+               ? ask(library)
+               : loadAndFree(library, arguments.value(3).toInt());
+}
