@@ -53,6 +53,8 @@ set_target_properties(velm_objects PROPERTIES
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
 target_compile_definitions(velm_objects PUBLIC VELMCOMMON_LIBRARY)
+set_source_files_properties(config/CVelmSystemGlobal.cpp PROPERTIES
+    COMPILE_DEFINITIONS VELM_VERSION="${PROJECT_VERSION}")
 target_include_directories(velm_objects PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR})
 target_link_libraries(velm_objects
     PUBLIC Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Sql Qt5::Xml RapidJSON ${CMAKE_DL_LIBS}

@@ -38,6 +38,11 @@ CVelmSystemGlobal::CVelmSystemGlobal()
 
 CVelmSystemGlobal::~CVelmSystemGlobal() = default;
 
+QString CVelmSystemGlobal::libraryVersion()
+{
+    return QStringLiteral(VELM_VERSION);
+}
+
 bool CVelmSystemGlobal::startModule()
 {
     return module::start();

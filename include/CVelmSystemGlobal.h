@@ -35,6 +35,9 @@ public:
     static CVelmSystemGlobal* Instance();
     virtual ~CVelmSystemGlobal();
 
+    /// The version of the library, "major.minor.patch".
+    static QString libraryVersion();
+
     /// Starts the library in this process, which otherwise happens by itself: on Windows when the
     /// library is loaded, elsewhere with the QCoreApplication. Finds "VelmResource.rcc" and
     /// "adapter_qtinit.dll", installs Qt's Chinese translation and the message handler; what is

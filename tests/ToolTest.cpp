@@ -252,3 +252,28 @@ TEST_F(ToolTest, ShowsChineseWithoutALocaleAndNoControlCharacters)
     const QString output = QString::fromLocal8Bit(process.readAllStandardOutput());
     EXPECT_TRUE(output.startsWith(u"A 测?[31m"_s)) << output.toStdString();
 }
+
+TEST_F(ToolTest, ExaminesTheMachineAndTellsWhatIsMissing)
+{
+    const auto state = [](const Answer& answer, const QString& id) {
+        for (const QJsonValue& finding : answer.json.array()) {
+            if (finding[u"id"_s] == id)
+                return finding[u"state"_s].toString();
+        }
+        return QString();
+    };
+    const Answer bare = velm({u"--root"_s, root(), u"doctor"_s, u"--json"_s});
+    EXPECT_EQ(bare.exitCode, 1);
+    EXPECT_EQ(state(bare, u"configuration.system"_s), u"error"_s);
+    EXPECT_EQ(state(bare, u"start.bundle"_s), u"ok"_s) << "a root of its own moves no bundle";
+    init();
+    const Answer whole = velm({u"--root"_s, root(), u"doctor"_s, u"--json"_s});
+    EXPECT_EQ(whole.exitCode, 0);
+    EXPECT_EQ(state(whole, u"configuration.system"_s), u"ok"_s);
+    EXPECT_EQ(state(whole, u"database.sqlite"_s), u"ok"_s);
+    const QString text = velm({u"--root"_s, root(), u"doctor"_s}).output;
+    EXPECT_TRUE(text.contains(u"long                   %1 bytes"_s.arg(sizeof(long))))
+        << text.toStdString();
+    writeFile(u"config/peltaconfig.db"_s, "damaged");
+    EXPECT_EQ(velm({u"--root"_s, root(), u"doctor"_s}).exitCode, 1);
+}

@@ -15,7 +15,7 @@
 namespace {
 
 /// Why a table cannot be read to its end with the columns that it needs; empty if it can.
-QString whyUnreadable(CVelmDatabase& database, const QString& columns, const QString& table)
+QString whyTableUnreadable(CVelmDatabase& database, const QString& columns, const QString& table)
 {
     QVector<QMap<QString, QVariant>> rows;
     database.executeSql(QStringLiteral("select ") + columns + QStringLiteral(" from ") + table,
@@ -23,8 +23,9 @@ QString whyUnreadable(CVelmDatabase& database, const QString& columns, const QSt
     return database.getLastErrorText();
 }
 
-/// Why the configuration cannot be read; empty if it can.
-QString whyUnreadable(const QString& path)
+}  // namespace
+
+QString Configuration::whyUnreadable(const QString& path)
 {
     const QFileInfo file(path);
     if (!file.exists())
@@ -37,17 +38,15 @@ QString whyUnreadable(const QString& path)
     if (database.initDatabase(path, QString()) != Velm::VelmOk)
         return QStringLiteral("it cannot be opened as a database");
     QString problem =
-        whyUnreadable(database, QStringLiteral("CODE, NAME, LTYPE, WIDTH, [TABLE], USECODE"),
-                      QStringLiteral("indexini"));
+        whyTableUnreadable(database, QStringLiteral("CODE, NAME, LTYPE, WIDTH, [TABLE], USECODE"),
+                           QStringLiteral("indexini"));
     if (!problem.isEmpty())
         return problem;
-    return whyUnreadable(database, QStringLiteral("CODE, LAYER, ENTTYPE, PAR1, PAR2, TEXT"),
-                         QStringLiteral("Workdef"));
+    return whyTableUnreadable(database, QStringLiteral("CODE, LAYER, ENTTYPE, PAR1, PAR2, TEXT"),
+                              QStringLiteral("Workdef"));
 }
 
-}  // namespace
-
-int Configuration::open(const Arguments& arguments, Configuration& configuration)
+int Configuration::selectRoot(const Arguments& arguments)
 {
     const bool named = arguments.isSet(QStringLiteral("root"));
     const QString root =
@@ -64,7 +63,14 @@ int Configuration::open(const Arguments& arguments, Configuration& configuration
         return ExitCannotOpen;
     }
     qputenv("VELM_ROOT", QFile::encodeName(root));
+    return ExitFine;
+}
 
+int Configuration::open(const Arguments& arguments, Configuration& configuration)
+{
+    const int selected = selectRoot(arguments);
+    if (selected != ExitFine)
+        return selected;
     const QString path = CVelmSystemGlobal::Instance()->getSystemConfigDb();
     const QString problem = whyUnreadable(path);
     if (!problem.isEmpty()) {

@@ -14,6 +14,12 @@ public:
     /// @return ExitFine; ExitUsage if neither names one; ExitCannotOpen
     static int open(const Arguments& arguments, Configuration& configuration);
 
+    /// Makes the root that --root or VELM_ROOT names the library's; answers as open() does.
+    static int selectRoot(const Arguments& arguments);
+
+    /// Why the system configuration database at @p path cannot be read; empty if it can.
+    static QString whyUnreadable(const QString& path);
+
     const CVelmIndex& index() const { return *m_index; }
     const CVelmWork& work() const { return *m_work; }
 

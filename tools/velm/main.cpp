@@ -17,7 +17,9 @@ struct Command
     int (*run)(const QStringList& arguments);
 };
 
-constexpr std::array<Command, 3> kCommands{{
+constexpr std::array<Command, 4> kCommands{{
+    {"doctor", "tell what the library finds on this machine, and what is missing",
+     &commands::doctor},
     {"init", "write the sample configuration set into a folder", &commands::init},
     {"list", "list feature codes", &commands::list},
     {"lookup", "show what a feature code is and how it is drawn", &commands::lookup},

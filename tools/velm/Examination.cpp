@@ -1,0 +1,207 @@
+#include "Examination.h"
+
+#include "Companions.h"
+#include "Configuration.h"
+
+#include "CVelmConfigManager.h"
+#include "CVelmIndex.h"
+#include "CVelmSaveUserData.h"
+#include "CVelmSystemGlobal.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSysInfo>
+#include <QTextCodec>
+
+#include <algorithm>
+
+namespace {
+
+CVelmSystemGlobal& system()
+{
+    return *CVelmSystemGlobal::Instance();
+}
+
+/// Findings of one group.
+class Group
+{
+public:
+    Group(QVector<Finding>& findings, const char* id, const char* title)
+        : m_findings(findings), m_id(QLatin1String(id)), m_title(QString::fromUtf8(title))
+    {}
+
+    void fine(const char* id, const char* label, const QString& value)
+    {
+        add(id, label, value, Finding::Fine, QString());
+    }
+
+    void add(const char* id, const char* label, const QString& value, Finding::State state,
+             const QString& advice)
+    {
+        m_findings.append({m_title, m_id + QLatin1Char('.') + QLatin1String(id),
+                           QString::fromUtf8(label), value, state,
+                           state == Finding::Fine ? QString() : advice});
+    }
+
+private:
+    QVector<Finding>& m_findings;
+    QString m_id;
+    QString m_title;
+};
+
+bool isChinese(const QString& text)
+{
+    return std::any_of(text.begin(), text.end(),
+                       [](QChar ch) { return ch.script() == QChar::Script_Han; });
+}
+
+bool configurationHoldsChinese()
+{
+    const auto items = CVelmConfigManager::Instance()->GetVelmIndex()->getIndexMap();
+    return std::any_of(items.begin(), items.end(),
+                       [](const VelmIndexItem& item) { return isChinese(item.name); });
+}
+
+bool isReadable(const QString& database)
+{
+    return Configuration::whyUnreadable(database).isEmpty();
+}
+
+/// On Windows Qt calls the codec "System" whatever the code page is, so it is known by what it
+/// does.
+bool localCodePageIsGbk()
+{
+    return QTextCodec::codecForLocale()->fromUnicode(QStringLiteral("测")) == "\xB2\xE2";
+}
+
+void examineLibrary(QVector<Finding>& findings)
+{
+    Group group(findings, "library", "Library");
+    group.fine("version", "VelmCommon", CVelmSystemGlobal::libraryVersion());
+    group.fine("qt", "Qt",
+               QStringLiteral("%1, built with %2")
+                   .arg(QLatin1String(qVersion()), QLatin1String(QT_VERSION_STR)));
+    group.fine("system", "system", QSysInfo::prettyProductName());
+    group.fine("bits", "bits", QString::number(sizeof(void*) * 8));
+    group.fine("long", "long", QStringLiteral("%1 bytes").arg(sizeof(long)));
+    const bool gbk = localCodePageIsGbk();
+    const bool matters =
+        !gbk && isReadable(system().getSystemConfigDb()) && configurationHoldsChinese();
+    group.add("codepage", "local code page",
+              gbk ? QStringLiteral("GBK (936)")
+                  : QString::fromLatin1(QTextCodec::codecForLocale()->name()),
+              matters ? Finding::Warning : Finding::Fine,
+              QStringLiteral("the configuration holds Chinese: text files of the older set and "
+                             "reports in GBK are read and written wrongly here"));
+}
+
+void examineDatabases(QVector<Finding>& findings)
+{
+    Group group(findings, "database", "Databases");
+    const QStringList drivers = QSqlDatabase::drivers();
+    const bool sqlite = drivers.contains(QStringLiteral("QSQLITE"));
+    group.add("sqlite", "SQLite", sqlite ? QStringLiteral("QSQLITE") : QStringLiteral("not found"),
+              sqlite ? Finding::Fine : Finding::Error,
+              QStringLiteral("install Qt's SQLite plug-in (Debian: libqt5sql5-sqlite); on Windows "
+                             "the folder \"sqldrivers\" belongs beside the program"));
+    const bool odbc = drivers.contains(QStringLiteral("QODBC"));
+    group.add("odbc", "ODBC", odbc ? QStringLiteral("QODBC") : QStringLiteral("not found"),
+              odbc ? Finding::Fine : Finding::Note,
+              QStringLiteral("needed for Access files only (Debian: libqt5sql5-odbc)"));
+    const QString access = companions::accessDriver();
+    group.add("access", "Access driver", access.isEmpty() ? QStringLiteral("not found") : access,
+              access.isEmpty() ? Finding::Note : Finding::Fine,
+              QStringLiteral("needed for Access files (*.mdb) only"));
+    group.fine("drivers", "all of Qt's", drivers.join(QStringLiteral(", ")));
+}
+
+QString withAccess(const QString& path)
+{
+    const QFileInfo info(path);
+    if (!info.exists())
+        return QDir::toNativeSeparators(path) + QStringLiteral(" (missing)");
+    return QDir::toNativeSeparators(path)
+           + (info.isWritable() ? QStringLiteral(" (writable)") : QStringLiteral(" (read-only)"));
+}
+
+void examineConfiguration(QVector<Finding>& findings)
+{
+    Group group(findings, "configuration", "Configuration");
+    group.fine("root", "root", withAccess(system().getSystemRootRoute()));
+    const QString systemDb = system().getSystemConfigDb();
+    const QString problem = Configuration::whyUnreadable(systemDb);
+    group.add(
+        "system", "system database", withAccess(systemDb),
+        problem.isEmpty() ? Finding::Fine : Finding::Error,
+        problem
+            + QStringLiteral("; --root DIR or VELM_ROOT names the folder that holds \"config\""));
+    const QString pipeDb = system().getPipeConfigDb();
+    group.add("pipe", "pipe database", withAccess(pipeDb),
+              QFileInfo(pipeDb).isFile() ? Finding::Fine : Finding::Warning,
+              QStringLiteral("pipe codes and dictionaries are unknown without it"));
+    const QStringList paths = system().getSearchPaths();
+    for (int i = 0; i < paths.size(); ++i)
+        group.add("searchpath", i == 0 ? "search paths" : "", withAccess(paths.at(i)),
+                  QFileInfo(paths.at(i)).isDir() ? Finding::Fine : Finding::Note, QString());
+}
+
+void examineStart(QVector<Finding>& findings)
+{
+    Group group(findings, "start", "Start");
+    const auto addFile = [&group](const char* id, const char* label, const char* name,
+                                  Finding::State without, const char* loss) {
+        const QString path = CVelmSystemGlobal::findModuleFile(QLatin1String(name));
+        group.add(id, label,
+                  path.isEmpty() ? QLatin1String(name) + QStringLiteral(" (missing)")
+                                 : QDir::toNativeSeparators(path),
+                  path.isEmpty() ? without : Finding::Fine,
+                  QStringLiteral("it is installed beside the library; without it ")
+                      + QString::fromUtf8(loss));
+    };
+    addFile("bundle", "resource bundle", "VelmResource.rcc", Finding::Error,
+            "dialogs are not in Chinese");
+    addFile("companion", "companion", "adapter_qtinit.dll", Finding::Error,
+            "the library does not start");
+}
+
+void examineUser(QVector<Finding>& findings)
+{
+    Group group(findings, "user", "User");
+    const QFileInfo file(CVelmSaveUserData::fileName());
+    const bool writable =
+        file.exists() ? file.isFile() && file.isWritable() : QFileInfo(file.path()).isWritable();
+    group.add("store", "store of this program",
+              QDir::toNativeSeparators(file.filePath())
+                  + (file.exists() ? QString() : QStringLiteral(" (not made yet)")),
+              writable ? Finding::Fine : Finding::Warning,
+              QStringLiteral("it cannot be written, so settings of the user are not kept"));
+}
+
+void examineOffice(QVector<Finding>& findings)
+{
+    Group group(findings, "office", "Office");
+    const auto add = [&group](const char* id, const char* label, const QString& found,
+                              const char* use) {
+        group.add(id, label, found.isEmpty() ? QStringLiteral("not found") : found,
+                  found.isEmpty() ? Finding::Note : Finding::Fine, QString::fromUtf8(use));
+    };
+    add("office", "Microsoft Office", companions::microsoftOffice(),
+        "needed to fill Word and Excel documents through the programs themselves");
+    add("libreoffice", "LibreOffice", companions::libreOffice(),
+        "an alternative for looking at documents");
+}
+
+}  // namespace
+
+QVector<Finding> examine()
+{
+    QVector<Finding> findings;
+    examineLibrary(findings);
+    examineConfiguration(findings);
+    examineStart(findings);
+    examineDatabases(findings);
+    examineUser(findings);
+    examineOffice(findings);
+    return findings;
+}
