@@ -9,6 +9,9 @@
 
 #include <QDebug>
 
+#include <optional>
+#include <utility>
+
 namespace velm::detail {
 
 namespace {
@@ -40,18 +43,30 @@ void log(const json::Error& error)
         qWarning().noquote() << "global parameters:" << problem;
 }
 
-/// Whether @p text is a JSON object; why it does not parse is logged.
-bool parseObject(const QString& text, json::Document& document)
+/// The JSON object that @p text holds, if it is one; why it does not parse is logged.
+std::optional<json::Document> parseObject(const QString& text)
 {
     if (text.isEmpty())
-        return false;
+        return std::nullopt;
     try {
-        document = json::parse(text);
+        json::Document document = json::parse(text);
+        if (document.IsObject())
+            return document;
     } catch (const json::Error& error) {
         log(error);
-        return false;
     }
-    return document.IsObject();
+    return std::nullopt;
+}
+
+/// The first of @p texts that is a JSON object, or an empty object.
+json::Document firstObject(const QStringList& texts)
+{
+    for (const QString& text : texts) {
+        std::optional<json::Document> document = parseObject(text);
+        if (document)
+            return std::move(*document);
+    }
+    return json::Document(rapidjson::kObjectType);
 }
 
 /// An apostrophe would end the literal of the statement that stores the text.
@@ -74,12 +89,12 @@ bool GlobalParamStore::load(VelmGlobalParam& param)
     QString text = userText();
     if (text.isEmpty())
         text = shippedText();
-    json::Document document;
-    if (!parseObject(text, document))
+    const std::optional<json::Document> document = parseObject(text);
+    if (!document)
         return false;
     VelmGlobalParam loaded;
     try {
-        json::read(document, loaded);
+        json::read(*document, loaded);
     } catch (const json::Error& error) {
         log(error);
     }
@@ -96,37 +111,33 @@ bool GlobalParamStore::save(const VelmGlobalParam& param, bool shipped)
     const json::Value changes = json::difference(current, reference, current.GetAllocator());
     if (m_text.isEmpty() && changes.ObjectEmpty())
         return true;
-    json::Document document;
-    const bool saved = saveForUser(changes, document) && (!shipped || saveAsDefault(document));
-    if (saved) {
-        m_reference = param;
-        m_text = json::toText(document);
-    }
-    return saved;
+    const QString text = saveForUser(changes);
+    if (text.isEmpty() || (shipped && !saveAsDefault(text)))
+        return false;
+    m_reference = param;
+    m_text = text;
+    return true;
 }
 
-/// @p document becomes the user's record with the changes.
-bool GlobalParamStore::saveForUser(const json::Value& changes, json::Document& document)
+QString GlobalParamStore::saveForUser(const json::Value& changes)
 {
-    const QString stored = userText();
-    const bool readable = parseObject(stored, document);
+    QString stored = userText();
+    const bool readable = parseObject(stored).has_value();
     if (readable && changes.ObjectEmpty())
-        return true;
+        return stored;
     if (!readable && !stored.isEmpty()
         && !m_userData()->setUserInput(key(), nameOfUser() + QStringLiteral(".unreadable"), stored))
-        return false;
-    if (!readable && !parseObject(m_text, document) && !parseObject(shippedText(), document))
-        document.SetObject();
+        return QString();
+    json::Document document = firstObject({stored, m_text, shippedText()});
     json::overlay(document, changes, document.GetAllocator());
-    return m_userData()->setUserInput(key(), nameOfUser(), toStorableText(document));
+    const QString text = toStorableText(document);
+    return m_userData()->setUserInput(key(), nameOfUser(), text) ? text : QString();
 }
 
-bool GlobalParamStore::saveAsDefault(const json::Document& userDocument)
+bool GlobalParamStore::saveAsDefault(const QString& userText)
 {
-    json::Document document;
-    if (!parseObject(shippedText(), document))
-        document.SetObject();
-    json::overlay(document, userDocument, document.GetAllocator());
+    json::Document document = firstObject({shippedText()});
+    json::overlay(document, firstObject({userText}), document.GetAllocator());
     return CVelmReadGlobaldefinesTable::Instance()->set_value(key(), toStorableText(document))
            == Velm::VelmOk;
 }

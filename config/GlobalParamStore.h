@@ -34,8 +34,9 @@ public:
 
 private:
     QString userText() const;
-    bool saveForUser(const json::Value& changes, json::Document& document);
-    bool saveAsDefault(const json::Document& userDocument);
+    /// The user's record with the changes, as it is stored now; empty if it cannot be.
+    QString saveForUser(const json::Value& changes);
+    bool saveAsDefault(const QString& userText);
 
     CVelmSaveUserData* (*m_userData)();
     VelmGlobalParam m_reference;  // as loaded or saved last, at first the defaults
