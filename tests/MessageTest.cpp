@@ -9,7 +9,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
 #include <QMetaMethod>
+#include <QTimer>
+
+#include <thread>
 
 using namespace velm::detail;
 
@@ -25,6 +31,31 @@ TEST(Message, HasTheIconOfItsSeverityAndStaysOnTopWithoutAWindow)
     EXPECT_EQ(CVelmMessage::question(u"e?"_s, u"t"_s, window), 1);
     EXPECT_EQ(boxes.take(), u"40040 : a\n40030 警告: b\n10 t: c\n40021 t: d?\n21 t: e?"_s);
 }
+
+#ifndef Q_OS_WIN
+TEST(Message, IsAWindowInTheGuiThreadAndALineElsewhere)
+{
+    QString shown;
+    QTimer::singleShot(0, qApp, [&shown] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        shown = box->windowTitle() + box->text() + QString::number(box->icon());
+        box->button(QMessageBox::Cancel)->click();
+    });
+    EXPECT_EQ(CVelmMessage::question(u"<b>删除？"_s, u"t"_s), 1);
+    EXPECT_EQ(shown, u"t<b>删除？"_s + QString::number(QMessageBox::Question));
+
+    const LocalCodec utf8("UTF-8");
+    testing::internal::CaptureStderr();
+    int answers = 0;
+    std::thread([&answers] {
+        answers = 10 * CVelmMessage::errorMsg(u"二\n行"_s, nullptr, u"错误"_s)
+                  + CVelmMessage::question(u"sure?"_s);
+    }).join();
+    EXPECT_EQ(answers, 11) << "OK, and Cancel to a question";
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "错误: 二 行\nsure?\n");
+}
+#endif
 
 TEST(Event, IsAskedAndAnsweredBySignals)
 {

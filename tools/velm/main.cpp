@@ -44,7 +44,8 @@ QString helpText()
     text += QStringLiteral(
         "\n"
         "\"velm COMMAND --help\" tells more. The configuration is --root DIR, else VELM_ROOT.\n"
-        "Exit codes: 0 fine, 1 nothing found or something missing, 2 wrong usage, 3 a file cannot be opened.");
+        "Exit codes: 0 fine, 1 nothing found or something missing, 2 wrong usage, 3 a file cannot "
+        "be opened.");
     return text;
 }
 
