@@ -44,6 +44,7 @@ add_library(velm_objects OBJECT
     config/CVelmWork.cpp
     config/CVelmWorkDB.cpp
     config/CVelmWorkDef.cpp
+    config/ConfigJson.cpp
     config/DefinitionFile.cpp
     config/GlobalParamStore.cpp
     config/SystemConfig.cpp)

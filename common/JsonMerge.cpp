@@ -1,5 +1,6 @@
 #include "common/JsonMerge.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace velm::detail::json {
@@ -7,6 +8,8 @@ namespace velm::detail::json {
 namespace {
 
 using Size = rapidjson::SizeType;
+
+constexpr std::uint64_t kMostComparisons = 1000 * 1000;  // longer arrays are paired by place only
 
 /// Whether @p whole has every member of @p part with the same value, objects within alike.
 bool contains(const Value& whole, const Value& part)
@@ -27,7 +30,8 @@ std::vector<Size> counterparts(const Value& target, const Value& source)
     const Size none = target.Size();
     std::vector<Size> found(source.Size(), none);
     std::vector<bool> taken(none, false);
-    for (Size i = 0; i < source.Size(); ++i) {
+    const bool searchable = std::uint64_t{source.Size()} * none <= kMostComparisons;
+    for (Size i = 0; searchable && i < source.Size(); ++i) {
         Size j = 0;
         while (j < none && (taken[j] || !contains(target[j], source[i])))
             ++j;

@@ -68,11 +68,11 @@ void installTranslation()
     QCoreApplication* application = QCoreApplication::instance();
     if (!application || translated == application)
         return;
-    if (!translator) {
+    if (!translator)
         translator = new QTranslator;
-        // A copy of the name: Qt keeps it longer than the library may be loaded.
+    // A copy of the name: Qt keeps it longer than the library may be loaded.
+    if (translator->isEmpty())
         translator->load(QString::fromLatin1(":/Translation/qt_zh_CN.qm"));
-    }
     QCoreApplication::installTranslator(translator);
     translated = application;
 }

@@ -62,7 +62,10 @@ Velm::ErrorStatus CVelmReadGlobaldefinesTable::set_value(const QString& key, con
     if (opened != Velm::VelmOk)
         return opened;
     const QMap<QString, QVariant> row = {{valueColumn(), value}};
-    if (database.readRecord(table(), whereKeyIs(key), true).isEmpty())
+    const bool isNew = database.readRecord(table(), whereKeyIs(key), true).isEmpty();
+    if (!database.getLastErrorText().isEmpty())
+        return Velm::VelmSqlExecFailed;
+    if (isNew)
         return database.writeRecord(table(),
                                     {{QStringLiteral("key"), key}, {valueColumn(), value}});
     return database.updataRecord(table(), row, whereKeyIs(key));

@@ -34,7 +34,9 @@ CVelmSystemGlobal* CVelmSystemGlobal::Instance()
 
 CVelmSystemGlobal::CVelmSystemGlobal()
     : m_globalParam(std::make_unique<GlobalParamStore>(&CVelmSaveUserData::Instance))
-{}
+{
+    CVelmSaveUserData::prepareInstance();
+}
 
 CVelmSystemGlobal::~CVelmSystemGlobal() = default;
 

@@ -13,13 +13,15 @@ namespace {
 
 using Dictionary = QVector<QPair<QString, QString>>;
 
-/// Whether @p table is named as a dictionary and safe to stand in a statement as it is.
+/// Whether @p table is named as a dictionary and is an identifier of SQLite, to which every
+/// character beyond ASCII is a letter: only such a name may stand in a statement as it is.
 bool isDictionary(const QString& table)
 {
     const bool named = table.startsWith(QLatin1String("TBL_"), Qt::CaseInsensitive)
                        || table.startsWith(QLatin1String("TB_"), Qt::CaseInsensitive);
     return named && std::all_of(table.begin(), table.end(), [](QChar ch) {
-               return ch.isLetterOrNumber() || ch.isSurrogate() || ch == QLatin1Char('_');
+               return ch.unicode() >= 0x80 || ch.isLetterOrNumber() || ch == QLatin1Char('_')
+                      || ch == QLatin1Char('$');
            });
 }
 

@@ -1,13 +1,12 @@
 #include "config/GlobalParamStore.h"
 
 #include "common/JsonMerge.h"
+#include "config/ConfigJson.h"
 #include "config/GlobalParamBinding.h"
 #include "config/SystemConfig.h"
 #include "CVelmDatabase.h"
 #include "CVelmReadGlobaldefinesTable.h"
 #include "CVelmSaveUserData.h"
-
-#include <QDebug>
 
 #include <optional>
 #include <utility>
@@ -26,78 +25,70 @@ QString nameOfUser()
     return QStringLiteral("VelmGlobalParam");
 }
 
-QString shippedText()
+/// False if the shipped default cannot be read; an empty text where there is none.
+bool readShipped(QString& text)
 {
     CVelmDatabase database;
     if (openSystemConfig(database) != Velm::VelmOk)
-        return QString();
-    return database
-        .readRecord(QStringLiteral("globaldefines"), QStringLiteral("VALUE"),
-                    {{QStringLiteral("KEY"), key()}}, true)
-        .toString();
+        return false;
+    text = database
+               .readRecord(QStringLiteral("globaldefines"), QStringLiteral("VALUE"),
+                           {{QStringLiteral("KEY"), key()}}, true)
+               .toString();
+    return database.getLastErrorText().isEmpty();
 }
 
-void log(const json::Error& error)
+std::optional<json::Document> parse(const QString& text)
 {
-    for (const QString& problem : error.messages())
-        qWarning().noquote() << "global parameters:" << problem;
-}
-
-/// The JSON object that @p text holds, if it is one; why it does not parse is logged.
-std::optional<json::Document> parseObject(const QString& text)
-{
-    if (text.isEmpty())
-        return std::nullopt;
-    try {
-        json::Document document = json::parse(text);
-        if (document.IsObject())
-            return document;
-    } catch (const json::Error& error) {
-        log(error);
-    }
-    return std::nullopt;
+    return parseConfigObject(text, QStringLiteral("global parameters"));
 }
 
 /// The first of @p texts that is a JSON object, or an empty object.
 json::Document firstObject(const QStringList& texts)
 {
     for (const QString& text : texts) {
-        std::optional<json::Document> document = parseObject(text);
+        std::optional<json::Document> document = parse(text);
         if (document)
             return std::move(*document);
     }
     return json::Document(rapidjson::kObjectType);
 }
 
-/// An apostrophe would end the literal of the statement that stores the text.
+/// As it can stand in a statement: without apostrophes, which would end the literal, and halves of
+/// surrogate pairs, which would end it too.
 QString toStorableText(const json::Value& value)
 {
-    return json::toText(value).replace(QLatin1Char('\''), QLatin1String("\\u0027"));
+    const QString text = json::toText(value);
+    return QString::fromUtf8(text.toUtf8()).replace(QLatin1Char('\''), QLatin1String("\\u0027"));
+}
+
+/// Any text as it can stand in a literal of a statement.
+QString escaped(QString text)
+{
+    return text.replace(QLatin1Char('\''), QLatin1String("''"));
 }
 
 }  // namespace
 
 GlobalParamStore::GlobalParamStore(CVelmSaveUserData* (*userData)()) : m_userData(userData) {}
 
-QString GlobalParamStore::userText() const
+bool GlobalParamStore::readUser(QString& text) const
 {
-    return m_userData()->userInput(key(), nameOfUser());
+    return m_userData()->readUserInput(key(), nameOfUser(), text);
 }
 
 bool GlobalParamStore::load(VelmGlobalParam& param)
 {
-    QString text = userText();
-    if (text.isEmpty())
-        text = shippedText();
-    const std::optional<json::Document> document = parseObject(text);
+    QString text;
+    readUser(text);
+    m_isUsers = !text.isEmpty();
+    if (!m_isUsers)
+        readShipped(text);
+    const std::optional<json::Document> document = parse(text);
     if (!document)
         return false;
     VelmGlobalParam loaded;
-    try {
-        json::read(*document, loaded);
-    } catch (const json::Error& error) {
-        log(error);
-    }
+    readConfigObject(*document, QStringLiteral("global parameters"), loaded);
     param = loaded;
     m_reference = loaded;
     m_text = text;
@@ -109,26 +100,32 @@ bool GlobalParamStore::save(const VelmGlobalParam& param, bool shipped)
     json::Document current = json::toDocument(param);
     const json::Document reference = json::toDocument(m_reference);
     const json::Value changes = json::difference(current, reference, current.GetAllocator());
-    if (m_text.isEmpty() && changes.ObjectEmpty())
+    if (changes.ObjectEmpty() && (m_text.isEmpty() || (m_isUsers && !shipped)))
         return true;
     const QString text = saveForUser(changes);
     if (text.isEmpty() || (shipped && !saveAsDefault(text)))
         return false;
     m_reference = param;
     m_text = text;
+    m_isUsers = true;
     return true;
 }
 
 QString GlobalParamStore::saveForUser(const json::Value& changes)
 {
-    QString stored = userText();
-    const bool readable = parseObject(stored).has_value();
+    QString stored;
+    if (!readUser(stored))
+        return QString();
+    const bool readable = parse(stored).has_value();
     if (readable && changes.ObjectEmpty())
         return stored;
+    const QString unreadable = nameOfUser() + QStringLiteral(".unreadable");
     if (!readable && !stored.isEmpty()
-        && !m_userData()->setUserInput(key(), nameOfUser() + QStringLiteral(".unreadable"), stored))
+        && !m_userData()->setUserInput(key(), unreadable, escaped(stored)))
         return QString();
-    json::Document document = firstObject({stored, m_text, shippedText()});
+    QString shipped;
+    readShipped(shipped);
+    json::Document document = firstObject({stored, m_text, shipped});
     json::overlay(document, changes, document.GetAllocator());
     const QString text = toStorableText(document);
     return m_userData()->setUserInput(key(), nameOfUser(), text) ? text : QString();
@@ -136,7 +133,10 @@ QString GlobalParamStore::saveForUser(const json::Value& changes)
 
 bool GlobalParamStore::saveAsDefault(const QString& userText)
 {
-    json::Document document = firstObject({shippedText()});
+    QString shipped;
+    if (!readShipped(shipped))
+        return false;
+    json::Document document = firstObject({shipped});
     json::overlay(document, firstObject({userText}), document.GetAllocator());
     return CVelmReadGlobaldefinesTable::Instance()->set_value(key(), toStorableText(document))
            == Velm::VelmOk;

@@ -33,7 +33,8 @@ public:
     bool save(const VelmGlobalParam& param, bool shipped);
 
 private:
-    QString userText() const;
+    /// False if the user's copy cannot be read; an empty text where there is none.
+    bool readUser(QString& text) const;
     /// The user's record with the changes, as it is stored now; empty if it cannot be.
     QString saveForUser(const json::Value& changes);
     bool saveAsDefault(const QString& userText);
@@ -41,6 +42,7 @@ private:
     CVelmSaveUserData* (*m_userData)();
     VelmGlobalParam m_reference;  // as loaded or saved last, at first the defaults
     QString m_text;               // as loaded or saved last; empty if neither
+    bool m_isUsers = false;       // the user's copy is that text
 };
 
 }  // namespace velm::detail

@@ -16,6 +16,15 @@ QVariant firstValue(QSqlQuery& query)
     return query.next() ? query.value(0) : QVariant();
 }
 
+velm::detail::Singleton<CVelmSaveUserData>& holder()
+{
+    // Brings Qt's list of connections into being first, so that it outlives the store.
+    static const bool listed = QSqlDatabase::contains();
+    static velm::detail::Singleton<CVelmSaveUserData> instance;
+    Q_UNUSED(listed)
+    return instance;
+}
+
 QString userInputTable()
 {
     return QStringLiteral("UserInput");
@@ -30,10 +39,12 @@ QString pathRecordTable()
 
 CVelmSaveUserData* CVelmSaveUserData::Instance()
 {
-    // Brings Qt's list of connections into being first, so that it outlives the store.
-    QSqlDatabase::contains();
-    static velm::detail::Singleton<CVelmSaveUserData> instance;
-    return instance.get([] { return new CVelmSaveUserData(fileName()); });
+    return holder().get([] { return new CVelmSaveUserData(fileName()); });
+}
+
+void CVelmSaveUserData::prepareInstance()
+{
+    holder();
 }
 
 QString CVelmSaveUserData::fileName()
@@ -87,12 +98,21 @@ void CVelmSaveUserData::createIfMissing(const QString& table)
 
 QString CVelmSaveUserData::userInput(const QString& type, const QString& name)
 {
-    return read(userInputTable(), type, name);
+    QString value;
+    readUserInput(type, name, value);
+    return value;
+}
+
+bool CVelmSaveUserData::readUserInput(const QString& type, const QString& name, QString& value)
+{
+    return read(userInputTable(), type, name, value);
 }
 
 QString CVelmSaveUserData::pathRecord(const QString& type, const QString& name)
 {
-    return read(pathRecordTable(), type, name);
+    QString value;
+    read(pathRecordTable(), type, name, value);
+    return value;
 }
 
 bool CVelmSaveUserData::setUserInput(const QString& type, const QString& name, const QString& value)
@@ -106,17 +126,21 @@ bool CVelmSaveUserData::setPathRecord(const QString& type, const QString& name,
     return write(pathRecordTable(), type, name, value);
 }
 
-QString CVelmSaveUserData::read(const QString& table, const QString& type, const QString& name)
+bool CVelmSaveUserData::read(const QString& table, const QString& type, const QString& name,
+                             QString& value)
 {
     if (!m_database.isOpen())
-        return QString();  // the user knows since the opening
+        return false;  // the user knows since the opening
     QSqlQuery query(m_database);
     const QString statement =
         QStringLiteral("select [输入] from %1 where [类型] = '%2' and [名称] = '%3'")
             .arg(table, type, name);
-    if (!query.exec(statement))
+    if (!query.exec(statement)) {
         CVelmMessage::warnMsg(query.lastError().text(), nullptr, QStringLiteral("警告"));
-    return firstValue(query).toString();
+        return false;
+    }
+    value = firstValue(query).toString();
+    return true;
 }
 
 bool CVelmSaveUserData::write(const QString& table, const QString& type, const QString& name,
@@ -128,8 +152,9 @@ bool CVelmSaveUserData::write(const QString& table, const QString& type, const Q
         return false;
     }
     QSqlQuery query(m_database);
-    query.exec(QStringLiteral("select count(*) from %1 where 类型 = '%2' and 名称 = '%3'")
-                   .arg(table, type, name));
+    if (!query.exec(QStringLiteral("select count(*) from %1 where 类型 = '%2' and 名称 = '%3'")
+                        .arg(table, type, name)))
+        return false;
     const bool isNew = firstValue(query).toInt() == 0;
     query.finish();
     if (isNew)

@@ -6,37 +6,36 @@
 #include <QFile>
 #include <QXmlInputSource>
 
-QT_WARNING_DISABLE_DEPRECATED  // of Qt's parsers, only this one builds what setContent() of a text
-                               // does
+// Of Qt's parsers only the deprecated one builds what setContent() makes of a text.
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
 
-    namespace
+namespace {
+
+/// A text for Qt's parser that ends early when the parser has gone too deep. It calls itself
+/// for whatever can be nested, elements and declarations alike, so what it needs is measured on
+/// the stack itself.
+class BoundedSource : public QXmlInputSource
 {
+public:
+    explicit BoundedSource(const QString& text) { setData(text); }
 
-    /// A text for Qt's parser that ends early when the parser has gone too deep. It calls itself
-    /// for whatever can be nested, elements and declarations alike, so what it needs is measured on
-    /// the stack itself.
-    class BoundedSource : public QXmlInputSource
+    QChar next() override
     {
-    public:
-        explicit BoundedSource(const QString& text) { setData(text); }
+        m_ended = m_ended || m_start - stackPosition() > kDeepest;
+        return m_ended ? QChar(EndOfDocument) : QXmlInputSource::next();
+    }
 
-        QChar next() override
-        {
-            m_ended = m_ended || m_start - stackPosition() > kDeepest;
-            return m_ended ? QChar(EndOfDocument) : QXmlInputSource::next();
-        }
+private:
+    static constexpr quintptr kDeepest = 256 * 1024;  // bytes; some hundred nested elements
 
-    private:
-        static constexpr quintptr kDeepest = 256 * 1024;  // bytes; some hundred nested elements
+    static quintptr stackPosition()
+    {
+        return reinterpret_cast<quintptr>(__builtin_frame_address(0));
+    }
 
-        static quintptr stackPosition()
-        {
-            return reinterpret_cast<quintptr>(__builtin_frame_address(0));
-        }
-
-        quintptr m_start = stackPosition();  // the stack grows downwards
-        bool m_ended = false;
-    };
+    quintptr m_start = stackPosition();  // the stack grows downwards
+    bool m_ended = false;
+};
 
 }  // namespace
 

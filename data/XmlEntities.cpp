@@ -11,6 +11,7 @@ namespace {
 
 constexpr qint64 kMostExpanded = 8 * 1000 * 1000;  // characters
 constexpr qint64 kMostNested = 4096;  // characters that Qt lets an entity of entities grow to
+constexpr int kMostOpened = 256;      // elements and groups that an entity may begin
 
 /// An upper bound of what each reference adds to the text.
 class EntityCosts
@@ -32,7 +33,11 @@ private:
     {
         const QString value = match.captured(2) + match.captured(3);
         const bool nested = value.contains(QLatin1Char('&')) || value.contains(QLatin1Char('%'));
-        const qint64 cost = std::max<qint64>(value.size(), nested ? kMostNested : 0);
+        const int opened = value.count(QLatin1Char('<')) + value.count(QLatin1Char('('));
+        // Within an entity the parser's depth is not watched.
+        const qint64 cost = opened > kMostOpened
+                                ? kMostExpanded + 1
+                                : std::max<qint64>(value.size(), nested ? kMostNested : 0);
         m_costs[match.captured(1)] = std::max(cost, m_costs.value(match.captured(1)));
         m_greatest = std::max(cost, m_greatest);
     }

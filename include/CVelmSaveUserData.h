@@ -5,6 +5,10 @@
 #include <QSqlDatabase>
 #include <QString>
 
+namespace velm::detail {
+class GlobalParamStore;
+}
+
 /// Small values of the user in a SQLite file beside the host program: "cad.dat" for "cad.exe".
 /// A value has two keys, a type and a name. Keys and values go into statements as they are, so one
 /// that holds a single quote cannot be stored (false) or read (empty). What fails is shown in a
@@ -30,14 +34,23 @@ public:
     bool setPathRecord(const QString& type, const QString& name, const QString& value);
 
 private:
+    friend class CVelmSystemGlobal;
+    friend class velm::detail::GlobalParamStore;
     friend class UserDataPeer;
 
     explicit CVelmSaveUserData(const QString& file);
     Q_DISABLE_COPY(CVelmSaveUserData)
 
+    /// Makes what keeps the instance, without the instance: whoever uses it at its end is to be the
+    /// younger one.
+    static void prepareInstance();
+
+    /// userInput() that tells a failure, false, from a value that is not there, empty.
+    bool readUserInput(const QString& type, const QString& name, QString& value);
+
     bool initSaveUserData(const QString& file);
     void createIfMissing(const QString& table);
-    QString read(const QString& table, const QString& type, const QString& name);
+    bool read(const QString& table, const QString& type, const QString& name, QString& value);
     bool write(const QString& table, const QString& type, const QString& name,
                const QString& value);
 

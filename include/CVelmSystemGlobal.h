@@ -63,7 +63,7 @@ public:
     /// Saves what was loaded or set since to the user's copy and, with @p flag, to the shipped
     /// default too. Members that still have their default and were not loaded are not written, nor
     /// is anything if that holds for all of them. Other keys of the stored text stay.
-    /// @return false if it could not be stored; the older text is there then
+    /// @return false if a text could not be stored; it is the older one then
     bool saveGlobalParam(bool flag) const;
     /// The data format of exactly that name in g_VelmGlobalParam; false if there is none.
     bool getDataFormat(const QString& name, VelmDataFormat& format);

@@ -62,6 +62,8 @@ TEST_F(Dictionaries, ComeFromTablesAndPipeRows)
 {
     runSql({u"create table tb_路面 (code int, value text)"_s,
             u"insert into tb_路面 values (2, '水泥'), (1, 'Road'), (2, '沥青')"_s,
+            u"create table Tbl_材料（旧） (code text, value text)"_s,
+            u"insert into Tbl_材料（旧） values ('1', '钢')"_s,
             u"create table TBL_A (code text, value text)"_s,
             u"insert into TBL_A values ('a', 'table')"_s,
             u"create table other (code text, value text)"_s,
@@ -84,6 +86,7 @@ TEST_F(Dictionaries, ComeFromTablesAndPipeRows)
     EXPECT_EQ(map, (QMap<QString, QString>{{u"1"_s, u"Road"_s}, {u"2"_s, u"沥青"_s}}));
     EXPECT_EQ(manager.getCodeValue(u"管材"_s, u"-"_s), (QStringList{u"0-a"_s, u"1-"_s, u"2-c"_s}));
     EXPECT_EQ(manager.getCodeValue(u"TBL_A"_s, u"="_s), QStringList{u"0=pipe"_s});
+    EXPECT_EQ(manager.getCodeValue(u"Tbl_材料（旧）"_s, u":"_s), QStringList{u"1:钢"_s});
     EXPECT_EQ(manager.getCodeValue(u"unknown"_s, u"="_s), QStringList());
     EXPECT_EQ(querySql(u"select count(*) from TBL_A"_s), QStringList{u"1"_s});
 }

@@ -1,3 +1,4 @@
+#include "config/GlobalParamBinding.h"
 #include "config/GlobalParamStore.h"
 #include "CVelmMessage.h"
 #include "CVelmReadGlobaldefinesTable.h"
@@ -8,6 +9,7 @@
 #include "support/TemporaryRoot.h"
 #include "support/Text.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <memory>
@@ -161,8 +163,8 @@ TEST_F(GlobalParam, NeverSavesDefaultsOverTheUsersRecord)
     EXPECT_TRUE(m_store.save(m_param, true));
     EXPECT_EQ(stored(), QString()) << "nothing was loaded or set";
 
-    const QString broken = u"{\"CommandInfo\":"_s;
-    store(broken);
+    const QString broken = u"{\"CommandInfo\":'"_s;
+    store(u"{\"CommandInfo\":''"_s);
     ASSERT_FALSE(m_store.load(m_param));
     EXPECT_TRUE(m_store.save(m_param, false));
     EXPECT_EQ(stored(), broken);
@@ -184,4 +186,35 @@ TEST_F(GlobalParam, SettingsOfAnotherProgramSurvive)
     EXPECT_TRUE(m_store.save(m_param, false));
     EXPECT_EQ(stored(),
               u"{\"SortRule\":{\"SortMode\":9},\"DrawModeParam\":{\"KeepPolyline\":false}}"_s);
+    store(u"{\"DrawModeParam\":{\"KeepPolyline\":true}}"_s);
+    m_param.m_sortRule.m_SortDir2 = 1;
+    m_param.m_annNameMap.m_nameForamt = u"x"_s + QChar(0xD800);  // half of a pair
+    EXPECT_TRUE(m_store.save(m_param, false));
+    EXPECT_TRUE(stored().contains(u"\"KeepPolyline\":true"_s))
+        << "saved before, so no change of ours";
+    EXPECT_TRUE(stored().contains(u"\"SortDir2\":1"_s));
+}
+
+TEST_F(GlobalParam, KeepsTheRecordOfAUserThatCannotBeReadNow)
+{
+    store(u"{\"Mine\":1}"_s);
+    runSql({u"alter table UserInput rename to Hidden"_s}, QString::fromUtf16(kFile));
+    m_param.m_sortRule.m_SortMode = 5;
+    EXPECT_FALSE(m_store.save(m_param, false));
+    EXPECT_FALSE(userData->setUserInput(u"t"_s, u"n"_s, u"v"_s));
+    runSql({u"alter table Hidden rename to UserInput"_s}, QString::fromUtf16(kFile));
+    EXPECT_EQ(stored(), u"{\"Mine\":1}"_s);
+    EXPECT_TRUE(m_store.save(m_param, false));
+    EXPECT_EQ(stored(), u"{\"Mine\":1,\"SortRule\":{\"SortMode\":5}}"_s);
+}
+
+TEST(GlobalParamKeys, AreThoseOfTheSampleSet)
+{
+    QFile sample(QStringLiteral(VELM_SAMPLE_PARAMETERS));
+    ASSERT_TRUE(sample.open(QIODevice::ReadOnly));
+    const auto document = velm::detail::json::parse(QString::fromUtf8(sample.readAll()));
+    VelmGlobalParam read;
+    velm::detail::json::read(document, read);
+    EXPECT_EQ(velm::detail::json::toText(velm::detail::json::toDocument(read)),
+              velm::detail::json::toText(document));
 }

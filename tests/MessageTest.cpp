@@ -1,6 +1,8 @@
 #include "common/MessageHandler.h"
+#include "CVelmBaseObject.h"
 #include "CVelmEvent.h"
 #include "CVelmMessage.h"
+#include "CVelmObjectManager.h"
 
 #include "support/Boxes.h"
 #include "support/LocalCodec.h"
@@ -76,6 +78,29 @@ TEST(Event, IsAskedAndAnsweredBySignals)
         });
     EXPECT_EQ(event->UpdateEntArea(u"g"_s, true), (QMap<QString, QVariant>{{u"g"_s, true}}));
     QObject::disconnect(connection);
+}
+
+TEST(BaseObject, SharesItsPrivateObjectWithCopies)
+{
+    struct Data : CVelmBaseObjectPrivate
+    {
+        explicit Data(int& gone) : m_gone(gone) {}
+        ~Data() override { ++m_gone; }
+        int& m_gone;
+    };
+    struct Object : CVelmBaseObject
+    {
+        explicit Object(CVelmBaseObjectPrivate* data) : CVelmBaseObject(data) {}
+    };
+    int gone = 0;
+    {
+        const Object object(new Data(gone));
+        Object copy(nullptr);
+        copy = object;
+        EXPECT_EQ(copy.velmObjectGuid(), QString());
+    }
+    EXPECT_EQ(gone, 1);
+    EXPECT_TRUE(CVelmObjectManager::Instance()->RegisterClassW(nullptr));
 }
 
 namespace {

@@ -49,21 +49,22 @@ TEST_F(ModuleTest, StartsOnceWithBundleAndCompanion)
     bring({hostName(), libraryName(), kBundle});
     EXPECT_EQ(host({u"start"_s}, true).output,
               u"box 0 错误信息: 无法找到文件[adapter_qtinit.dll]\nnot started\n"
-              "box 0 错误信息: 无法找到文件[adapter_qtinit.dll]\nnot started\nCancel\nstopped"_s);
+              "box 0 错误信息: 无法找到文件[adapter_qtinit.dll]\nnot started\n"
+              "Cancel\nbefore 1 0\nstopped 0 0"_s);
     bring({kCompanion});
     const QString started = u"started\nstarted\n"
                             "Warning: File:host.cpp Function:start Line:1 Content:logged\n"_s;
-    EXPECT_EQ(host({u"start"_s}, true).output, started + u"取消\nstopped"_s);
-    EXPECT_EQ(host({u"start"_s}).output, started + u"取消\nstopped"_s) << "started by itself";
+    const QString whole = started + u"取消\nbefore 1 1\nstopped 0 0"_s;
+    EXPECT_EQ(host({u"start"_s}, true).output, whole);
+    EXPECT_EQ(host({u"start"_s}).output, whole) << "started by itself";
 
+    const QString bare = u"box 40010 错误: 初始化资源文件失败！！！\n"_s + started
+                         + u"Cancel\nbefore 0 1\nstopped 0 0"_s;
     ASSERT_TRUE(QFile::remove(hostFolder() + QLatin1Char('/') + kBundle));
     EXPECT_EQ(host({u"start"_s}, true).output,
-              u"box 40010 错误: 无法找到资源文件[VelmResource.rcc\n"
-              "box 40010 错误: 初始化资源文件失败！！！\n"_s
-                  + started + u"Cancel\nstopped"_s);
+              u"box 40010 错误: 无法找到资源文件[VelmResource.rcc\n"_s + bare);
     writeFile(u"config/sub/velmresource.rcc"_s, "no bundle");
-    EXPECT_EQ(host({u"start"_s}, true).output,
-              u"box 40010 错误: 初始化资源文件失败！！！\n"_s + started + u"Cancel\nstopped"_s)
+    EXPECT_EQ(host({u"start"_s}, true).output, bare)
         << "found on the search paths, which come first";
 }
 

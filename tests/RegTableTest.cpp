@@ -63,8 +63,11 @@ TEST_F(RegTable, GivesBackWhatWasWritten)
     m_table.writeReg(1, u"HKEY_CURRENT_USER\\..\\..\\escaped/x"_s, u"n"_s);
     EXPECT_TRUE(
         QFile::exists(path(u"velm/registry/HKEY_CURRENT_USER/%2E%2E/%2E%2E/escaped%2Fx.ini"_s)));
-    EXPECT_EQ(roundTrip(4294967301L), 5L) << "cut to 32 bits";
 #endif
+    m_table.writeReg(u"4294967301"_s, m_key, u"long"_s);
+    long cut = 0;
+    m_table.readReg(cut, m_key, u"long"_s);
+    EXPECT_EQ(cut, 5L) << "cut to 32 bits";
 }
 
 TEST_F(RegTable, ReadsZeroForWhatIsMissingOrDoesNotConvert)

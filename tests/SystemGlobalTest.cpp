@@ -1,4 +1,5 @@
 #include "CVelmSystemGlobal.h"
+#include "VelmGlobalParam.h"
 
 #include "support/Printers.h"
 #include "support/TemporaryRoot.h"
@@ -85,6 +86,17 @@ TEST_F(SystemGlobalTest, PutsTheHostsPathsBeforeItsOwnAndKeepsEachOnce)
     EXPECT_FALSE(system().addSearchPath(QString()));
     const QStringList paths = system().getSearchPaths();
     EXPECT_EQ(paths.mid(paths.size() - 4), QStringList({path(u"一"_s), path(u"two"_s)}) + own);
+}
+
+TEST_F(SystemGlobalTest, FindsDataFormatsByTheirExactNames)
+{
+    g_VelmGlobalParam.m_dataFormatArray = {{0, u"Point"_s, u","_s}, {1, u"点"_s, u" "_s}};
+    VelmDataFormat format;
+    EXPECT_TRUE(system().getDataFormat(u"点"_s, format));
+    EXPECT_EQ(format.m_splitSymbol, u" "_s);
+    EXPECT_FALSE(system().getDataFormat(u"point"_s, format));
+    EXPECT_EQ(format.m_tableDirection, 1);
+    g_VelmGlobalParam = VelmGlobalParam();
 }
 
 TEST_F(SystemGlobalTest, FindsTheFoldersOfLoadedModules)

@@ -58,6 +58,17 @@ TEST(Threads, MeetAtOneInstance)
 namespace {
 
 QMap<QString, int> lineCounts;  // on purpose without a lock: the handler has one
+std::atomic<int> inCallback{0};
+std::atomic<bool> alone{true};
+
+void count(const QString& line)
+{
+    if (++inCallback != 1)
+        alone = false;
+    std::this_thread::yield();
+    ++lineCounts[line];
+    --inCallback;
+}
 
 }  // namespace
 
@@ -65,8 +76,7 @@ TEST(Threads, LogOneLineAtATime)
 {
     constexpr int kThreads = 8;
     constexpr int kLines = 500;
-    CVelmSystemGlobal::Instance()->installMessageHandler(
-        [](const QString& line) { ++lineCounts[line]; });
+    CVelmSystemGlobal::Instance()->installMessageHandler(count);
     std::vector<std::thread> threads;
     for (int i = 0; i < kThreads; ++i) {
         threads.emplace_back([i] {
@@ -77,6 +87,7 @@ TEST(Threads, LogOneLineAtATime)
     for (std::thread& thread : threads)
         thread.join();
     CVelmSystemGlobal::Instance()->installMessageHandler(nullptr);
+    EXPECT_TRUE(alone);
     EXPECT_EQ(lineCounts.size(), kThreads);
     for (int i = 0; i < kThreads; ++i)
         EXPECT_EQ(lineCounts[u"Debug: File:a.cpp Function:f Line:%1 Content:测绘"_s.arg(i)],

@@ -15,13 +15,11 @@ using namespace velm::detail;
 
 std::atomic<int> startedThreads{0};  // since the library is in the process, less those that ended
 bool loadedWithProcess = false;
-bool savedWithApplication = false;
 
 /// While all threads still run, unlike later in DllMain.
 void saveWithApplication()
 {
     CVelmSystemGlobal::Instance()->saveGlobalParam(false);
-    savedWithApplication = true;
 }
 
 void enter(HINSTANCE library, bool withProcess)
@@ -48,7 +46,7 @@ void leave()
 void endWithProcess()
 {
     const bool alone = loadedWithProcess && startedThreads == 0;
-    if (alone && !savedWithApplication)
+    if (alone)
         module::stop();
     silenceMessages();
     leaveSingletonsToSystem = !alone;

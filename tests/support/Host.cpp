@@ -35,6 +35,14 @@ CVelmSystemGlobal& system()
     return *CVelmSystemGlobal::Instance();
 }
 
+/// Whether the bundle is registered and the companion loaded.
+void printState(const char* when)
+{
+    const bool bundle = QFile::exists(QStringLiteral(":/Translation/qt_zh_CN.qm"));
+    const bool companion = system().addSearchPathByDllName(QStringLiteral("adapter_qtinit.dll"), 0);
+    print(QStringLiteral("%1 %2 %3").arg(QLatin1String(when)).arg(bundle).arg(companion));
+}
+
 int start(const QStringList&)
 {
     system().installMessageHandler(print);
@@ -43,9 +51,10 @@ int start(const QStringList&)
                                                : QStringLiteral("not started"));
     QMessageLogger("host.cpp", 1, "start").warning("logged");
     print(QCoreApplication::translate("QPlatformTheme", "Cancel"));
+    printState("before");
     CVelmSystemGlobal::stopModule();
     CVelmSystemGlobal::stopModule();
-    print(QStringLiteral("stopped"));
+    printState("stopped");
     return 0;
 }
 

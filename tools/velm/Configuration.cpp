@@ -14,18 +14,23 @@
 
 namespace {
 
-/// Why a table cannot be read to its end with the columns that it needs; empty if it can.
-QString whyTableUnreadable(CVelmDatabase& database, const QString& columns, const QString& table)
+/// Why a query cannot be read to its end; empty if it can.
+QString whyFails(CVelmDatabase& database, const QString& query)
 {
     QVector<QMap<QString, QVariant>> rows;
-    database.executeSql(QStringLiteral("select ") + columns + QStringLiteral(" from ") + table,
-                        rows);
+    database.executeSql(QStringLiteral("select ") + query, rows);
     return database.getLastErrorText();
 }
 
 }  // namespace
 
-QString Configuration::whyUnreadable(const QString& path)
+QStringList Configuration::systemTables()
+{
+    return {QStringLiteral("CODE, NAME, LTYPE, WIDTH, [TABLE], USECODE from indexini"),
+            QStringLiteral("CODE, LAYER, ENTTYPE, PAR1, PAR2, TEXT from Workdef")};
+}
+
+QString Configuration::whyUnreadable(const QString& path, const QStringList& tables)
 {
     const QFileInfo file(path);
     if (!file.exists())
@@ -37,13 +42,12 @@ QString Configuration::whyUnreadable(const QString& path)
     CVelmDatabase database;
     if (database.initDatabase(path, QString()) != Velm::VelmOk)
         return QStringLiteral("it cannot be opened as a database");
-    QString problem =
-        whyTableUnreadable(database, QStringLiteral("CODE, NAME, LTYPE, WIDTH, [TABLE], USECODE"),
-                           QStringLiteral("indexini"));
-    if (!problem.isEmpty())
-        return problem;
-    return whyTableUnreadable(database, QStringLiteral("CODE, LAYER, ENTTYPE, PAR1, PAR2, TEXT"),
-                              QStringLiteral("Workdef"));
+    for (const QString& table : tables) {
+        QString problem = whyFails(database, table);
+        if (!problem.isEmpty())
+            return problem;
+    }
+    return QString();
 }
 
 int Configuration::selectRoot(const Arguments& arguments)
@@ -72,7 +76,7 @@ int Configuration::open(const Arguments& arguments, Configuration& configuration
     if (selected != ExitFine)
         return selected;
     const QString path = CVelmSystemGlobal::Instance()->getSystemConfigDb();
-    const QString problem = whyUnreadable(path);
+    const QString problem = whyUnreadable(path, systemTables());
     if (!problem.isEmpty()) {
         console::tell(QStringLiteral("cannot open \"") + path + QStringLiteral("\": ") + problem);
         return ExitCannotOpen;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class Arguments;
 class CVelmIndex;
@@ -17,8 +18,11 @@ public:
     /// Makes the root that --root or VELM_ROOT names the library's; answers as open() does.
     static int selectRoot(const Arguments& arguments);
 
-    /// Why the system configuration database at @p path cannot be read; empty if it can.
-    static QString whyUnreadable(const QString& path);
+    /// Why the database at @p path, or one of the tables that it needs, cannot be read; empty if
+    /// all can. Each of @p tables is a query without its "select".
+    static QString whyUnreadable(const QString& path, const QStringList& tables);
+    /// What the system configuration database needs.
+    static QStringList systemTables();
 
     const CVelmIndex& index() const { return *m_index; }
     const CVelmWork& work() const { return *m_work; }

@@ -10,6 +10,8 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLibrary>
+#include <QResource>
 #include <QSqlDatabase>
 #include <QSysInfo>
 #include <QTextCodec>
@@ -65,7 +67,7 @@ bool configurationHoldsChinese()
 
 bool isReadable(const QString& database)
 {
-    return Configuration::whyUnreadable(database).isEmpty();
+    return Configuration::whyUnreadable(database, Configuration::systemTables()).isEmpty();
 }
 
 /// On Windows Qt calls the codec "System" whatever the code page is, so it is known by what it
@@ -128,53 +130,76 @@ QString withAccess(const QString& path)
 void examineConfiguration(QVector<Finding>& findings)
 {
     Group group(findings, "configuration", "Configuration");
-    group.fine("root", "root", withAccess(system().getSystemRootRoute()));
+    const QString named = qEnvironmentVariable("VELM_ROOT");
+    const bool ignored = !named.isEmpty() && !QFileInfo(named).isDir();
+    group.add("root", "root", withAccess(system().getSystemRootRoute()),
+              ignored ? Finding::Warning : Finding::Fine,
+              QStringLiteral("VELM_ROOT names no folder: \"%1\"").arg(named));
     const QString systemDb = system().getSystemConfigDb();
-    const QString problem = Configuration::whyUnreadable(systemDb);
+    const QString problem = Configuration::whyUnreadable(systemDb, Configuration::systemTables());
     group.add(
         "system", "system database", withAccess(systemDb),
         problem.isEmpty() ? Finding::Fine : Finding::Error,
         problem
             + QStringLiteral("; --root DIR or VELM_ROOT names the folder that holds \"config\""));
     const QString pipeDb = system().getPipeConfigDb();
+    const QString pipeProblem =
+        Configuration::whyUnreadable(pipeDb, {QStringLiteral("NAME from SYS_DICTIONARY")});
     group.add("pipe", "pipe database", withAccess(pipeDb),
-              QFileInfo(pipeDb).isFile() ? Finding::Fine : Finding::Warning,
-              QStringLiteral("pipe codes and dictionaries are unknown without it"));
+              pipeProblem.isEmpty() ? Finding::Fine : Finding::Warning,
+              pipeProblem
+                  + QStringLiteral("; pipe tables and dictionaries are unknown without it"));
     const QStringList paths = system().getSearchPaths();
     for (int i = 0; i < paths.size(); ++i)
         group.add("searchpath", i == 0 ? "search paths" : "", withAccess(paths.at(i)),
                   QFileInfo(paths.at(i)).isDir() ? Finding::Fine : Finding::Note, QString());
 }
 
+bool isBundle(const QString& path)
+{
+    // Under a root of its own, so that the bundle in use is left alone.
+    const QString place = QStringLiteral("/velm-doctor");
+    return QResource::registerResource(path, place) && QResource::unregisterResource(path, place);
+}
+
 void examineStart(QVector<Finding>& findings)
 {
     Group group(findings, "start", "Start");
     const auto addFile = [&group](const char* id, const char* label, const char* name,
-                                  Finding::State without, const char* loss) {
+                                  bool (*works)(const QString& path), const char* loss) {
         const QString path = CVelmSystemGlobal::findModuleFile(QLatin1String(name));
+        const bool fine = !path.isEmpty() && works(path);
+        const QString what = path.isEmpty()
+                                 ? QStringLiteral("it is installed beside the library; without it ")
+                                 : QStringLiteral("it is damaged; without a sound one ");
         group.add(id, label,
                   path.isEmpty() ? QLatin1String(name) + QStringLiteral(" (missing)")
                                  : QDir::toNativeSeparators(path),
-                  path.isEmpty() ? without : Finding::Fine,
-                  QStringLiteral("it is installed beside the library; without it ")
-                      + QString::fromUtf8(loss));
+                  fine ? Finding::Fine : Finding::Error, what + QString::fromUtf8(loss));
     };
-    addFile("bundle", "resource bundle", "VelmResource.rcc", Finding::Error,
+    addFile("bundle", "resource bundle", "VelmResource.rcc", isBundle,
             "dialogs are not in Chinese");
-    addFile("companion", "companion", "adapter_qtinit.dll", Finding::Error,
-            "the library does not start");
+    addFile(
+        "companion", "companion", "adapter_qtinit.dll",
+        [](const QString& path) { return QLibrary(path).load(); },
+        "the library does not start as it should");
+}
+
+/// SQLite needs the folder too, for its journal.
+bool canBeWritten(const QFileInfo& file)
+{
+    return QFileInfo(file.path()).isWritable()
+           && (!file.exists() || (file.isFile() && file.isWritable()));
 }
 
 void examineUser(QVector<Finding>& findings)
 {
     Group group(findings, "user", "User");
     const QFileInfo file(CVelmSaveUserData::fileName());
-    const bool writable =
-        file.exists() ? file.isFile() && file.isWritable() : QFileInfo(file.path()).isWritable();
     group.add("store", "store of this program",
               QDir::toNativeSeparators(file.filePath())
                   + (file.exists() ? QString() : QStringLiteral(" (not made yet)")),
-              writable ? Finding::Fine : Finding::Warning,
+              canBeWritten(file) ? Finding::Fine : Finding::Warning,
               QStringLiteral("it cannot be written, so settings of the user are not kept"));
 }
 
