@@ -34,18 +34,29 @@ add_library(velm_objects OBJECT
     data/SqlText.cpp
     data/Statement.cpp
     data/XmlEntities.cpp
+    config/CVelmAnnotate.cpp
+    config/CVelmAreaLine.cpp
+    config/CVelmAttribute.cpp
+    config/CVelmAttributeDB.cpp
+    config/CVelmAttributeDef.cpp
+    config/CVelmCmdSetting.cpp
+    config/CVelmCodeManager.cpp
     config/CVelmConfigManager.cpp
+    config/CVelmFrame.cpp
     config/CVelmIndex.cpp
     config/CVelmIndexDB.cpp
     config/CVelmIndexIni.cpp
     config/CVelmReadGlobaldefinesTable.cpp
+    config/CVelmRecordManager.cpp
     config/CVelmSystemGlobal.cpp
     config/CVelmTBLManager.cpp
     config/CVelmWork.cpp
     config/CVelmWorkDB.cpp
     config/CVelmWorkDef.cpp
     config/ConfigJson.cpp
+    config/ConfigRecord.cpp
     config/DefinitionFile.cpp
+    config/FieldConversion.cpp
     config/GlobalParamStore.cpp
     config/SystemConfig.cpp)
 set_target_properties(velm_objects PROPERTIES

@@ -2,9 +2,11 @@
 
 #include "common/Json.h"
 
+#include <QMap>
 #include <QVector>
 
 #include <cmath>
+#include <optional>
 #include <tuple>
 #include <type_traits>
 
@@ -15,8 +17,9 @@
 ///         VELM_JSON(m_frameWidth, "FrameWidth"),
 ///         VELM_JSON(m_frameHeight, "FrameHeight"))
 ///
-/// Members may be bool, int, enumerations, double, QString, QStringList, bound records, and QVector
-/// of these. A key that is missing or has a value of the wrong type leaves its member as it was.
+/// Members may be bool, int, enumerations, double, QString, bound records, and lists of these; to
+/// be read only, also maps of them by key and values that may be missing (std::optional). A key
+/// that is missing or has a value of the wrong type leaves its member as it was.
 namespace velm::detail::json {
 
 /// One bound member.
@@ -81,9 +84,37 @@ public:
         return true;
     }
 
-    /// QVector or QStringList. Elements of the wrong type are left out.
+    /// A value that may be missing: it is there once it could be read.
+    template<class Type>
+    bool read(const Value& json, std::optional<Type>& value)
+    {
+        Type present{};
+        if (!read(json, present))
+            return false;
+        value = present;
+        return true;
+    }
+
+    /// An object whose keys are not known. Values of the wrong type are left out.
+    template<class Type>
+    bool read(const Value& json, QMap<QString, Type>& map)
+    {
+        if (!json.IsObject())
+            return fail("not object");
+        map.clear();
+        for (const auto& member : json.GetObject()) {
+            const QString key = toQString(member.name);
+            const Step step(*this, key);
+            Type value{};
+            if (read(member.value, value))
+                map.insert(key, value);
+        }
+        return true;
+    }
+
+    /// QVector, QList or QStringList. Elements of the wrong type are left out.
     template<class List>
-    std::enable_if_t<std::is_class_v<typename List::value_type>, bool> read(const Value& json,
+    std::enable_if_t<!std::is_void_v<typename List::value_type>, bool> read(const Value& json,
                                                                             List& list)
     {
         if (!json.IsArray())
@@ -187,7 +218,7 @@ template<class Record, class = decltype(Binding<Record>::members())>
 Value write(const Record& record, Allocator& allocator);
 
 template<class List>
-std::enable_if_t<std::is_class_v<typename List::value_type>, Value> write(const List& list,
+std::enable_if_t<!std::is_void_v<typename List::value_type>, Value> write(const List& list,
                                                                           Allocator& allocator)
 {
     Value array(rapidjson::kArrayType);

@@ -1,13 +1,21 @@
 #include "CVelmConfigManager.h"
 
 #include "common/Singleton.h"
+#include "config/CVelmAttributeDB.h"
+#include "config/CVelmAttributeDef.h"
 #include "config/CVelmIndexDB.h"
 #include "config/CVelmIndexIni.h"
 #include "config/CVelmWorkDB.h"
 #include "config/CVelmWorkDef.h"
 #include "config/SystemConfig.h"
+#include "CVelmAnnotate.h"
+#include "CVelmAreaLine.h"
+#include "CVelmCmdSetting.h"
 #include "CVelmDatabase.h"
+#include "CVelmFrame.h"
+#include "CVelmRecordManager.h"
 #include "CVelmSystemGlobal.h"
+#include "CVelmTBLManager.h"
 
 namespace {
 
@@ -27,6 +35,7 @@ CVelmConfigManager* CVelmConfigManager::Instance()
 }
 
 CVelmConfigManager::CVelmConfigManager()
+    : m_frame(new CVelmFrame), m_annotate(new CVelmAnnotate), m_cmdSetting(new CVelmCmdSetting)
 {
     flushVelmConfig();
 }
@@ -38,15 +47,26 @@ bool CVelmConfigManager::flushVelmConfig()
     deleteAndNull(m_workDB);
     deleteAndNull(m_workDef);
     deleteAndNull(m_indexIni);
+    deleteAndNull(m_areaLine);
+    deleteAndNull(m_attributeDB);
+    deleteAndNull(m_attributeDef);
+    deleteAndNull(m_tblManager);
+    deleteAndNull(m_recordManager);
 
     m_workDB = new CVelmWorkDB;
     m_indexDB = new CVelmIndexDB;  // the old one is abandoned on purpose
+    m_areaLine = new CVelmAreaLine;
+    m_tblManager = new CVelmTBLManager;
+    m_attributeDB = new CVelmAttributeDB;
+    m_recordManager = new CVelmRecordManager;
 
     CVelmDatabase database;
     if (velm::detail::openSystemConfig(database) != Velm::VelmOk)
         return false;
+    m_areaLine->initVelmAreaLineConfig(database);
     m_indexDB->load(database);
     m_workDB->initVelmWork(database);
+    m_attributeDB->initVelmAttribute(database);
     switchVersion(m_version);
     return true;
 }
@@ -57,6 +77,10 @@ void CVelmConfigManager::switchVersion(Velm::Version version)
     CVelmSystemGlobal::Instance()->m_version = version;
     if (usesDatabase())
         return;
+    if (!m_attributeDef) {
+        m_attributeDef = new CVelmAttributeDef;
+        m_attributeDef->initVelmAttribute();
+    }
     if (!m_workDef) {
         m_workDef = new CVelmWorkDef;
         m_workDef->initVelmWork();
@@ -89,4 +113,16 @@ const CVelmWork* CVelmConfigManager::GetVelmWork() const
     if (usesDatabase())
         return m_workDB;
     return m_workDef;
+}
+
+CVelmAttribute* CVelmConfigManager::GetVelmAttribute()
+{
+    if (usesDatabase())
+        return m_attributeDB;
+    return m_attributeDef;
+}
+
+const CVelmAttribute* CVelmConfigManager::GetVelmAttribute() const
+{
+    return m_attributeDB;
 }

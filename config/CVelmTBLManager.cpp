@@ -1,5 +1,6 @@
 #include "CVelmTBLManager.h"
 
+#include "config/SystemConfig.h"
 #include "CVelmDatabase.h"
 #include "CVelmSystemGlobal.h"
 #include "data/ConfigDatabase.h"
@@ -95,8 +96,7 @@ bool CVelmTBLManager::loadTables()
 void CVelmTBLManager::loadPipeDictionaries()
 {
     CVelmDatabase database;
-    const QString path = CVelmSystemGlobal::Instance()->getPipeConfigDb();
-    if (velm::detail::openConfigDatabase(database, path) != Velm::VelmOk)
+    if (velm::detail::openPipeConfig(database) != Velm::VelmOk)
         return;
     const auto rows = database.readTable(QStringLiteral("SYS_DICTIONARY"));
     for (const QMap<QString, QVariant>& row : rows) {

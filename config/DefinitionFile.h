@@ -20,4 +20,10 @@ namespace velm::detail {
 Velm::ErrorStatus readDefinitionFile(const QString& fileName, int fieldCount,
                                      const std::function<void(const QStringList& fields)>& store);
 
+/// Reads a file of the same kind to its end; lines without any text are skipped. @p store gets at
+/// least one field.
+/// @return as above
+Velm::ErrorStatus readDefinitionLines(const QString& fileName,
+                                      const std::function<void(const QStringList& fields)>& store);
+
 }  // namespace velm::detail

@@ -11,6 +11,11 @@ Velm::ErrorStatus openSystemConfig(CVelmDatabase& database)
     return openConfigDatabase(database, CVelmSystemGlobal::Instance()->getSystemConfigDb());
 }
 
+Velm::ErrorStatus openPipeConfig(CVelmDatabase& database)
+{
+    return openConfigDatabase(database, CVelmSystemGlobal::Instance()->getPipeConfigDb());
+}
+
 Velm::ErrorStatus writeSystemConfig(const QString& table, const QMap<QString, QVariant>& values,
                                     const QMap<QString, QVariant>& where)
 {

@@ -15,6 +15,9 @@ namespace velm::detail {
 /// @return VelmOk; VelmDatabaseOpenFailed, also if it does not exist
 Velm::ErrorStatus openSystemConfig(CVelmDatabase& database);
 
+/// Opens the pipe configuration database in the same way.
+Velm::ErrorStatus openPipeConfig(CVelmDatabase& database);
+
 /// Updates the rows of @p table that match @p where, or inserts one of @p where and @p values.
 /// @return VelmOk; the failure of the opening or the write
 Velm::ErrorStatus writeSystemConfig(const QString& table, const QMap<QString, QVariant>& values,

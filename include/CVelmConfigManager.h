@@ -3,9 +3,18 @@
 #include "VelmCommonGlobal.h"
 #include "VelmTypes.h"
 
+class CVelmAnnotate;
+class CVelmAreaLine;
+class CVelmAttribute;
+class CVelmAttributeDB;
+class CVelmAttributeDef;
+class CVelmCmdSetting;
+class CVelmFrame;
 class CVelmIndex;
 class CVelmIndexDB;
 class CVelmIndexIni;
+class CVelmRecordManager;
+class CVelmTBLManager;
 class CVelmWork;
 class CVelmWorkDB;
 class CVelmWorkDef;
@@ -22,8 +31,8 @@ public:
     /// Frees no table: they live until the process ends, which is wanted so.
     virtual ~CVelmConfigManager();
 
-    /// Rebuilds the tables from disk. The old database index is abandoned, not freed, which is
-    /// wanted so.
+    /// Rebuilds the tables from disk, but for frames, annotations and command settings, which stay
+    /// as they are. The old database index is abandoned, not freed, which is wanted so.
     /// @return false if the system configuration database cannot be opened; the tables are empty
     /// then
     bool flushVelmConfig();
@@ -32,13 +41,26 @@ public:
     /// not loaded yet.
     void switchVersion(Velm::Version version);
 
-    // The two forms differ as part of the interface: the non-const index and the const work
-    // definitions follow the version (null if its files were never loaded), their twins are always
-    // those of the database.
+    // The two forms differ as part of the interface: the non-const index and attributes and the
+    // const work definitions follow the version (null if its files were never loaded), their twins
+    // are always those of the database.
     CVelmIndex* GetVelmIndex();
     const CVelmIndex* GetVelmIndex() const;
     CVelmWork* GetVelmWork();
     const CVelmWork* GetVelmWork() const;
+    CVelmAttribute* GetVelmAttribute();
+    const CVelmAttribute* GetVelmAttribute() const;
+
+    CVelmFrame* GetVelmFrame() { return m_frame; }
+    const CVelmFrame* GetVelmFrame() const { return m_frame; }
+    CVelmAreaLine* GetVelmAreaLine() { return m_areaLine; }
+    const CVelmAreaLine* GetVelmAreaLine() const { return m_areaLine; }
+    CVelmAnnotate* GetVelmAnnotate() { return m_annotate; }
+    const CVelmAnnotate* GetVelmAnnotate() const { return m_annotate; }
+    CVelmCmdSetting* GetVelmCmdSetting() { return m_cmdSetting; }
+    const CVelmCmdSetting* GetVelmCmdSetting() const { return m_cmdSetting; }
+    const CVelmTBLManager* GetVelmTBLManager() const { return m_tblManager; }
+    const CVelmRecordManager* GetVelmRecordManager() const { return m_recordManager; }
 
 private:
     CVelmConfigManager();
@@ -49,6 +71,14 @@ private:
     Velm::Version m_version = Velm::VersionDatabase;
     CVelmWorkDB* m_workDB = nullptr;
     CVelmWorkDef* m_workDef = nullptr;
+    CVelmFrame* m_frame = nullptr;
     CVelmIndexDB* m_indexDB = nullptr;
     CVelmIndexIni* m_indexIni = nullptr;
+    CVelmAreaLine* m_areaLine = nullptr;
+    CVelmAnnotate* m_annotate = nullptr;
+    CVelmAttributeDB* m_attributeDB = nullptr;
+    CVelmAttributeDef* m_attributeDef = nullptr;
+    CVelmTBLManager* m_tblManager = nullptr;
+    CVelmCmdSetting* m_cmdSetting = nullptr;
+    CVelmRecordManager* m_recordManager = nullptr;
 };

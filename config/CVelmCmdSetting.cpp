@@ -1,0 +1,110 @@
+#include "CVelmCmdSetting.h"
+
+#include "config/SystemConfig.h"
+#include "CVelmDatabase.h"
+#include "CVelmString.h"
+#include "data/Statement.h"
+
+#include <QSqlDatabase>
+
+using namespace velm::detail;
+
+namespace {
+
+QString table()
+{
+    return QStringLiteral("VelmCmdSetting");
+}
+
+}  // namespace
+
+CVelmCmdSetting::CVelmCmdSetting()
+{
+    load();
+}
+
+CVelmCmdSetting::~CVelmCmdSetting() = default;
+
+void CVelmCmdSetting::load()
+{
+    CVelmDatabase database;
+    if (openSystemConfig(database) != Velm::VelmOk)
+        return;
+    TableReader rows(database.getQSqlDatabase(), table());
+    const int name = rows.column(QStringLiteral("CMDNAME"));
+    const int text = rows.column(QStringLiteral("CMDTEXT"));
+    while (rows.next())
+        m_cache.insert(rows.text(name).toUpper(), CVelmString().Json2Variant(rows.text(text)));
+}
+
+Velm::ErrorStatus CVelmCmdSetting::getCommandSettingString(const QString& cmdName, QString& text)
+{
+    CVelmDatabase database;
+    openSystemConfig(database);  // a database that is not open has no settings
+    text = database
+               .readRecord(table(), QStringLiteral("CmdText"),
+                           {{QStringLiteral("CmdName"), cmdName}}, true)
+               .toString();
+    return text.isEmpty() ? Velm::VelmSettingNotFound : Velm::VelmOk;
+}
+
+Velm::ErrorStatus CVelmCmdSetting::getCommandSettingVariant(const QString& cmdName, QVariant& value)
+{
+    QString text;
+    const Velm::ErrorStatus status = getCommandSettingString(cmdName, text);
+    if (status == Velm::VelmOk)
+        value = CVelmString().Json2Variant(text);
+    return status;
+}
+
+Velm::ErrorStatus CVelmCmdSetting::getCommandSettingVariantMap(const QString& cmdName,
+                                                               QMap<QString, QVariant>& map)
+{
+    QVariant value;
+    const Velm::ErrorStatus status = getCommandSettingVariant(cmdName, value);
+    if (status != Velm::VelmOk)
+        return status;
+    if (value.type() != QVariant::Map)
+        return Velm::VelmSettingConvertFailed;
+    map = value.toMap();
+    return Velm::VelmOk;
+}
+
+Velm::ErrorStatus CVelmCmdSetting::getCommandSettingVariantList(const QString& cmdName,
+                                                                QList<QVariant>& list)
+{
+    QVariant value;
+    const Velm::ErrorStatus status = getCommandSettingVariant(cmdName, value);
+    if (status != Velm::VelmOk)
+        return status;
+    if (value.type() != QVariant::List)
+        return Velm::VelmSettingConvertFailed;
+    list = value.toList();
+    return Velm::VelmOk;
+}
+
+Velm::ErrorStatus CVelmCmdSetting::getCommandSettingStringList(const QString& cmdName,
+                                                               QStringList& list)
+{
+    QList<QVariant> elements;
+    const Velm::ErrorStatus status = getCommandSettingVariantList(cmdName, elements);
+    if (status != Velm::VelmOk)
+        return status;
+    for (const QVariant& element : qAsConst(elements)) {
+        const QString text = element.toString();
+        if (!text.isEmpty())
+            list.append(text);
+    }
+    return Velm::VelmOk;
+}
+
+Velm::ErrorStatus CVelmCmdSetting::getCommandVersion(const QString& cmdName, QStringList& versions)
+{
+    const QString name = cmdName.toUpper();
+    if (m_cache.contains(name))
+        return Velm::VelmNotFound;
+    const QVariant& setting = m_cache[name];  // enters the name, so the next call finds it
+    if (setting.type() == QVariant::Map)
+        versions = setting.toMap().keys();
+    return Velm::VelmOk;
+}

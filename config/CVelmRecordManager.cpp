@@ -1,0 +1,131 @@
+#include "CVelmRecordManager.h"
+
+#include "config/ConfigJson.h"
+#include "config/SystemConfig.h"
+#include "CVelmDatabase.h"
+#include "CVelmReadGlobaldefinesTable.h"
+#include "data/Statement.h"
+
+#include <QSqlDatabase>
+
+using namespace velm::detail;
+
+// clang-format off: a line a member
+VELM_JSON_RECORD(VelmRecordGenusDatabase, VELM_JSON(headerList, "HeaderList"),
+                 VELM_JSON(keyField, "KeyField"), VELM_JSON(fieldType, "FieldType"),
+                 VELM_JSON(fieldDecimal, "FieldDecimal"), VELM_JSON(matchRule, "MatchRule"),
+                 VELM_JSON(showPoint, "ShowPoint"))
+// clang-format on
+
+CVelmRecordManager::CVelmRecordManager()
+{
+    InitPIPSysConfig();
+    InitRecordConfigType();
+    InitRecordConfig();
+}
+
+CVelmRecordManager::~CVelmRecordManager() = default;
+
+bool CVelmRecordManager::InitPIPSysConfig()
+{
+    m_pipeFields.clear();
+    CVelmDatabase database;
+    if (openPipeConfig(database) != Velm::VelmOk)
+        return false;
+    TableReader rows(database.getQSqlDatabase(), QStringLiteral("PIP_SysConfig"));
+    const int type = rows.column(QStringLiteral("FIELDTYPE"));
+    const int name = rows.column(QStringLiteral("FIELDNAME"));
+    while (rows.next())
+        m_pipeFields.insert(rows.value(type).toInt(), rows.text(name));
+    return true;
+}
+
+bool CVelmRecordManager::InitRecordConfigType()
+{
+    m_types.clear();
+    CVelmDatabase database;
+    if (openSystemConfig(database) != Velm::VelmOk)
+        return false;
+    TableReader rows(database.getQSqlDatabase(), QStringLiteral("RecordConfigType"));
+    const int code = rows.column(QStringLiteral("CODE"));
+    const int name = rows.column(QStringLiteral("NAME"));
+    const int extend = rows.column(QStringLiteral("EXTEND"));
+    const int table = rows.column(QStringLiteral("TABLE"));
+    const int type = rows.column(QStringLiteral("TYPE"));
+    while (rows.next())
+        m_types.insert(rows.text(code), {rows.text(code), rows.text(name), rows.text(extend),
+                                         rows.text(table), rows.text(type)});
+    return true;
+}
+
+bool CVelmRecordManager::InitRecordConfig()
+{
+    m_configs.clear();
+    CVelmDatabase database;
+    if (openSystemConfig(database) != Velm::VelmOk)
+        return false;
+    TableReader rows(database.getQSqlDatabase(), QStringLiteral("RecordConfig"));
+    const int code = rows.column(QStringLiteral("CODE"));
+    const int showField = rows.column(QStringLiteral("SHOWFIELD"));
+    const int writeTable = rows.column(QStringLiteral("WRITETABLE"));
+    const int actualField = rows.column(QStringLiteral("ACTUALFIELD"));
+    while (rows.next())
+        m_configs[rows.text(code)].append({rows.text(code), IndexToString(rows.text(showField)),
+                                           rows.text(writeTable),
+                                           IndexToString(rows.text(actualField))});
+    return true;
+}
+
+QString CVelmRecordManager::IndexToString(const QString& text)
+{
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    return isNumber ? getPIPSysConfigInformation(number) : text;
+}
+
+QString CVelmRecordManager::getPIPSysConfigInformation(int type)
+{
+    return m_pipeFields.value(type);
+}
+
+bool CVelmRecordManager::getRecordConfigType(QMap<QString, VelmRecordConfigType>& types) const
+{
+    types = m_types;
+    return !types.isEmpty();
+}
+
+bool CVelmRecordManager::getRecordConfigType(const QString& code, VelmRecordConfigType& type) const
+{
+    const auto it = m_types.constFind(code);
+    if (it == m_types.cend())
+        return false;
+    type = *it;
+    return true;
+}
+
+bool CVelmRecordManager::getRecordConfig(const QString& code,
+                                         QVector<VelmRecordConfig>& configs) const
+{
+    auto it = m_configs.constFind(code);
+    if (it == m_configs.cend())
+        it = m_configs.constFind(QStringLiteral("[Default]"));
+    if (it == m_configs.cend())
+        return false;
+    configs = *it;
+    return true;
+}
+
+bool CVelmRecordManager::getGenusDatabase(VelmRecordGenusDatabase& layout) const
+{
+    QString text;
+    if (!CVelmReadGlobaldefinesTable::Instance()->get_value(QStringLiteral("图属库"), text))
+        return false;
+    const QString what = QStringLiteral("graphic-attribute library");
+    const std::optional<json::Document> document = parseConfigObject(text, what);
+    if (!document)
+        return false;
+    VelmRecordGenusDatabase read;
+    readConfigObject(*document, what, read);
+    layout = read;
+    return true;
+}

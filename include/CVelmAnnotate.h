@@ -1,0 +1,64 @@
+#pragma once
+
+#include "VelmCommonGlobal.h"
+#include "VelmTypes.h"
+
+#include <QMap>
+#include <QString>
+#include <QVariant>
+
+/// How the annotation of one feature code is placed and drawn.
+struct VelmAnnItem
+{
+    int color = 7;    ///< colour index of the work definition
+    int decimal = 0;  ///< digits behind the point
+    QString code;     ///< feature code
+    QString font;
+    double height = 1.0;
+    double rotate = 0.0;
+    double factor = 0.0;  ///< width factor of the font
+    QString place;        ///< placement
+    QString layer;        ///< layer of the work definition
+    double linetype = 0.0;
+    QString text;
+    QMap<QString, QVariant> extdata;  ///< free data
+    Velm::AnnType anntype = Velm::AnnType1;
+    Velm::EntityType enttype = Velm::EntityUnset;
+    Velm::InputType inputtype = Velm::InputUnset;
+};
+
+/// The annotation definitions, from the table "VelmAnnotate" and the work definitions.
+/// Nothing is kept in memory: every query opens the database and reads one row, so whoever needs
+/// several fields asks for the item. One thread at a time. Only the configuration manager makes
+/// one.
+class VELMCOMMON_EXPORT CVelmAnnotate
+{
+public:
+    virtual ~CVelmAnnotate();
+
+    /// @p item gets what the row tells up to a number that is out of range, which ends it. A code
+    /// without a work definition leaves colour and layer alone.
+    /// @return VelmOk; VelmNoData for an unknown code; VelmInvalidValue if INPUT, ANNTYPE or
+    /// ENTTYPE, checked in this order, is out of range; VelmDatabaseOpenFailed
+    Velm::ErrorStatus getAnnotateItem(const QString& code, VelmAnnItem& item);
+
+    // One field of the item, written on success only. Answer like getAnnotateItem().
+    Velm::ErrorStatus getFont(const QString& code, QString& font);
+    Velm::ErrorStatus getPlace(const QString& code, QString& place);
+    Velm::ErrorStatus getDecimal(const QString& code, int& decimal);
+    Velm::ErrorStatus getHeight(const QString& code, double& height);
+    Velm::ErrorStatus getRotate(const QString& code, double& rotate);
+    Velm::ErrorStatus getFactor(const QString& code, double& factor);
+    /// Truncated towards 0.
+    Velm::ErrorStatus getLineType(const QString& code, int& linetype);
+    Velm::ErrorStatus getAnnText(const QString& code, QString& text);
+    Velm::ErrorStatus getAnnType(const QString& code, Velm::AnnType& type);
+    Velm::ErrorStatus getEntType(const QString& code, Velm::EntityType& type);
+    Velm::ErrorStatus getInputType(const QString& code, Velm::InputType& type);
+
+private:
+    friend class CVelmConfigManager;
+
+    CVelmAnnotate();
+    Q_DISABLE_COPY(CVelmAnnotate)
+};

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "VelmCommonGlobal.h"
+
+#include <QMap>
+#include <QString>
+#include <QVector>
+
+class CVelmDatabase;
+
+/// How one area feature, a closed boundary, is drawn and annotated.
+struct VelmAreaLineItem
+{
+    QString code;            ///< feature code, the key
+    double linewidth = 0.0;  ///< width of the boundary
+    QString enttype;         ///< entity type of the boundary, as text
+    QString annrule;         ///< annotation rule
+    QString arearule;        ///< area rule
+    QString groupname;       ///< group it belongs to
+    double linetypescale = 0.0;
+    int hatchcolor = 0;    ///< colour index
+    int hatchbkcolor = 0;  ///< colour index of the background
+};
+
+/// The area-line definitions of all feature codes, from the table "QuobAreaLine".
+/// Codes are compared exactly. Not guarded: one thread at a time. Only the configuration manager
+/// makes one.
+class VELMCOMMON_EXPORT CVelmAreaLine
+{
+public:
+    virtual ~CVelmAreaLine();
+
+    bool isValidCode(const QString& code) const;
+    /// @p item is written for a known code only.
+    bool GetAreaLineItem(VelmAreaLineItem& item, const QString& code) const;
+
+    // For an unknown code the colours are 7, which is wanted so, and the rest 0 or empty.
+    int GetAreaLineHatchColor(const QString& code) const;
+    int GetAreaLineHatchBKColor(const QString& code) const;
+    double GetAreaLineLineWidth(const QString& code) const;
+    double GetAreaLineLineTypeScale(const QString& code) const;
+    QString GetAreaLineEntType(const QString& code);
+    QString GetAreaLineAnnRule(const QString& code);
+    QString GetAreaLineAreaRule(const QString& code);
+    QString GetAreaLineGroupName(const QString& code);
+
+    /// All items in the order of their codes.
+    QVector<VelmAreaLineItem> GetAllAreaLineArray();
+
+    /// Inserts or replaces an item in the database and then in memory.
+    /// @return false if the database refuses; memory stays as it was
+    bool addAreaLineItem(const VelmAreaLineItem& item);
+    /// Inserts or replaces items in the database, each for itself, and loads the whole table again
+    /// if at least one was written.
+    /// @return whether all were written; true for none
+    bool UpdateAreaLine(const QVector<VelmAreaLineItem>& items);
+
+private:
+    friend class CVelmConfigManager;
+    friend class AreaLinePeer;  // tests and benchmarks
+
+    CVelmAreaLine();
+    Q_DISABLE_COPY(CVelmAreaLine)
+
+    /// Replaces all items by the rows of the table; of rows with one code the last counts.
+    /// @return whether nothing was loaded: the sense is inverted, which is wanted so
+    bool initVelmAreaLineConfig(CVelmDatabase& db);
+
+    VelmAreaLineItem item(const QString& code) const;
+
+    QMap<QString, VelmAreaLineItem> m_items;  // by code
+};

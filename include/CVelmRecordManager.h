@@ -1,0 +1,76 @@
+#pragma once
+
+#include "VelmCommonGlobal.h"
+
+#include <QList>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// The record type of a feature code; the texts are those of the table "RecordConfigType".
+struct VelmRecordConfigType
+{
+    QString code;
+    QString name;
+    QString extend;
+    QString table;
+    QString type;
+};
+
+/// One field of a code's records: what is shown, and where it is written.
+struct VelmRecordConfig
+{
+    QString code;
+    QString showField;
+    QString writeTable;
+    QString actualField;
+};
+
+/// The columns of the graphic-attribute library.
+struct VelmRecordGenusDatabase
+{
+    QStringList headerList;
+    QString keyField;
+    QList<int> fieldType;     ///< a Velm::FieldType for each header
+    QList<int> fieldDecimal;  ///< digits behind the point, for each header
+    int matchRule = 0;
+    bool showPoint = false;
+};
+
+/// How feature records are shown and written, read once when it is made.
+/// Codes are compared exactly. One thread at a time.
+class VELMCOMMON_EXPORT CVelmRecordManager
+{
+public:
+    /// What cannot be read is empty.
+    CVelmRecordManager();
+    virtual ~CVelmRecordManager();
+
+    /// The pipe field of that number; empty if there is none.
+    QString getPIPSysConfigInformation(int type);
+
+    /// All record types by code. @return whether there is one
+    bool getRecordConfigType(QMap<QString, VelmRecordConfigType>& types) const;
+    /// The record type of a code; false, and @p type stays, for an unknown one.
+    bool getRecordConfigType(const QString& code, VelmRecordConfigType& type) const;
+    /// The fields of a code, or of "[Default]" if it has none. In showField and actualField numbers
+    /// of pipe fields are replaced by their names.
+    /// @return false, and @p configs stays, if there is neither
+    bool getRecordConfig(const QString& code, QVector<VelmRecordConfig>& configs) const;
+
+    /// The layout of the graphic-attribute library, read from "globaldefines" on every call.
+    /// Members that are missing or of the wrong type have their defaults.
+    /// @return false, and @p layout stays, if there is none or it is no JSON object
+    bool getGenusDatabase(VelmRecordGenusDatabase& layout) const;
+
+private:
+    bool InitPIPSysConfig();
+    bool InitRecordConfigType();
+    bool InitRecordConfig();
+    QString IndexToString(const QString& text);
+
+    QMap<int, QString> m_pipeFields;
+    QMap<QString, VelmRecordConfigType> m_types;         // by code
+    QMap<QString, QVector<VelmRecordConfig>> m_configs;  // by code
+};
