@@ -1,3 +1,4 @@
+#include "support/Tool.h"
 #include "support/Printers.h"
 #include "support/TemporaryRoot.h"
 #include "support/Text.h"
@@ -13,35 +14,6 @@
 #include <QRegularExpression>
 
 namespace {
-
-struct Answer
-{
-    int exitCode = -1;
-    QString output;
-    QString talk;  // standard error
-    QJsonDocument json;
-};
-
-/// The program velm lies beside the tests.
-QString program()
-{
-    return QCoreApplication::applicationDirPath() + u"/velm"_s;
-}
-
-Answer velm(const QStringList& arguments)
-{
-    QProcess process;
-    process.start(program(), arguments);
-    Answer answer;
-    if (!process.waitForFinished(60000))
-        return answer;
-    answer.exitCode = process.exitCode();
-    const QByteArray output = process.readAllStandardOutput();
-    answer.json = QJsonDocument::fromJson(output);
-    answer.output = QString::fromLocal8Bit(output).remove(QLatin1Char('\r'));
-    answer.talk = QString::fromLocal8Bit(process.readAllStandardError());
-    return answer;
-}
 
 QStringList words(const char* text)
 {
@@ -82,6 +54,11 @@ TEST_F(ToolTest, LooksUpCodesByAnyOfTheirNames)
     EXPECT_EQ(house.value(u"code"_s).toString(), u"310301"_s);
     EXPECT_EQ(house.value(u"index"_s).toObject().value(u"gisTable"_s).toString(), u"JMD_PG"_s);
     EXPECT_EQ(house.value(u"work"_s).toObject().value(u"layer"_s).toString(), u"JMD_M"_s);
+    EXPECT_TRUE(house.value(u"annotation"_s).isObject());
+    bool dictionary = false;
+    for (const QJsonValue& field : house[u"table"_s][u"fields"_s].toArray())
+        dictionary = dictionary || field[u"values"_s].toString().startsWith(u"1 "_s);
+    EXPECT_TRUE(dictionary) << "a field shows the values of its dictionary";
     EXPECT_FALSE(json.json.array().at(1).toObject().value(u"found"_s).toBool(true));
 
     const int housesOfTable = velm(words("lookup --by table jmd_pg --json")).json.array().size();

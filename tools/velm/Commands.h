@@ -6,6 +6,7 @@
 /// code.
 namespace commands {
 
+int check(const QStringList& arguments);
 int doctor(const QStringList& arguments);
 int init(const QStringList& arguments);
 int list(const QStringList& arguments);

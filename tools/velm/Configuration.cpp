@@ -81,8 +81,16 @@ int Configuration::open(const Arguments& arguments, Configuration& configuration
         console::tell(QStringLiteral("cannot open \"") + path + QStringLiteral("\": ") + problem);
         return ExitCannotOpen;
     }
-    const CVelmConfigManager* manager = CVelmConfigManager::Instance();
-    configuration.m_index = manager->GetVelmIndex();
-    configuration.m_work = manager->GetVelmWork();
+    configuration.m_manager = CVelmConfigManager::Instance();
     return ExitFine;
+}
+
+const CVelmIndex& Configuration::index() const
+{
+    return *m_manager->GetVelmIndex();
+}
+
+const CVelmWork& Configuration::work() const
+{
+    return *m_manager->GetVelmWork();
 }

@@ -4,6 +4,7 @@
 #include <QStringList>
 
 class Arguments;
+class CVelmConfigManager;
 class CVelmIndex;
 class CVelmWork;
 
@@ -24,10 +25,10 @@ public:
     /// What the system configuration database needs.
     static QStringList systemTables();
 
-    const CVelmIndex& index() const { return *m_index; }
-    const CVelmWork& work() const { return *m_work; }
+    const CVelmConfigManager& manager() const { return *m_manager; }
+    const CVelmIndex& index() const;
+    const CVelmWork& work() const;
 
 private:
-    const CVelmIndex* m_index = nullptr;  // the library's
-    const CVelmWork* m_work = nullptr;
+    const CVelmConfigManager* m_manager = nullptr;  // the library's
 };

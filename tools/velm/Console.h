@@ -36,6 +36,10 @@ QString plain(const QString& text);
 /// is not set.
 QString heading(const QString& text);
 
+/// A patch of the colour with that index of drawings (1 to 255), behind a blank; empty where
+/// heading() sets nothing off.
+QString swatch(int colourIndex);
+
 /// The number of columns that @p text takes on a terminal: two for an East Asian wide character,
 /// none for a combining mark (Unicode Standard Annex 11).
 int displayWidth(const QString& text);

@@ -1,24 +1,204 @@
 #include "FeatureCard.h"
 
+#include "Configuration.h"
 #include "Console.h"
-#include "CVelmString.h"
 
-#include <QJsonArray>
+#include "CVelmAnnotate.h"
+#include "CVelmAreaLine.h"
+#include "CVelmAttribute.h"
+#include "CVelmConfigManager.h"
+#include "CVelmIndex.h"
+#include "CVelmRecordManager.h"
+#include "CVelmTBLManager.h"
+#include "CVelmWork.h"
+
+#include <QJsonDocument>
+
+#include <optional>
 
 namespace {
 
-constexpr int kLabelWidth = 18;
+using Group = std::optional<CardGroup>;
 
-void printField(const char* label, const QString& value)
+QString tableTypeName(int type)
 {
-    const QString shown = value.isEmpty() ? QStringLiteral("-") : console::plain(value);
-    console::print(QStringLiteral("    ") + console::padded(QString::fromLatin1(label), kLabelWidth)
-                   + shown);
+    switch (type) {
+    case Velm::TablePoint:
+        return QStringLiteral("point");
+    case Velm::TableLine:
+        return QStringLiteral("line");
+    case Velm::TableArea:
+        return QStringLiteral("area");
+    case Velm::TableAnnotation:
+        return QStringLiteral("annotation");
+    case Velm::TablePipePoint:
+        return QStringLiteral("pipe point");
+    case Velm::TablePipeLine:
+        return QStringLiteral("pipe line");
+    default:
+        return QString::number(type);
+    }
 }
 
-void printGroup(const char* name)
+QString fieldTypeName(int type)
 {
-    console::print(QStringLiteral("  ") + QString::fromLatin1(name));
+    switch (type) {
+    case Velm::FieldText:
+        return QStringLiteral("text");
+    case Velm::FieldInt:
+        return QStringLiteral("integer");
+    case Velm::FieldLong:
+        return QStringLiteral("long");
+    case Velm::FieldReal:
+        return QStringLiteral("real");
+    case Velm::FieldDate:
+        return QStringLiteral("date");
+    default:
+        return QString::number(type);
+    }
+}
+
+Group indexGroup(const QString& code, const CVelmIndex& index, QString& name)
+{
+    VelmIndexItem item;
+    if (index.getItem(code, item) != Velm::VelmOk)
+        return std::nullopt;
+    name = item.name;
+    Velm::EntityType type = Velm::EntityUnset;
+    index.getEntType(code, type);
+    CardGroup group(QStringLiteral("index"), QStringLiteral("feature"));
+    group.add("name", "name", item.name);
+    group.add("entityType", "entity type", type, entityTypeName(type));
+    group.add("lineType", "line type", item.ltype);
+    group.add("width", "width", item.width);
+    group.add("userCode", "user code", item.usecode);
+    group.add("gisTable", "GIS table", item.table);
+    group.add("extensionTables", "extension tables", item.exttable);
+    return group;
+}
+
+Group workGroup(const QString& code, const CVelmWork& work)
+{
+    VelmWorkItem item;
+    if (work.getWorkItem(code, item) != Velm::VelmOk)
+        return std::nullopt;
+    CardGroup group(QStringLiteral("work"), QStringLiteral("drawing"));
+    group.add("layer", "layer", item.layer);
+    group.addColour("colour", "colour", item.color);
+    group.add("entityType", "entity type", item.enttype, entityTypeName(item.enttype));
+    group.add("parameter1", "parameter 1", item.par1);
+    group.add("parameter2", "parameter 2", item.par2);
+    group.add("text", "text", item.text);
+    return group;
+}
+
+Group areaGroup(const QString& code, const CVelmAreaLine& areas)
+{
+    VelmAreaLineItem item;
+    if (!areas.GetAreaLineItem(item, code))
+        return std::nullopt;
+    CardGroup group(QStringLiteral("area"), QStringLiteral("area"));
+    group.addColour("hatchColour", "hatch colour", item.hatchcolor);
+    group.addColour("hatchBackground", "hatch background", item.hatchbkcolor);
+    group.add("lineWidth", "line width", item.linewidth);
+    group.add("lineTypeScale", "line type scale", item.linetypescale);
+    group.add("entityType", "entity type", item.enttype);
+    group.add("annotationRule", "annotation rule", item.annrule);
+    group.add("areaRule", "area rule", item.arearule);
+    group.add("groupName", "group", item.groupname);
+    return group;
+}
+
+/// The library reads annotations with a non-const object only.
+Group annotationGroup(const QString& code)
+{
+    VelmAnnItem item;
+    CVelmAnnotate* annotate = CVelmConfigManager::Instance()->GetVelmAnnotate();
+    const Velm::ErrorStatus status = annotate->getAnnotateItem(code, item);
+    if (status != Velm::VelmOk && status != Velm::VelmInvalidValue)
+        return std::nullopt;
+    CardGroup group(QStringLiteral("annotation"), QStringLiteral("annotation"));
+    group.add("font", "font", item.font);
+    group.add("place", "place", item.place);
+    group.add("text", "text", item.text);
+    group.add("decimals", "decimals", item.decimal);
+    group.add("height", "height", item.height);
+    group.add("rotation", "rotation", item.rotate);
+    group.add("factor", "factor", item.factor);
+    group.add("lineType", "line type", item.linetype);
+    group.add("inputType", "input type", item.inputtype);
+    group.add("annotationType", "annotation type", item.anntype);
+    group.add("entityType", "entity type", item.enttype, entityTypeName(item.enttype));
+    const QJsonObject data = QJsonObject::fromVariantMap(item.extdata);
+    group.addValue("data", "data", data,
+                   data.isEmpty()
+                       ? QString()
+                       : QString::fromUtf8(QJsonDocument(data).toJson(QJsonDocument::Compact)));
+    if (status == Velm::VelmInvalidValue)
+        group.add("problem", "problem", QStringLiteral("a type is out of range"));
+    return group;
+}
+
+/// The values of a field's dictionary, "1 沥青, 2 混凝土"; its default value if it has none.
+QString valuesOf(const VelmFieldItem& field, const CVelmTBLManager& dictionaries)
+{
+    QVector<QPair<QString, QString>> entries;
+    if (field.m_fieldDict.isEmpty() || !dictionaries.GetDictByTable(field.m_fieldDict, entries))
+        return field.m_fieldDict.isEmpty() ? field.m_defaultValue
+                                           : field.m_fieldDict + QStringLiteral(" (unknown)");
+    QStringList values;
+    for (const auto& entry : qAsConst(entries))
+        values.append(entry.first + QLatin1Char(' ') + entry.second);
+    return values.join(QStringLiteral(", "));
+}
+
+Group tableGroup(const QString& code, const CVelmConfigManager& manager)
+{
+    QString name;
+    VelmTableItem table;
+    if (manager.GetVelmIndex()->getGisTableName(code, name) != Velm::VelmOk
+        || manager.GetVelmAttribute()->getGisTableItem(name, table, VelmAttParam()) != Velm::VelmOk)
+        return std::nullopt;
+    CardGroup group(QStringLiteral("table"), QStringLiteral("GIS table ") + table.tableName);
+    group.add("name", "name", table.tableName);
+    group.add("text", "text", table.tableText);
+    group.add("gisName", "GIS name", table.gisTable);
+    group.add("type", "type", table._tableType, tableTypeName(table._tableType));
+    QVector<QStringList> rows;
+    for (const VelmFieldItem& field : qAsConst(table.fields)) {
+        QString size = field.m_fieldLength > 0 ? QString::number(field.m_fieldLength) : QString();
+        if (field.m_fieldDecimal > 0)
+            size += QLatin1Char('.') + QString::number(field.m_fieldDecimal);
+        rows.append({field.m_fieldName, field.m_fieldText, fieldTypeName(field.m_fieldType), size,
+                     field.m_fieldMust ? QStringLiteral("yes") : QString(),
+                     valuesOf(field, *manager.GetVelmTBLManager())});
+    }
+    group.addRows("fields",
+                  {QStringLiteral("field"), QStringLiteral("text"), QStringLiteral("type"),
+                   QStringLiteral("size"), QStringLiteral("must"), QStringLiteral("values")},
+                  rows);
+    return group;
+}
+
+Group recordGroup(const QString& code, const CVelmRecordManager& records)
+{
+    VelmRecordConfigType type;
+    if (!records.getRecordConfigType(code, type))
+        return std::nullopt;
+    CardGroup group(QStringLiteral("record"), QStringLiteral("record"));
+    group.add("name", "name", type.name);
+    group.add("extend", "extension", type.extend);
+    group.add("table", "table", type.table);
+    group.add("type", "type", type.type);
+    QVector<VelmRecordConfig> fields;
+    records.getRecordConfig(code, fields);
+    QVector<QStringList> rows;
+    for (const VelmRecordConfig& field : qAsConst(fields))
+        rows.append({field.showField, field.writeTable, field.actualField});
+    group.addRows("fields",
+                  {QStringLiteral("shown"), QStringLiteral("table"), QStringLiteral("field")},
+                  rows);
+    return group;
 }
 
 }  // namespace
@@ -37,67 +217,34 @@ QString entityTypeName(int type)
     }
 }
 
-FeatureCard::FeatureCard(const QString& code, const CVelmIndex& index, const CVelmWork& work)
-    : m_code(code)
+FeatureCard::FeatureCard(const QString& code, const Configuration& configuration) : m_code(code)
 {
-    VelmIndexItem indexItem;
-    if (index.getItem(code, indexItem) == Velm::VelmOk) {
-        m_index = indexItem;
-        index.getEntType(code, m_entityType);
+    const CVelmConfigManager& manager = configuration.manager();
+    for (const Group& group :
+         {indexGroup(code, *manager.GetVelmIndex(), m_name),
+          workGroup(code, *manager.GetVelmWork()), areaGroup(code, *manager.GetVelmAreaLine()),
+          annotationGroup(code), tableGroup(code, manager),
+          recordGroup(code, *manager.GetVelmRecordManager())}) {
+        if (group)
+            m_groups.append(*group);
     }
-    VelmWorkItem workItem;
-    if (work.getWorkItem(code, workItem) == Velm::VelmOk)
-        m_work = workItem;
+    m_found = !m_name.isNull() || manager.GetVelmWork()->isValidCode(code);
 }
 
 void FeatureCard::print() const
 {
-    const QString title = m_index ? m_code + QLatin1Char(' ') + m_index->name : m_code;
+    const QString title = m_name.isEmpty() ? m_code : m_code + QLatin1Char(' ') + m_name;
     console::print(console::heading(console::plain(title)));
-    if (m_index) {
-        printGroup("feature");
-        printField("entity type", entityTypeName(m_entityType));
-        printField("line type", m_index->ltype);
-        printField("width", CVelmString::Double2QString(m_index->width));
-        printField("user code", m_index->usecode);
-        printField("GIS table", m_index->table);
-        printField("extension tables", m_index->exttable.join(QStringLiteral(", ")));
-    }
-    if (m_work) {
-        printGroup("drawing");
-        printField("layer", m_work->layer);
-        printField("colour", QString::number(m_work->color));
-        printField("entity type", entityTypeName(m_work->enttype));
-        printField("parameter 1", m_work->par1);
-        printField("parameter 2", m_work->par2);
-        printField("text", m_work->text);
-    }
+    for (const CardGroup& group : m_groups)
+        group.print();
 }
 
 QJsonObject FeatureCard::toJson() const
 {
-    QJsonObject index;
-    if (m_index) {
-        index = {
-            {QStringLiteral("name"), m_index->name},
-            {QStringLiteral("entityType"), m_entityType},
-            {QStringLiteral("lineType"), m_index->ltype},
-            {QStringLiteral("width"), m_index->width},
-            {QStringLiteral("userCode"), m_index->usecode},
-            {QStringLiteral("gisTable"), m_index->table},
-            {QStringLiteral("extensionTables"), QJsonArray::fromStringList(m_index->exttable)}};
-    }
-    QJsonObject work;
-    if (m_work) {
-        work = {{QStringLiteral("layer"), m_work->layer},
-                {QStringLiteral("colour"), m_work->color},
-                {QStringLiteral("entityType"), m_work->enttype},
-                {QStringLiteral("parameter1"), m_work->par1},
-                {QStringLiteral("parameter2"), m_work->par2},
-                {QStringLiteral("text"), m_work->text}};
-    }
-    return {{QStringLiteral("code"), m_code},
-            {QStringLiteral("found"), isFound()},
-            {QStringLiteral("index"), m_index ? QJsonValue(index) : QJsonValue()},
-            {QStringLiteral("work"), m_work ? QJsonValue(work) : QJsonValue()}};
+    QJsonObject card{{QStringLiteral("code"), m_code}, {QStringLiteral("found"), m_found}};
+    for (const char* key : {"index", "work", "area", "annotation", "table", "record"})
+        card.insert(QLatin1String(key), QJsonValue());
+    for (const CardGroup& group : m_groups)
+        card.insert(group.key(), group.toJson());
+    return card;
 }

@@ -1,11 +1,8 @@
 #pragma once
 
-#include "CVelmIndex.h"
-#include "CVelmWork.h"
+#include "CardGroup.h"
 
-#include <QJsonObject>
-
-#include <optional>
+class Configuration;
 
 /// The name of an entity type: "general", "text", "special line", or the number.
 QString entityTypeName(int type);
@@ -15,19 +12,20 @@ class FeatureCard
 {
 public:
     /// Looks @p code up.
-    FeatureCard(const QString& code, const CVelmIndex& index, const CVelmWork& work);
+    FeatureCard(const QString& code, const Configuration& configuration);
 
     /// Whether the index or the work definitions hold the code.
-    bool isFound() const { return m_index || m_work; }
+    bool isFound() const { return m_found; }
 
     /// Prints the card to standard output.
     void print() const;
-    /// Stable keys: code, found, index and work (null where there is none).
+    /// Stable keys: code, found, and one for each group: index, work, area, annotation, table,
+    /// record; null where the configuration tells nothing.
     QJsonObject toJson() const;
 
 private:
     QString m_code;
-    Velm::EntityType m_entityType = Velm::EntityUnset;
-    std::optional<VelmIndexItem> m_index;
-    std::optional<VelmWorkItem> m_work;
+    QString m_name;
+    bool m_found = false;
+    QVector<CardGroup> m_groups;
 };

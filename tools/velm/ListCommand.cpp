@@ -6,7 +6,9 @@
 #include "FeatureCard.h"
 #include "TextTable.h"
 
+#include "CVelmIndex.h"
 #include "CVelmString.h"
+#include "CVelmWork.h"
 
 namespace {
 

@@ -6,6 +6,9 @@
 #include "FeatureCard.h"
 #include "Suggestions.h"
 
+#include "CVelmIndex.h"
+#include "CVelmWork.h"
+
 namespace {
 
 /// What the arguments of the command are.
@@ -27,6 +30,13 @@ std::optional<Key> keyOf(const QString& name)
     return std::nullopt;
 }
 
+bool isDefined(const QString& code, const Configuration& configuration)
+{
+    QString name;
+    return configuration.index().getName(code, name) == Velm::VelmOk
+           || configuration.work().isValidCode(code);
+}
+
 /// The feature codes that one argument stands for; none if it stands for nothing.
 QStringList codesOf(const QString& argument, Key key, const Configuration& configuration)
 {
@@ -39,7 +49,7 @@ QStringList codesOf(const QString& argument, Key key, const Configuration& confi
     if (key == Key::UserCode
         && configuration.index().getCodeByUsercode(argument, code) != Velm::VelmOk)
         return codes;
-    if (FeatureCard(code, configuration.index(), configuration.work()).isFound())
+    if (isDefined(code, configuration))
         codes.append(code);
     return codes;
 }
@@ -97,7 +107,7 @@ public:
         if (codes.isEmpty())
             answerNothing(argument);
         for (const QString& code : codes)
-            answerCard(FeatureCard(code, m_configuration.index(), m_configuration.work()));
+            answerCard(FeatureCard(code, m_configuration));
     }
 
     int finish() const
@@ -125,7 +135,7 @@ private:
         m_missing = true;
         const QStringList suggestions = suggestionsFor(argument, m_key, m_configuration.index());
         if (m_json) {
-            QJsonObject answer = FeatureCard(argument, CVelmIndex(), CVelmWork()).toJson();
+            QJsonObject answer = FeatureCard(argument, m_configuration).toJson();
             answer.insert(QStringLiteral("suggestions"), QJsonArray::fromStringList(suggestions));
             m_answers.append(answer);
             return;

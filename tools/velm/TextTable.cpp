@@ -18,7 +18,7 @@ void TextTable::addRow(const QStringList& cells)
     m_rows.append(row);
 }
 
-void TextTable::print() const
+void TextTable::print(int indent) const
 {
     QVector<int> widths(m_rows.first().size());
     for (const QStringList& row : m_rows) {
@@ -26,7 +26,7 @@ void TextTable::print() const
             widths[i] = std::max(widths[i], console::displayWidth(row.at(i)));
     }
     for (int r = 0; r < m_rows.size(); ++r) {
-        QString line;
+        QString line(indent, QLatin1Char(' '));
         for (int i = 0; i < widths.size(); ++i) {
             const bool last = i + 1 == widths.size();
             line +=

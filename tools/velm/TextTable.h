@@ -11,8 +11,8 @@ public:
 
     /// Control characters in the cells are shown as "?".
     void addRow(const QStringList& cells);
-    /// Prints the header and the rows to standard output.
-    void print() const;
+    /// Prints the header and the rows to standard output, each line behind @p indent blanks.
+    void print(int indent = 0) const;
 
 private:
     QVector<QStringList> m_rows;  // the header first; all of one length

@@ -17,7 +17,8 @@ struct Command
     int (*run)(const QStringList& arguments);
 };
 
-constexpr std::array<Command, 4> kCommands{{
+constexpr std::array<Command, 5> kCommands{{
+    {"check", "check a configuration set across all of its tables", &commands::check},
     {"doctor", "tell what the library finds on this machine, and what is missing",
      &commands::doctor},
     {"init", "write the sample configuration set into a folder", &commands::init},

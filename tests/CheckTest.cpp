@@ -1,0 +1,120 @@
+#include "support/Printers.h"
+#include "support/TemporaryRoot.h"
+#include "support/Text.h"
+#include "support/Tool.h"
+
+#include <QJsonArray>
+
+namespace {
+
+/// A configuration of the sample set, checked by the program.
+class CheckTest : public TemporaryRoot
+{
+protected:
+    CheckTest() { EXPECT_EQ(velm({u"init"_s, root()}).exitCode, 0); }
+
+    Answer check(const QStringList& options) const
+    {
+        return velm(QStringList{u"--root"_s, root(), u"check"_s} + options);
+    }
+
+    /// "rule table column value" of each finding, but for notes.
+    static QStringList found(const Answer& answer)
+    {
+        QStringList list;
+        for (const QJsonValue& finding : answer.json.array()) {
+            const auto text = [&](const char* key) {
+                return finding[QLatin1String(key)].toString();
+            };
+            if (text("severity") != u"note"_s)
+                list.append(
+                    QStringList{text("rule"), text("table"), text("column"), text("value").left(12)}
+                        .join(QLatin1Char(' ')));
+        }
+        list.sort();
+        return list;
+    }
+};
+
+}  // namespace
+
+TEST_F(CheckTest, FindsNothingInTheSampleSet)
+{
+    const Answer answer = check({u"--json"_s});
+    EXPECT_EQ(answer.exitCode, 0);
+    EXPECT_EQ(found(answer), QStringList());
+    EXPECT_EQ(check({u"--strict"_s}).exitCode, 1) << "text files that their readers leave empty";
+    EXPECT_TRUE(check({}).output.endsWith(u"0 errors, 0 warnings, 2 notes\n"_s));
+}
+
+TEST_F(CheckTest, FindsWhatBreaksEachRule)
+{
+    runSql(
+        {u"drop table IndexiniExtend"_s, u"create table IndexiniExtend (CODE, EXTTABLE)"_s,
+         u"insert into IndexiniExtend values ('310301', 'EXT_FWDC;EXT_NONE')"_s,
+         u"update indexini set [TABLE] = 'NO_PG' where CODE = '310301'"_s,
+         u"update indexini set USECODE = 'Sjd' where CODE = '310301'"_s,
+         u"insert into indexini (CODE, NAME, WIDTH) values ('110102', 'again', 0), "
+         "('x1', '', 0), ('X1', '', 0), ('lone', '', 0)"_s,
+         u"insert into Workdef (CODE, LAYER, ENTTYPE) values ('x1', 'jmd_m', 9), ('X1', 'A', 1),"
+         "('wild', 'A', 1)"_s,
+         u"update Workdef set TEXT = 'O''Brien' where CODE = '310301'"_s,
+         u"update Workdef set PAR1 = '\U0001F600' where CODE = '310301'"_s,
+         u"update QuobAreaLine set LINEWIDTH = 'wide' where CODE = '310301'"_s,
+         u"update VelmAnnotate set ANNTYPE = 6, INPUT = 3, ENTTYPE = -1, EXTDATA = '[1]' where "
+         "CODE = '310301'"_s,
+         u"update Attributefield set [DEFAULT] = 'TBL_NONE' where [TABLE] = 'JMD_PG' and NAME = "
+         "'FWJG'"_s,
+         u"update VelmCmdSetting set CmdText = '{' where CmdName = 'CONTOUR'"_s,
+         u"update globaldefines set value = '{\"TableInfo\":{\"TableName\":\"NO_T\"}}' where key "
+         "= '字段转换'"_s,
+         u"insert into globaldefines values ('字段转换', '{\"TableInfo\":{\"TableName\":"
+         "\"jmd_pg\"},\"FieldMap\":[{\"FieldName\":\"NO_F\"}]}')"_s,
+         u"insert into RecordConfig values ('310301', '9999', 'JMD_PG', 'FWJG')"_s,
+         u"drop table VelmFrame"_s, u"alter table RecordConfigType rename column EXTEND to X"_s});
+    QStringList expected{u"annotation-type-range VelmAnnotate ANNTYPE 6"_s,
+                         u"code-differs-in-case Workdef CODE X1"_s,
+                         u"code-differs-in-case indexini CODE X1"_s,
+                         u"code-without-drawing indexini CODE lone"_s,
+                         u"conversion-field globaldefines VALUE {\"TableInfo\""_s,
+                         u"conversion-table globaldefines VALUE {\"TableInfo\""_s,
+                         u"drawing-without-code Workdef CODE wild"_s,
+                         u"duplicate-code indexini CODE 110102"_s,
+                         u"duplicate-user-code indexini USECODE Sjd"_s,
+                         u"entity-type-range VelmAnnotate ENTTYPE -1"_s,
+                         u"entity-type-range Workdef ENTTYPE 9"_s,
+                         u"input-type-range VelmAnnotate INPUT 3"_s,
+                         u"json-syntax VelmCmdSetting CMDTEXT {"_s,
+                         u"json-type VelmAnnotate EXTDATA [1]"_s,
+                         u"layer-differs-in-case Workdef LAYER jmd_m"_s,
+                         u"missing-column RecordConfigType EXTEND "_s,
+                         u"missing-table VelmFrame  "_s,
+                         u"not-a-number QuobAreaLine LINEWIDTH wide"_s,
+                         u"not-in-gbk Workdef PAR1 \U0001F600"_s,
+                         u"single-quote Workdef TEXT O'Brien"_s,
+                         u"unknown-dictionary Attributefield DEFAULT TBL_NONE"_s,
+                         u"unknown-extension-table IndexiniExtend EXTTABLE EXT_FWDC;EXT"_s,
+                         u"unknown-gis-table indexini TABLE NO_PG"_s,
+                         u"unknown-pipe-field RecordConfig SHOWFIELD 9999"_s};
+    expected.sort();
+    const Answer answer = check({u"--json"_s});
+    EXPECT_EQ(answer.exitCode, 1);
+    EXPECT_EQ(found(answer), expected);
+
+    const Answer one = check({u"--json"_s, u"--rule"_s, u"single-quote"_s});
+    EXPECT_EQ(found(one), QStringList{u"single-quote Workdef TEXT O'Brien"_s});
+    const QJsonValue run = check({u"--sarif"_s}).json[u"runs"_s][0];
+    EXPECT_EQ(run[u"results"_s].toArray().size(), answer.json.array().size());
+    EXPECT_EQ(run[u"tool"_s][u"driver"_s][u"rules"_s].toArray().size(), 24);
+    EXPECT_EQ(run[u"results"_s][0][u"message"_s][u"text"_s].toString().isEmpty(), false);
+}
+
+TEST_F(CheckTest, ExplainsItsRulesAndRefusesOthers)
+{
+    EXPECT_TRUE(
+        check({u"--explain"_s, u"single-quote"_s}).output.startsWith(u"single-quote (error)"_s));
+    const Answer unknown = check({u"--rule"_s, u"single-quotes"_s});
+    EXPECT_EQ(unknown.exitCode, 2);
+    EXPECT_TRUE(unknown.talk.contains(u"did you mean single-quote?"_s))
+        << unknown.talk.toStdString();
+}

@@ -1,0 +1,263 @@
+#include "CVelmAnnotate.h"
+#include "CVelmAreaLine.h"
+#include "CVelmCmdSetting.h"
+#include "CVelmCodeManager.h"
+#include "CVelmConfigManager.h"
+#include "CVelmFrame.h"
+#include "CVelmRecordManager.h"
+
+#include "support/Printers.h"
+#include "support/Records.h"
+#include "support/TemporaryRoot.h"
+#include "support/Text.h"
+
+#include <QFile>
+
+namespace {
+
+/// The configuration manager on a configuration of the test's own.
+class SymbolTables : public TemporaryRoot
+{
+protected:
+    void load(const QStringList& statements)
+    {
+        runSql(statements);
+        ASSERT_TRUE(m_manager->flushVelmConfig());
+    }
+
+    CVelmConfigManager* const m_manager = CVelmConfigManager::Instance();
+};
+
+const QString kAreaTable =
+    u"create table QuobAreaLine (CODE text, LINEWIDTH real, ENTTYPE text, ANNRULE text, AREARULE "
+    "text, GROUPNAME text, LINETYPESCALE real, HATCHCOLOR int, HATCHBKCOLOR int)"_s;
+const QString kAnnTable =
+    u"create table VelmAnnotate (CODE text, FONT text, PLACE text, DECIMAL text, TEXT text, "
+    "EXTDATA text, HEIGHT real, ROTATE real, FACTOR real, LINETYPE text, INPUT int, ANNTYPE int, "
+    "ENTTYPE int)"_s;
+
+}  // namespace
+
+TEST_F(SymbolTables, TellHowAreasAreDrawn)
+{
+    load({kAreaTable,
+          u"insert into QuobAreaLine values ('A', '0.15', 1, 'ann', 'area', 'grp', 2, '0', null),"
+          "('A', 0.5, 5, 'ann2', 'area2', 'grp2', 1.5, 3, 'x'), (null, 1, 1, 1, 1, 1, 1, 1, 1)"_s});
+    CVelmAreaLine* areas = m_manager->GetVelmAreaLine();
+    EXPECT_EQ(areas->GetAreaLineLineWidth(u"A"_s), 0.5) << "the last row of a code counts";
+    EXPECT_EQ(areas->GetAreaLineLineTypeScale(u"A"_s), 1.5);
+    EXPECT_EQ(areas->GetAreaLineHatchColor(u"A"_s), 3);
+    EXPECT_EQ(areas->GetAreaLineHatchBKColor(u"A"_s), 0) << "does not convert";
+    EXPECT_EQ(areas->GetAreaLineEntType(u"A"_s) + areas->GetAreaLineAnnRule(u"A"_s)
+                  + areas->GetAreaLineAreaRule(u"A"_s) + areas->GetAreaLineGroupName(u"A"_s),
+              u"5ann2area2grp2"_s);
+    EXPECT_EQ(areas->GetAllAreaLineArray().size(), 2);
+    EXPECT_TRUE(areas->isValidCode(QString()));
+
+    EXPECT_FALSE(areas->isValidCode(u"a"_s)) << "codes are exact";
+    EXPECT_EQ(areas->GetAreaLineHatchColor(u"a"_s), 7);
+    EXPECT_EQ(areas->GetAreaLineHatchBKColor(u"a"_s), 7);
+    EXPECT_EQ(areas->GetAreaLineLineWidth(u"a"_s) + areas->GetAreaLineLineTypeScale(u"a"_s), 0.0);
+    EXPECT_EQ(areas->GetAreaLineGroupName(u"a"_s), QString());
+    VelmAreaLineItem item;
+    item.code = u"before"_s;
+    EXPECT_FALSE(areas->GetAreaLineItem(item, u"a"_s));
+    EXPECT_EQ(item.code, u"before"_s);
+}
+
+TEST_F(SymbolTables, KeepAreasInTheDatabaseFirst)
+{
+    load({kAreaTable, u"insert into QuobAreaLine (CODE, GROUPNAME) values ('A', 'old')"_s});
+    CVelmAreaLine* areas = m_manager->GetVelmAreaLine();
+    VelmAreaLineItem changed;
+    changed.code = u"A"_s;
+    changed.groupname = u"new"_s;
+    changed.hatchcolor = 9;
+    VelmAreaLineItem refused = changed;
+    refused.groupname = u"it's"_s;  // a quote breaks the statement
+    VelmAreaLineItem added = changed;
+    added.code = u"B"_s;
+
+    EXPECT_FALSE(areas->addAreaLineItem(refused));
+    EXPECT_EQ(areas->GetAreaLineGroupName(u"A"_s), u"old"_s);
+    EXPECT_TRUE(areas->addAreaLineItem(changed));
+    EXPECT_EQ(areas->GetAreaLineGroupName(u"A"_s), u"new"_s);
+    EXPECT_FALSE(areas->UpdateAreaLine({refused}));
+    EXPECT_FALSE(areas->UpdateAreaLine({refused, added}));
+    EXPECT_EQ(areas->GetAreaLineHatchColor(u"B"_s), 9) << "what was written is loaded";
+    EXPECT_TRUE(areas->UpdateAreaLine({}));
+    EXPECT_EQ(querySql(u"select CODE || GROUPNAME || HATCHCOLOR from QuobAreaLine"_s),
+              (QStringList{u"Anew9"_s, u"Bnew9"_s}));
+    ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
+    EXPECT_FALSE(areas->addAreaLineItem(added));
+    EXPECT_FALSE(areas->UpdateAreaLine({added}));
+}
+
+TEST_F(SymbolTables, TellHowAnnotationsArePlacedUpToANumberOutOfRange)
+{
+    load({kAnnTable, u"create table Workdef (CODE text, LAYER text, COLOR int)"_s,
+          u"insert into Workdef values ('A', 'ZJ', 3)"_s,
+          u"insert into VelmAnnotate values"
+          "('A', 'F', 'MR', '3', 'T', '{\"k\":[1]}', 2.5, 0.5, 0.8, '-2.9', 2, 5, 8),"
+          "('input', 'F', 'P', 1, 'T', '[1]', 2, 0, 1, 2.9, 3, 0, 0),"
+          "('ann', 'F', 'P', 1, 'T', 'x', 2, 0, 1, 1, 0, 6, 0),"
+          "('ent', 'F', 'P', 1, 'T', null, 2, 0, 1, 1e300, 0, 0, 9)"_s});
+    CVelmAnnotate* annotate = m_manager->GetVelmAnnotate();
+    VelmAnnItem item;
+    EXPECT_EQ(annotate->getAnnotateItem(u"A"_s, item), Velm::VelmOk);
+    EXPECT_EQ(item.code + item.font + item.place + item.text + item.layer, u"AFMRTZJ"_s);
+    EXPECT_EQ(item.decimal * 100 + item.color, 303);
+    EXPECT_EQ(item.height + item.rotate + item.factor, 3.8);
+    EXPECT_EQ(item.extdata, (Record{{u"k"_s, QVariantList{1}}}));
+    EXPECT_EQ(item.inputtype * 100 + item.anntype * 10 + item.enttype, 258);
+    int linetype = 0;
+    EXPECT_EQ(annotate->getLineType(u"A"_s, linetype), Velm::VelmOk);
+    EXPECT_EQ(linetype, -2) << "towards 0";
+
+    struct Case
+    {
+        const char16_t* code;
+        int input, ann, ent;  // as far as they were read
+    };
+    for (const Case& c :
+         {Case{u"input", -1, 1, -1}, Case{u"ann", 0, 1, -1}, Case{u"ent", 0, 0, -1}}) {
+        VelmAnnItem partly;
+        const QString code = QString::fromUtf16(c.code);
+        EXPECT_EQ(annotate->getAnnotateItem(code, partly), Velm::VelmInvalidValue);
+        EXPECT_EQ(partly.inputtype, c.input);
+        EXPECT_EQ(partly.anntype, c.ann);
+        EXPECT_EQ(partly.enttype, c.ent);
+        EXPECT_EQ(partly.code, code);
+        EXPECT_EQ(partly.height, 2.0);
+        EXPECT_EQ(partly.color, 7) << "no work definition";
+        EXPECT_TRUE(partly.extdata.isEmpty());
+        QString font = u"before"_s;
+        EXPECT_EQ(annotate->getFont(code, font), Velm::VelmInvalidValue);
+        EXPECT_EQ(font, u"before"_s);
+    }
+    EXPECT_EQ(annotate->getAnnotateItem(u"none"_s, item), Velm::VelmNoData);
+    ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
+    EXPECT_EQ(annotate->getAnnotateItem(u"A"_s, item), Velm::VelmDatabaseOpenFailed);
+}
+
+TEST_F(SymbolTables, TellHowFramesAreProduced)
+{
+    load(
+        {u"create table VelmFrame (ConfigName text, FRAMENAME text, FRAMEMODE text, FRAMETAG text,"
+         " ENTDEPLOY text, EXTAND text)"_s,
+         u"insert into VelmFrame values ('A', '图幅', '{\"SelMode\":1,\"TrimMode\":2,"
+         "\"FrameStyle\":3,\"FrameSave\":4,\"FrameScaleType\":5,\"FrameSizeType\":0}',"
+         "'{\"t\":{\"x\":1},\"n\":5}', '{\"d\":1}', '{\"e\":1}'), ('B', 'b', '[', 'null', '', null)"_s});
+    CVelmFrame* frames = m_manager->GetVelmFrame();
+    VelmFrameItem item;
+    EXPECT_EQ(frames->getFrameItem(u"A"_s, item), Velm::VelmOk);
+    EXPECT_EQ(item.configname + item.framename, u"A图幅"_s);
+    EXPECT_EQ(QString(u"%1%2%3%4%5%6"_s)
+                  .arg(item.selmode)
+                  .arg(item.trimmode)
+                  .arg(item.framestyle)
+                  .arg(item.framesave)
+                  .arg(item.framescaletype)
+                  .arg(item.framesizetype),
+              u"123450"_s);
+    EXPECT_EQ(item.entdeploy, (Record{{u"d"_s, 1}}));
+    EXPECT_EQ(item.extand, QVariant(Record{{u"e"_s, 1}}));
+    EXPECT_EQ(frames->getFrameItem(u"B"_s, item), Velm::VelmOk);
+    EXPECT_EQ(item.framesizetype, 128);
+    EXPECT_EQ(item.extand.type(), QVariant::Map);
+
+    Record tags;
+    EXPECT_EQ(frames->getFrameTag(tags, u"A"_s, u"none"_s), Velm::VelmNoData);
+    EXPECT_EQ(frames->getFrameTag(tags, u"A"_s, u"t"_s), Velm::VelmOk);
+    EXPECT_EQ(tags, (Record{{u"x"_s, 1}}));
+    EXPECT_EQ(frames->getFrameTag(tags, u"A"_s, u"none"_s), Velm::VelmOk) << "as it was";
+    EXPECT_EQ(tags.size(), 1);
+    EXPECT_EQ(frames->getFrameTag(tags, u"A"_s, QString()), Velm::VelmOk);
+    EXPECT_EQ(tags.keys(), (QStringList{u"n"_s, u"t"_s}));
+    EXPECT_EQ(frames->getFrameTag(tags, u"A"_s, u"n"_s), Velm::VelmNoData) << "5 is no map";
+    Velm::TrimMode mode = Velm::TrimModeDefault;
+    EXPECT_EQ(frames->getFrameTrimMode(u"none"_s, mode), Velm::VelmNoData);
+}
+
+TEST_F(SymbolTables, HandOutCommandSettings)
+{
+    load({u"create table VelmCmdSetting (CmdName text, CmdText text)"_s,
+          u"insert into VelmCmdSetting values ('List', '[1,\"\",\"a\"]'), ('Map', '{\"v\":1}'),"
+          "('Bad', '{'), ('Empty', '')"_s});
+    CVelmCmdSetting* settings = m_manager->GetVelmCmdSetting();
+    QStringList texts{u"kept"_s};
+    EXPECT_EQ(settings->getCommandSettingStringList(u"List"_s, texts), Velm::VelmOk);
+    EXPECT_EQ(texts, (QStringList{u"kept"_s, u"1"_s, u"a"_s}));
+    Record map;
+    EXPECT_EQ(settings->getCommandSettingVariantMap(u"Map"_s, map), Velm::VelmOk);
+    EXPECT_EQ(map, (Record{{u"v"_s, 1}}));
+    for (const char16_t* name : {u"List", u"Bad"})
+        EXPECT_EQ(settings->getCommandSettingVariantMap(QString::fromUtf16(name), map),
+                  Velm::VelmSettingConvertFailed);
+    EXPECT_EQ(settings->getCommandSettingStringList(u"Map"_s, texts),
+              Velm::VelmSettingConvertFailed);
+    for (const char16_t* name : {u"Empty", u"list", u"none"}) {
+        QString text = u"before"_s;
+        EXPECT_EQ(settings->getCommandSettingString(QString::fromUtf16(name), text),
+                  Velm::VelmSettingNotFound);
+        EXPECT_EQ(text, QString());
+    }
+    const QString unknown = u"unknown "_s + root();
+    EXPECT_EQ(settings->getCommandVersion(unknown, texts), Velm::VelmOk);
+    EXPECT_EQ(settings->getCommandVersion(unknown.toUpper(), texts), Velm::VelmNotFound)
+        << "asking has entered it";
+    EXPECT_EQ(texts.size(), 3);
+}
+
+TEST_F(SymbolTables, TellHowRecordsAreShownAndWritten)
+{
+    runSql({u"create table PIP_SysConfig (FIELDTYPE text, FIELDNAME text)"_s,
+            u"insert into PIP_SysConfig values ('3', '管材'), (3, '材质')"_s},
+           u"config/PipeConfig.db"_s);
+    load({u"create table RecordConfigType (CODE, NAME, EXTEND, [TABLE], TYPE)"_s,
+          u"insert into RecordConfigType values ('A', 'n', 'e', 't', 5)"_s,
+          u"create table RecordConfig (CODE, SHOWFIELD, WRITETABLE, ACTUALFIELD)"_s,
+          u"insert into RecordConfig values ('A', 3, 'w', '3a'), ('[Default]', 'x', 'y', '4'),"
+          "('A', 'z', '3', 'q')"_s,
+          u"create table globaldefines (key text, value text)"_s});
+    CVelmRecordManager records;
+    QVector<VelmRecordConfig> configs;
+    EXPECT_TRUE(records.getRecordConfig(u"A"_s, configs));
+    ASSERT_EQ(configs.size(), 2);
+    EXPECT_EQ(configs[0].showField + configs[0].writeTable + configs[0].actualField, u"材质w3a"_s);
+    EXPECT_EQ(configs[1].showField + configs[1].writeTable, u"z3"_s);
+    EXPECT_TRUE(records.getRecordConfig(u"B"_s, configs));
+    ASSERT_EQ(configs.size(), 1);
+    EXPECT_EQ(configs[0].actualField, QString()) << "an unknown number";
+    VelmRecordConfigType type;
+    EXPECT_TRUE(records.getRecordConfigType(u"A"_s, type));
+    EXPECT_EQ(type.code + type.name + type.extend + type.table + type.type, u"Anet5"_s);
+    EXPECT_FALSE(records.getRecordConfigType(u"[Default]"_s, type));
+
+    VelmRecordGenusDatabase layout;
+    EXPECT_FALSE(records.getGenusDatabase(layout));
+    runSql({u"insert into globaldefines values ('图属库', '{\"HeaderList\":[\"a\",\"b\"],"
+            "\"KeyField\":\"a\",\"FieldType\":[0,3],\"FieldDecimal\":[0,2],\"MatchRule\":\"?\","
+            "\"ShowPoint\":1}')"_s});
+    EXPECT_TRUE(records.getGenusDatabase(layout));
+    EXPECT_EQ(layout.headerList, (QStringList{u"a"_s, u"b"_s}));
+    EXPECT_EQ(layout.fieldType + layout.fieldDecimal, (QList<int>{0, 3, 0, 2}));
+    EXPECT_TRUE(layout.showPoint);
+    EXPECT_EQ(layout.matchRule, 0);
+}
+
+TEST_F(SymbolTables, ChooseAmongDefinedCodes)
+{
+    load({u"create table Workdef (CODE text, TEXT text)"_s,
+          u"insert into Workdef values ('A', 'Road'), ('B', 'River')"_s});
+    m_manager->switchVersion(Velm::VersionTextFiles);
+    CVelmCodeManager* codes = CVelmCodeManager::Instance();
+    EXPECT_EQ(codes->filterInValidCode({u"B"_s, u"X"_s, u"A"_s, u"B"_s}),
+              (QStringList{u"B"_s, u"A"_s, u"B"_s}));
+    QString choices = u"before"_s, numbers = u"before"_s;
+    EXPECT_EQ(codes->GetPromptByCodes(choices, numbers, {u"A"_s, u"X"_s, u"B"_s}), Velm::VelmOk);
+    EXPECT_EQ(choices + u" "_s + numbers, u"(0)Road/(1)River 0 1"_s);
+    EXPECT_EQ(codes->GetPromptByCodes(choices, numbers, {u"X"_s}), Velm::VelmInvalidValue);
+    EXPECT_EQ(choices + numbers, QString());
+    m_manager->switchVersion(Velm::VersionDatabase);
+}

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "Problems.h"
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QVector>
+
+class CVelmDatabase;
+
+/// What the check needs to know about a column.
+struct CheckedColumn
+{
+    enum Kind
+    {
+        Text,
+        Integer,
+        Real,
+        JsonObject,  ///< empty, or a JSON object
+        Json,        ///< any JSON
+    };
+
+    QString name;  ///< upper case
+    Kind kind = Text;
+    bool optional = false;
+};
+
+/// A table as it is stored, with what the library reads from it.
+class CheckedTable
+{
+public:
+    CheckedTable(const QString& database, const QString& name,
+                 const QVector<CheckedColumn>& columns);
+
+    /// Reads all rows. False, and there are none, if there is no such table.
+    bool read(CVelmDatabase& database);
+
+    const QString& name() const { return m_name; }
+    const QVector<CheckedColumn>& columns() const { return m_columns; }
+    bool exists() const { return m_exists; }
+    bool has(const QString& column) const { return m_stored.contains(column); }
+    int size() const { return m_rows.size(); }
+    QString text(int row, const QString& column) const
+    {
+        return m_rows.at(row).value(column).toString();
+    }
+    QVariant value(int row, const QString& column) const { return m_rows.at(row).value(column); }
+    /// The place of a value; of the whole table for row -1.
+    Place place(int row, const QString& column) const;
+
+private:
+    QString m_database;
+    QString m_name;
+    QVector<CheckedColumn> m_columns;
+    bool m_exists = false;
+    QStringList m_stored;  // upper-case names of the columns there are
+    QVector<QMap<QString, QVariant>> m_rows;
+};
+
+/// The tables of a configuration set, as far as they are there.
+class CheckedSet
+{
+public:
+    /// Reads the databases that the library has for the root in use.
+    CheckedSet();
+
+    const QVector<CheckedTable>& tables() const { return m_tables; }
+    /// A table that the library reads, by its name.
+    const CheckedTable& table(const char* name) const;
+
+    /// Upper-case names of all GIS tables, and of their fields.
+    const QMap<QString, QStringList>& gisTables() const { return m_gisTables; }
+    /// Names of all dictionaries.
+    const QStringList& dictionaries() const { return m_dictionaries; }
+    /// Key columns without an index, as "table.column".
+    const QStringList& withoutIndex() const { return m_withoutIndex; }
+
+private:
+    void readSystem();
+    void readPipe();
+    void collectGisTables();
+
+    QVector<CheckedTable> m_tables;
+    QMap<QString, QStringList> m_gisTables;
+    QStringList m_dictionaries;
+    QStringList m_withoutIndex;
+};
