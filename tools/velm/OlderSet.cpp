@@ -28,25 +28,44 @@ QByteArray encode(const QStringList& lines)
     return QTextCodec::codecForName("GB18030")->fromUnicode(text);
 }
 
-QByteArray fileOf(const SampleTable& table, const char* names)
+QByteArray fileOf(const SampleTable& table, const QStringList& names)
 {
     QStringList lines;
     for (const QStringList& row : table.rows)
-        lines.append(cellsOf(table, row, columns(names)).join(QLatin1Char(',')));
+        lines.append(cellsOf(table, row, names).join(QLatin1Char(',')));
     return encode(lines);
 }
 
 }  // namespace
 
+QStringList older::indexColumns()
+{
+    return columns("CODE LTYPE WIDTH NAME USECODE TABLE");
+}
+
+QStringList older::workColumns()
+{
+    return columns("CODE LAYER ENTTYPE PAR1 PAR2 TEXT COLOR");
+}
+
+QStringList older::attributeTableColumns()
+{
+    return columns("TABLE TEXT GISTABLE TYPE");
+}
+
+QStringList older::attributeFieldColumns()
+{
+    return columns("TABLE NAME TEXT TYPE LENGTH DECIMAL DEFAULT NOTNULL BEXPORT ENABLEEDIT");
+}
+
 QByteArray older::indexIni(const SampleDatabase& system)
 {
-    return fileOf(system.table(QStringLiteral("indexini")), "CODE LTYPE WIDTH NAME USECODE TABLE");
+    return fileOf(system.table(QStringLiteral("indexini")), indexColumns());
 }
 
 QByteArray older::workDef(const SampleDatabase& system)
 {
-    return fileOf(system.table(QStringLiteral("Workdef")),
-                  "CODE LAYER ENTTYPE PAR1 PAR2 TEXT COLOR");
+    return fileOf(system.table(QStringLiteral("Workdef")), workColumns());
 }
 
 QByteArray older::attributeDef(const SampleDatabase& system)
@@ -55,12 +74,10 @@ QByteArray older::attributeDef(const SampleDatabase& system)
     const SampleTable fields = system.table(QStringLiteral("Attributefield"));
     QStringList lines;
     for (const QStringList& table : tables.rows) {
-        const QStringList tableCells = cellsOf(tables, table, columns("TABLE TEXT GISTABLE TYPE"));
+        const QStringList tableCells = cellsOf(tables, table, attributeTableColumns());
         lines.append(QStringLiteral("T,") + tableCells.join(QLatin1Char(',')));
         for (const QStringList& field : fields.rows) {
-            const QStringList cells = cellsOf(
-                fields, field,
-                columns("TABLE NAME TEXT TYPE LENGTH DECIMAL DEFAULT NOTNULL BEXPORT ENABLEEDIT"));
+            const QStringList cells = cellsOf(fields, field, attributeFieldColumns());
             if (cells.first() == tableCells.first())
                 lines.append(QStringLiteral("F,") + cells.join(QLatin1Char(',')));
         }

@@ -16,4 +16,11 @@ QByteArray workDef(const SampleDatabase& system);
 /// length, decimals, default or dictionary, mandatory, exported, editable.
 QByteArray attributeDef(const SampleDatabase& system);
 
+// The columns of the database in the order of the fields of a line. Those of "attribute.def" stand
+// behind the letter that tells what the line is.
+QStringList indexColumns();
+QStringList workColumns();
+QStringList attributeTableColumns();
+QStringList attributeFieldColumns();
+
 }  // namespace older

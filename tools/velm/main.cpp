@@ -17,10 +17,11 @@ struct Command
     int (*run)(const QStringList& arguments);
 };
 
-constexpr std::array<Command, 5> kCommands{{
+constexpr std::array<Command, 6> kCommands{{
     {"check", "check a configuration set across all of its tables", &commands::check},
     {"doctor", "tell what the library finds on this machine, and what is missing",
      &commands::doctor},
+    {"import-text", "bring the text files of the older set into a database", &commands::importText},
     {"init", "write the sample configuration set into a folder", &commands::init},
     {"list", "list feature codes", &commands::list},
     {"lookup", "show what a feature code is and how it is drawn", &commands::lookup},
@@ -40,7 +41,7 @@ QString helpText()
                        "\n"
                        "Commands:\n");
     for (const Command& command : kCommands)
-        text += QStringLiteral("  ") + console::padded(QString::fromLatin1(command.name), 10)
+        text += QStringLiteral("  ") + console::padded(QString::fromLatin1(command.name), 13)
                 + QString::fromLatin1(command.summary) + QLatin1Char('\n');
     text += QStringLiteral(
         "\n"

@@ -1,0 +1,129 @@
+#include "Commands.h"
+
+#include "Arguments.h"
+#include "Console.h"
+#include "FileSet.h"
+#include "TextImport.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+int cannot(const QString& problem)
+{
+    console::tell(problem);
+    return ExitCannotOpen;
+}
+
+/// The system configuration database of the sample set, for its tables.
+SampleDatabase systemDatabase(QString& problem)
+{
+    const QVector<SampleDatabase> databases = readSampleSet(problem);
+    for (const SampleDatabase& database : databases) {
+        if (database.fileName == QLatin1String("peltaconfig.db"))
+            return database;
+    }
+    return SampleDatabase();
+}
+
+/// Makes the database as a whole or not at all. @return what went wrong; empty if nothing did
+QString write(const SampleDatabase& database, const QFileInfo& target)
+{
+    const QString cannotWrite =
+        QStringLiteral("cannot write \"") + target.filePath() + QStringLiteral("\": ");
+    FileSet files(target.absolutePath());
+    QString problem;
+    if (!files.prepare(problem))
+        return cannotWrite + problem;
+    problem = writeSampleDatabase(database, files.stage(target.fileName()));
+    if (!problem.isEmpty())
+        return cannotWrite + problem;
+    for (const char* suffix : {"-journal", "-wal", "-shm"})
+        files.drop(target.fileName() + QLatin1String(suffix));
+    QString failed;
+    return files.commit(failed) ? QString() : cannotWrite + QStringLiteral("it cannot be replaced");
+}
+
+QVector<SampleTable> filledTables(const TextImport& import)
+{
+    QVector<SampleTable> tables;
+    for (const SampleTable& table : import.database().tables) {
+        if (!table.rows.isEmpty())
+            tables.append(table);
+    }
+    return tables;
+}
+
+void printText(const TextImport& import, const QString& target)
+{
+    for (const UnusedLine& line : import.unused())
+        console::print(console::plain(QStringLiteral("%1 line %2: ").arg(line.file).arg(line.line)
+                                      + line.reason));
+    const QVector<SampleTable> tables = filledTables(import);
+    for (const SampleTable& table : tables)
+        console::print(QStringLiteral("%1: %2 rows").arg(table.name).arg(table.rows.size()));
+    console::print(QStringLiteral("Written to ") + QDir::toNativeSeparators(target)
+                   + QStringLiteral("; %1 lines not used.").arg(import.unused().size()));
+}
+
+void printJson(const TextImport& import, const QString& target)
+{
+    QJsonArray tables, unused;
+    const QVector<SampleTable> filled = filledTables(import);
+    for (const SampleTable& table : filled)
+        tables.append(QJsonObject{{QStringLiteral("table"), table.name},
+                                  {QStringLiteral("rows"), table.rows.size()}});
+    for (const UnusedLine& line : import.unused())
+        unused.append(QJsonObject{{QStringLiteral("file"), line.file},
+                                  {QStringLiteral("line"), line.line},
+                                  {QStringLiteral("reason"), line.reason}});
+    console::print(QJsonObject{{QStringLiteral("database"), target},
+                               {QStringLiteral("tables"), tables},
+                               {QStringLiteral("unused"), unused}});
+}
+
+}  // namespace
+
+int commands::importText(const QStringList& arguments)
+{
+    Arguments args(
+        QStringLiteral("import-text"), QStringLiteral("[options] -o FILE DIR"),
+        QStringLiteral(
+            "Reads index.ini, work.def and attribute.def of the folder DIR, all lines, in\n"
+            "UTF-8 or GBK, and writes them into a new system configuration database.\n"
+            "Exit code 1 if there are lines that could not be used; the others are in it."),
+        {QStringLiteral("velm import-text -o new/config/peltaconfig.db old/config")});
+    args.needsNoRoot();
+    args.addOption(QStringLiteral("o"), QStringLiteral("The database to make."),
+                   QStringLiteral("FILE"));
+    args.addOption(QStringLiteral("force"), QStringLiteral("Replace a file that exists."));
+    if (const auto ended = args.parse(arguments))
+        return *ended;
+    if (args.positional().size() != 1)
+        return args.usageError(QStringLiteral("give one folder to read"));
+    const QFileInfo target(args.value(QStringLiteral("o")));
+    if (target.fileName().isEmpty())
+        return args.usageError(QStringLiteral("name the database to make: -o FILE"));
+    if (target.exists() && !args.isSet(QStringLiteral("force")))
+        return args.usageError(
+            QStringLiteral("\"%1\" exists; --force replaces it").arg(target.filePath()));
+
+    QString problem;
+    TextImport import(systemDatabase(problem));
+    const QString folder = args.positional().first();
+    if (problem.isEmpty())
+        problem = import.read(folder);
+    if (problem.isEmpty() && import.files().isEmpty())
+        problem =
+            QStringLiteral("\"%1\" holds no index.ini, work.def or attribute.def").arg(folder);
+    if (problem.isEmpty())
+        problem = write(import.database(), target);
+    if (!problem.isEmpty())
+        return cannot(problem);
+    if (args.json())
+        printJson(import, target.absoluteFilePath());
+    else
+        printText(import, target.absoluteFilePath());
+    return import.unused().isEmpty() ? ExitFine : ExitNothingFound;
+}

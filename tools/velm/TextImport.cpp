@@ -1,0 +1,166 @@
+#include "TextImport.h"
+
+#include "OlderSet.h"
+
+#include "CVelmFindFile.h"
+#include "CVelmString.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTextCodec>
+
+#include <algorithm>
+
+namespace {
+
+using Codec = QTextCodec*;
+
+Codec utf8()
+{
+    return QTextCodec::codecForName("UTF-8");
+}
+
+Codec gbk()
+{
+    return QTextCodec::codecForName("GB18030");
+}
+
+/// The codec in which the bytes are valid; null if there is none.
+Codec codecOf(const QByteArray& bytes)
+{
+    if (CVelmString::IsUTF8(bytes))
+        return utf8();
+    return CVelmString::IsGBK(bytes) ? gbk() : nullptr;
+}
+
+bool converts(const QString& cell, const QString& type)
+{
+    bool isNumber = true;
+    if (cell.isEmpty() || type == QLatin1String("TEXT"))
+        return true;
+    if (type == QLatin1String("REAL"))
+        cell.toDouble(&isNumber);
+    else
+        cell.toInt(&isNumber);
+    return isNumber;
+}
+
+}  // namespace
+
+TextImport::TextImport(const SampleDatabase& database) : m_database(database)
+{
+    for (SampleTable& table : m_database.tables)
+        table.rows.clear();
+}
+
+QString TextImport::read(const QString& folder)
+{
+    QString problem = readFile(folder, QStringLiteral("index.ini"), &TextImport::useIndexLine);
+    if (problem.isEmpty())
+        problem = readFile(folder, QStringLiteral("work.def"), &TextImport::useWorkLine);
+    if (problem.isEmpty())
+        problem = readFile(folder, QStringLiteral("attribute.def"), &TextImport::useAttributeLine);
+    return problem;
+}
+
+QString TextImport::readFile(const QString& folder, const QString& name,
+                             void (TextImport::*use)(const QStringList& fields))
+{
+    const QString path = CVelmFindFile::Instance()->findFile(folder, name, false);
+    if (path.isEmpty())
+        return QString();
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return path + QStringLiteral(": ") + file.errorString();
+    QByteArray bytes = file.readAll();
+    if (bytes.startsWith("\xEF\xBB\xBF"))
+        bytes.remove(0, 3);
+    const Codec ofFile = codecOf(bytes);
+    m_file = name;
+    m_files.append(name);
+    const QList<QByteArray> lines = bytes.split('\n');
+    for (m_line = 1; m_line <= lines.size(); ++m_line) {
+        const QByteArray line = lines.at(m_line - 1).trimmed();
+        const Codec codec = ofFile ? ofFile : codecOf(line);
+        if (line.isEmpty())
+            continue;
+        if (codec)
+            (this->*use)(codec->toUnicode(line).split(QLatin1Char(',')));
+        else
+            reject(m_line, QStringLiteral("is neither UTF-8 nor GBK"));
+    }
+    return QString();
+}
+
+void TextImport::useIndexLine(const QStringList& fields)
+{
+    addRow(QStringLiteral("indexini"), older::indexColumns(), fields, QStringLiteral("CODE"));
+}
+
+void TextImport::useWorkLine(const QStringList& fields)
+{
+    addRow(QStringLiteral("Workdef"), older::workColumns(), fields, QStringLiteral("CODE"));
+}
+
+void TextImport::useAttributeLine(const QStringList& fields)
+{
+    const QString kind = fields.first();
+    const QString tableKey = QStringLiteral("TABLE");
+    if (kind == QLatin1String("T")) {
+        addRow(QStringLiteral("Attributetable"), older::attributeTableColumns(), fields.mid(1),
+               tableKey);
+    } else if (kind != QLatin1String("F")) {
+        reject(m_line, QStringLiteral("begins with \"%1\", not with T or F").arg(kind));
+    } else if (!m_rowOfKey.contains(QStringLiteral("Attributetable/")
+                                    + fields.value(1).toUpper())) {
+        reject(m_line,
+               QStringLiteral("no line before defines the table \"%1\"").arg(fields.value(1)));
+    } else {
+        addRow(QStringLiteral("Attributefield"), older::attributeFieldColumns(), fields.mid(1),
+               QString());
+    }
+}
+
+void TextImport::addRow(const QString& tableName, const QStringList& columns,
+                        const QStringList& fields, const QString& key)
+{
+    if (fields.size() > columns.size())
+        return reject(
+            m_line,
+            QStringLiteral("has %1 fields, %2 at most").arg(fields.size()).arg(columns.size()));
+    if (fields.value(0).isEmpty())
+        return reject(m_line, QStringLiteral("has no ") + columns.first().toLower());
+    SampleTable& target = table(tableName);
+    QStringList row;
+    for (const SampleTable::Column& column : qAsConst(target.columns)) {
+        const QString cell = fields.value(columns.indexOf(column.name));
+        if (!converts(cell, column.type))
+            return reject(m_line, QStringLiteral("%1 is no number: \"%2\"").arg(column.name, cell));
+        row.append(cell);
+    }
+    // Codes are compared exactly, names of tables are not.
+    const QString value = key == QLatin1String("TABLE") ? fields.first().toUpper() : fields.first();
+    const QString known = tableName + QLatin1Char('/') + value;
+    const auto earlier = m_rowOfKey.constFind(known);
+    if (!key.isEmpty() && earlier != m_rowOfKey.constEnd()) {
+        reject(earlier->second,
+               QStringLiteral("line %1 has the same %2").arg(m_line).arg(key.toLower()));
+        target.rows[earlier->first] = row;
+        m_rowOfKey.insert(known, {earlier->first, m_line});
+        return;
+    }
+    if (!key.isEmpty())
+        m_rowOfKey.insert(known, {target.rows.size(), m_line});
+    target.rows.append(row);
+}
+
+SampleTable& TextImport::table(const QString& name)
+{
+    return *std::find_if(m_database.tables.begin(), m_database.tables.end(),
+                         [&name](const SampleTable& table) { return table.name == name; });
+}
+
+void TextImport::reject(int line, const QString& reason)
+{
+    m_unused.append({m_file, line, reason});
+}
