@@ -10,7 +10,7 @@ namespace {
 
 /// Stores a number as an enumeration if it is one of @p count values from 0.
 template<class Enum>
-bool storeInRange(int number, int count, Enum& value)
+bool storeInRange(qint64 number, int count, Enum& value)
 {
     if (number < 0 || number >= count)
         return false;
@@ -70,9 +70,9 @@ Velm::ErrorStatus CVelmAnnotate::getAnnotateItem(const QString& code, VelmAnnIte
     item.linetype = record.real(QStringLiteral("LINETYPE"));
     addWorkDefinition(code, item);
     const bool inRange =
-        storeInRange(record.integer(QStringLiteral("INPUT")), 3, item.inputtype)
-        && storeInRange(record.integer(QStringLiteral("ANNTYPE")), 6, item.anntype)
-        && storeInRange(record.integer(QStringLiteral("ENTTYPE")), 9, item.enttype);
+        storeInRange(record.wideInteger(QStringLiteral("INPUT")), 3, item.inputtype)
+        && storeInRange(record.wideInteger(QStringLiteral("ANNTYPE")), 6, item.anntype)
+        && storeInRange(record.wideInteger(QStringLiteral("ENTTYPE")), 9, item.enttype);
     return inRange ? Velm::VelmOk : Velm::VelmInvalidValue;
 }
 

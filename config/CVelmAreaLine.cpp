@@ -19,8 +19,10 @@ QString table()
 
 Velm::ErrorStatus write(CVelmDatabase& database, const VelmAreaLineItem& item)
 {
+    const QString code =
+        item.code.isNull() ? QStringLiteral("") : item.code;  // no NULL: never found
     return database.updataRecord(table(),
-                                 {{QStringLiteral("CODE"), item.code},
+                                 {{QStringLiteral("CODE"), code},
                                   {QStringLiteral("LINEWIDTH"), item.linewidth},
                                   {QStringLiteral("ENTTYPE"), item.enttype},
                                   {QStringLiteral("ANNRULE"), item.annrule},
@@ -29,7 +31,7 @@ Velm::ErrorStatus write(CVelmDatabase& database, const VelmAreaLineItem& item)
                                   {QStringLiteral("LINETYPESCALE"), item.linetypescale},
                                   {QStringLiteral("HATCHCOLOR"), item.hatchcolor},
                                   {QStringLiteral("HATCHBKCOLOR"), item.hatchbkcolor}},
-                                 {{QStringLiteral("CODE"), item.code}});
+                                 {{QStringLiteral("CODE"), code}});
 }
 
 }  // namespace
@@ -151,8 +153,11 @@ bool CVelmAreaLine::UpdateAreaLine(const QVector<VelmAreaLineItem>& items)
     if (openSystemConfig(database) != Velm::VelmOk)
         return false;
     int written = 0;
-    for (const VelmAreaLineItem& item : items)
+    for (const VelmAreaLineItem& item : items) {
         written += write(database, item) == Velm::VelmOk ? 1 : 0;
+        if (lastErrorIsLock())
+            break;  // each further one would wait for the lock in vain
+    }
     CVelmDatabase reloaded;
     if (written > 0 && openSystemConfig(reloaded) == Velm::VelmOk)
         initVelmAreaLineConfig(reloaded);

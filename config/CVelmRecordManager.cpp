@@ -79,8 +79,11 @@ bool CVelmRecordManager::InitRecordConfig()
 QString CVelmRecordManager::IndexToString(const QString& text)
 {
     bool isNumber = false;
-    const int number = text.toInt(&isNumber);
-    return isNumber ? getPIPSysConfigInformation(number) : text;
+    const qint64 number = text.toLongLong(&isNumber);
+    const bool isPossible = number == static_cast<int>(number);
+    if (isNumber)
+        return isPossible ? getPIPSysConfigInformation(static_cast<int>(number)) : QString();
+    return text;
 }
 
 QString CVelmRecordManager::getPIPSysConfigInformation(int type)

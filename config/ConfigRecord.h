@@ -20,6 +20,8 @@ public:
 
     QString text(const QString& column) const { return m_values.value(column).toString(); }
     int integer(const QString& column) const { return m_values.value(column).toInt(); }
+    /// With all its digits, for a number that must be in a range.
+    qint64 wideInteger(const QString& column) const { return m_values.value(column).toLongLong(); }
     double real(const QString& column) const { return m_values.value(column).toDouble(); }
     /// The JSON object in a column; empty if it is none.
     QMap<QString, QVariant> map(const QString& column) const;

@@ -41,6 +41,7 @@ protected:
     }
 
     CVelmConfigManager* const m_manager = CVelmConfigManager::Instance();
+    const CVelmConfigManager* const m_const = m_manager;
     const VelmAttParam m_stored;
     const VelmAttParam m_converted{true};
 };
@@ -87,7 +88,10 @@ TEST_F(AttributeTest, AddsThePipeTablesBehindItsOwn)
          u"create table SYS_ATTRIBUTEDEF (TABLENAME, FIELDNAME, FIELDTEXT, FIELDTYPE, FIELDLENGTH,"
          " FIELDDECIMAL, DEFAULTVALUE, DICTIONARY, [NOTNULL])"_s,
          u"insert into SYS_ATTRIBUTEDEF values ('Dl', 'F', 't', 12, 1, 2, 'TBL_x', 'D', 1),"
-         "('New', 'N', 't', 0, 1, 2, 'v', '', 0)"_s},
+         "('New', 'N', 't', 0, 1, 2, 'v', '', 0)"_s,
+         u"create table globaldefines (KEY, VALUE)"_s,
+         u"insert into globaldefines values ('字段转换', '{\"TableInfo\":{\"TableName\":\"DL\","
+         "\"TableText\":\"管线道路\"}}')"_s},
         u"config/PipeConfig.db"_s);
     const CVelmAttribute& attribute = load();
     EXPECT_EQ(attribute.getGisTableNameArray(m_stored),
@@ -95,6 +99,14 @@ TEST_F(AttributeTest, AddsThePipeTablesBehindItsOwn)
     VelmTableItem table;
     attribute.getGisTableItem(u"DL"_s, table, m_stored);
     EXPECT_EQ(table.tableText, u"道路"_s);
+    EXPECT_EQ(m_const->GetVelmAttribute(), &attribute);
+    m_manager->switchVersion(Velm::VersionTextFiles);
+    EXPECT_EQ(m_const->GetVelmAttribute(), &attribute) << "the const form follows no version";
+    EXPECT_NE(m_manager->GetVelmAttribute(), &attribute);
+    m_manager->switchVersion(Velm::VersionDatabase);
+    VelmTableInfo converted;
+    attribute.getGisTableInfo(u"DL"_s, converted, m_converted);
+    EXPECT_EQ(converted.tableText, u"管线道路"_s) << "of the pipe database, as the other has none";
     EXPECT_EQ(describe(table.fields.value(0)),
               u"Dl|F|t|12|1|2|TBL_x/D|must1 export0 edit1 show0"_s);
 }

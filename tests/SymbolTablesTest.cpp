@@ -101,7 +101,8 @@ TEST_F(SymbolTables, TellHowAnnotationsArePlacedUpToANumberOutOfRange)
           "('A', 'F', 'MR', '3', 'T', '{\"k\":[1]}', 2.5, 0.5, 0.8, '-2.9', 2, 5, 8),"
           "('input', 'F', 'P', 1, 'T', '[1]', 2, 0, 1, 2.9, 3, 0, 0),"
           "('ann', 'F', 'P', 1, 'T', 'x', 2, 0, 1, 1, 0, 6, 0),"
-          "('ent', 'F', 'P', 1, 'T', null, 2, 0, 1, 1e300, 0, 0, 9)"_s});
+          "('ent', 'F', 'P', 1, 'T', null, 2, 0, 1, 1e300, 0, 0, 9),"
+          "('wide', 'F', 'P', 1, 'T', null, 2, 0, 1, 1, 4294967297, 0, 0)"_s});
     CVelmAnnotate* annotate = m_manager->GetVelmAnnotate();
     VelmAnnItem item;
     EXPECT_EQ(annotate->getAnnotateItem(u"A"_s, item), Velm::VelmOk);
@@ -110,6 +111,17 @@ TEST_F(SymbolTables, TellHowAnnotationsArePlacedUpToANumberOutOfRange)
     EXPECT_EQ(item.height + item.rotate + item.factor, 3.8);
     EXPECT_EQ(item.extdata, (Record{{u"k"_s, QVariantList{1}}}));
     EXPECT_EQ(item.inputtype * 100 + item.anntype * 10 + item.enttype, 258);
+    QString text;
+    double number = 0;
+    const auto real = [&](Velm::ErrorStatus (CVelmAnnotate::*get)(const QString&, double&)) {
+        EXPECT_EQ((annotate->*get)(u"A"_s, number), Velm::VelmOk);
+        return number;
+    };
+    EXPECT_EQ(real(&CVelmAnnotate::getHeight), 2.5);
+    EXPECT_EQ(real(&CVelmAnnotate::getRotate), 0.5);
+    EXPECT_EQ(real(&CVelmAnnotate::getFactor), 0.8);
+    EXPECT_EQ(annotate->getPlace(u"A"_s, text), Velm::VelmOk);
+    EXPECT_EQ(text, u"MR"_s);
     int linetype = 0;
     EXPECT_EQ(annotate->getLineType(u"A"_s, linetype), Velm::VelmOk);
     EXPECT_EQ(linetype, -2) << "towards 0";
@@ -119,8 +131,8 @@ TEST_F(SymbolTables, TellHowAnnotationsArePlacedUpToANumberOutOfRange)
         const char16_t* code;
         int input, ann, ent;  // as far as they were read
     };
-    for (const Case& c :
-         {Case{u"input", -1, 1, -1}, Case{u"ann", 0, 1, -1}, Case{u"ent", 0, 0, -1}}) {
+    for (const Case& c : {Case{u"input", -1, 1, -1}, Case{u"ann", 0, 1, -1}, Case{u"ent", 0, 0, -1},
+                          Case{u"wide", -1, 1, -1}}) {
         VelmAnnItem partly;
         const QString code = QString::fromUtf16(c.code);
         EXPECT_EQ(annotate->getAnnotateItem(code, partly), Velm::VelmInvalidValue);

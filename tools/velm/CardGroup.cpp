@@ -65,7 +65,7 @@ void CardGroup::addRows(const char* key, const QStringList& columns,
 
 void CardGroup::print() const
 {
-    console::print(QStringLiteral("  ") + m_title);
+    console::print(QStringLiteral("  ") + console::plain(m_title));
     const QString indent(kIndent, QLatin1Char(' '));
     for (const QStringList& line : m_lines)
         console::print(indent + console::padded(line.at(0), kLabelWidth) + line.at(1));

@@ -47,13 +47,12 @@ int explain(const Arguments& args)
     return ExitFine;
 }
 
-QVector<Problem> check(const QVector<const Rule*>& selected)
+QVector<Problem> check(const CheckedSet& set, const QVector<const Rule*>& selected)
 {
     QSet<QString> ids;
     for (const Rule* rule : selected)
         ids.insert(QLatin1String(rule->id));
     Problems problems(ids);
-    const CheckedSet set;
     rules::checkSchema(set, problems);
     rules::checkValues(set, problems);
     rules::checkRanges(set, problems);
@@ -109,7 +108,12 @@ int commands::check(const QStringList& arguments)
         return ExitCannotOpen;
     }
 
-    const QVector<Problem> problems = ::check(selected);
+    const CheckedSet set;
+    if (!set.problem().isEmpty()) {
+        console::tell(QStringLiteral("cannot read ") + set.problem());
+        return ExitCannotOpen;
+    }
+    const QVector<Problem> problems = ::check(set, selected);
     if (args.isSet(QStringLiteral("sarif")))
         report::printSarif(problems, selected);
     else if (args.json())

@@ -117,7 +117,7 @@ bool printedAll()
 
 void tell(const QString& line)
 {
-    write(stderr, (QStringLiteral("velm: ") + line + QLatin1Char('\n')).toLocal8Bit());
+    write(stderr, (QStringLiteral("velm: ") + plain(line) + QLatin1Char('\n')).toLocal8Bit());
 }
 
 QString plain(const QString& text)

@@ -183,15 +183,17 @@ Group tableGroup(const QString& code, const CVelmConfigManager& manager)
 Group recordGroup(const QString& code, const CVelmRecordManager& records)
 {
     VelmRecordConfigType type;
-    if (!records.getRecordConfigType(code, type))
+    const bool hasType = records.getRecordConfigType(code, type);
+    QVector<VelmRecordConfig> fields;
+    if (!records.getRecordConfig(code, fields) && !hasType)
         return std::nullopt;
     CardGroup group(QStringLiteral("record"), QStringLiteral("record"));
-    group.add("name", "name", type.name);
-    group.add("extend", "extension", type.extend);
-    group.add("table", "table", type.table);
-    group.add("type", "type", type.type);
-    QVector<VelmRecordConfig> fields;
-    records.getRecordConfig(code, fields);
+    if (hasType) {
+        group.add("name", "name", type.name);
+        group.add("extend", "extension", type.extend);
+        group.add("table", "table", type.table);
+        group.add("type", "type", type.type);
+    }
     QVector<QStringList> rows;
     for (const VelmRecordConfig& field : qAsConst(fields))
         rows.append({field.showField, field.writeTable, field.actualField});
@@ -228,7 +230,8 @@ FeatureCard::FeatureCard(const QString& code, const Configuration& configuration
         if (group)
             m_groups.append(*group);
     }
-    m_found = !m_name.isNull() || manager.GetVelmWork()->isValidCode(code);
+    m_found = manager.GetVelmIndex()->getName(code, m_name) == Velm::VelmOk
+              || manager.GetVelmWork()->isValidCode(code);
 }
 
 void FeatureCard::print() const

@@ -14,6 +14,9 @@ public:
     /// Looks @p code up.
     FeatureCard(const QString& code, const Configuration& configuration);
 
+    /// The card of a code that nothing defines.
+    static FeatureCard unknown(const QString& code) { return FeatureCard(code); }
+
     /// Whether the index or the work definitions hold the code.
     bool isFound() const { return m_found; }
 
@@ -24,6 +27,8 @@ public:
     QJsonObject toJson() const;
 
 private:
+    explicit FeatureCard(const QString& code) : m_code(code) {}
+
     QString m_code;
     QString m_name;
     bool m_found = false;

@@ -63,9 +63,9 @@ QStringList suggestionsFor(const QString& argument, Key key, const CVelmIndex& i
         const QString& candidate = key == Key::Code       ? item.code
                                    : key == Key::UserCode ? item.usecode
                                                           : item.table;
-        if (!candidates.contains(candidate))
-            candidates.append(candidate);
+        candidates.append(candidate);
     }
+    candidates.removeDuplicates();
     return similarTo(argument, candidates);
 }
 
@@ -135,7 +135,7 @@ private:
         m_missing = true;
         const QStringList suggestions = suggestionsFor(argument, m_key, m_configuration.index());
         if (m_json) {
-            QJsonObject answer = FeatureCard(argument, m_configuration).toJson();
+            QJsonObject answer = FeatureCard::unknown(argument).toJson();
             answer.insert(QStringLiteral("suggestions"), QJsonArray::fromStringList(suggestions));
             m_answers.append(answer);
             return;

@@ -130,15 +130,16 @@ CheckedTable::CheckedTable(const QString& database, const QString& name,
     : m_database(database), m_name(name), m_columns(columns)
 {}
 
-bool CheckedTable::read(CVelmDatabase& database)
+QString CheckedTable::read(CVelmDatabase& database)
 {
     const QStringList columns = database.allFieldName(m_name);
     for (const QString& column : columns)
         m_stored.append(column.toUpper());
     m_exists = !m_stored.isEmpty();
-    if (m_exists)
-        m_rows = database.readTable(m_name);
-    return m_exists;
+    if (!m_exists)
+        return QString();
+    m_rows = database.readTable(m_name);
+    return database.getLastErrorText();
 }
 
 Place CheckedTable::place(int row, const QString& column) const
@@ -161,13 +162,23 @@ const CheckedTable& CheckedSet::table(const char* name) const
     });
 }
 
+void CheckedSet::readTables(CVelmDatabase& database, int first, int count)
+{
+    QVector<QMap<QString, QVariant>> rows;
+    database.executeSql(QStringLiteral("select count(*) from sqlite_master"), rows);
+    QString problem = database.getLastErrorText();
+    for (int i = first; i < first + count && problem.isEmpty(); ++i)
+        problem = m_tables[i].read(database);
+    if (m_problem.isEmpty() && !problem.isEmpty())
+        m_problem = (first == 0 ? kSystem : kPipe) + QStringLiteral(": ") + problem;
+}
+
 void CheckedSet::readSystem()
 {
     CVelmDatabase database;
     if (!open(database, CVelmSystemGlobal::Instance()->getSystemConfigDb()))
         return;
-    for (int i = 0; i < systemTables().size(); ++i)
-        m_tables[i].read(database);
+    readTables(database, 0, systemTables().size());
     for (const KeyColumn& key : kKeys) {
         const QString name = QLatin1String(key.table);
         if (table(key.table).has(QLatin1String(key.column))
@@ -187,8 +198,7 @@ void CheckedSet::readPipe()
     CVelmDatabase database;
     if (!open(database, CVelmSystemGlobal::Instance()->getPipeConfigDb()))
         return;
-    for (int i = systemTables().size(); i < m_tables.size(); ++i)
-        m_tables[i].read(database);
+    readTables(database, systemTables().size(), pipeTables().size());
     const CheckedTable& dictionaries = table("SYS_DICTIONARY");
     for (int row = 0; row < dictionaries.size(); ++row)
         m_dictionaries.append(dictionaries.text(row, QStringLiteral("NAME")));
@@ -210,6 +220,7 @@ void CheckedSet::collectGisTables()
     };
     addTables(table("Attributetable"), QStringLiteral("TABLE"));
     addTables(table("SYS_GISTABLE"), QStringLiteral("LAYERNAME"));
+    addTables(table("SYS_ATTRIBUTEDEF"), QStringLiteral("TABLENAME"));
     addFields(table("Attributefield"), QStringLiteral("TABLE"), QStringLiteral("NAME"));
     addFields(table("SYS_ATTRIBUTEDEF"), QStringLiteral("TABLENAME"), QStringLiteral("FIELDNAME"));
 }

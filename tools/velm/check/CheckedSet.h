@@ -34,8 +34,9 @@ public:
     CheckedTable(const QString& database, const QString& name,
                  const QVector<CheckedColumn>& columns);
 
-    /// Reads all rows. False, and there are none, if there is no such table.
-    bool read(CVelmDatabase& database);
+    /// Reads all rows; none if there is no such table. @return why they cannot be read to the end;
+    /// empty if they can
+    QString read(CVelmDatabase& database);
 
     const QString& name() const { return m_name; }
     const QVector<CheckedColumn>& columns() const { return m_columns; }
@@ -66,6 +67,9 @@ public:
     /// Reads the databases that the library has for the root in use.
     CheckedSet();
 
+    /// Why a database cannot be read to its end; empty if they all can.
+    const QString& problem() const { return m_problem; }
+
     const QVector<CheckedTable>& tables() const { return m_tables; }
     /// A table that the library reads, by its name.
     const CheckedTable& table(const char* name) const;
@@ -78,6 +82,7 @@ public:
     const QStringList& withoutIndex() const { return m_withoutIndex; }
 
 private:
+    void readTables(CVelmDatabase& database, int first, int count);
     void readSystem();
     void readPipe();
     void collectGisTables();
@@ -86,4 +91,5 @@ private:
     QMap<QString, QStringList> m_gisTables;
     QStringList m_dictionaries;
     QStringList m_withoutIndex;
+    QString m_problem;
 };

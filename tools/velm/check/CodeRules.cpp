@@ -32,6 +32,24 @@ void checkUnique(const CheckedTable& table, const char* columnName, const Rule* 
     }
 }
 
+/// Reports user codes of more than one feature code.
+void checkUserCodes(const CheckedTable& index, Problems& problems)
+{
+    const QString column = QStringLiteral("USECODE");
+    QHash<QString, QString> codeOfUserCode;
+    for (int row = 0; row < index.size(); ++row) {
+        const QString userCode = index.text(row, column).toLower();
+        const QString code = index.text(row, QStringLiteral("CODE"));
+        if (userCode.isEmpty())
+            continue;
+        const QString first = codeOfUserCode.value(userCode, code);
+        if (first != code)
+            problems.add(rules::kDuplicateUserCode, index.place(row, column),
+                         QStringLiteral("belongs to the code \"%1\" too").arg(first));
+        codeOfUserCode.insert(userCode, first);
+    }
+}
+
 QHash<QString, int> codesOf(const CheckedTable& table)
 {
     QHash<QString, int> codes;
@@ -60,7 +78,7 @@ void rules::checkCodes(const CheckedSet& set, Problems& problems)
     for (const char* name : {"indexini", "Workdef", "QuobAreaLine", "VelmAnnotate",
                              "IndexiniExtend", "RecordConfigType"})
         checkUnique(set.table(name), "CODE", &kDuplicateCode, &kCodeDiffersInCase, problems);
-    checkUnique(index, "USECODE", &kDuplicateUserCode, &kDuplicateUserCode, problems);
+    checkUserCodes(index, problems);
     checkUnique(work, "LAYER", nullptr, &kLayerDiffersInCase, problems);
     if (!index.exists() || !work.exists())
         return;

@@ -15,15 +15,19 @@ QString quoted(const QString& text)
     return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
-/// Reports the names in a column, separated by ";", that are no GIS tables.
+/// Reports the names in a column that are no GIS tables. Only extension tables are a list,
+/// separated by ";".
 void checkTableNames(const CheckedSet& set, const char* tableName, const char* columnName,
                      const Rule& rule, Problems& problems)
 {
     const CheckedTable& table = set.table(tableName);
     const QString column = QLatin1String(columnName);
     for (int row = 0; row < table.size(); ++row) {
-        const QStringList names =
-            table.text(row, column).split(QLatin1Char(';'), Qt::SkipEmptyParts);
+        const QString text = table.text(row, column);
+        QStringList names{text};
+        if (&rule == &rules::kUnknownExtensionTable)
+            names = text.split(QLatin1Char(';'));
+        names.removeAll(QString());
         for (const QString& name : names) {
             if (!set.gisTables().contains(name.toUpper()))
                 problems.add(rule, table.place(row, column),

@@ -14,7 +14,7 @@ const Rule kCodeWithoutDrawing{
 const Rule kDrawingWithoutCode{"drawing-without-code", Severity::Warning,
                                "A work definition belongs to no feature code of the index."};
 const Rule kDuplicateCode{"duplicate-code", Severity::Error,
-                          "A code has more than one row, and only the last one counts."};
+                          "A code has more than one row, and only one of them counts."};
 const Rule kCodeDiffersInCase{
     "code-differs-in-case", Severity::Warning,
     "Two codes differ in letter case only; codes are compared exactly, so "

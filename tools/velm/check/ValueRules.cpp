@@ -4,6 +4,9 @@
 #include <QJsonDocument>
 #include <QTextCodec>
 
+#include <cmath>
+#include <limits>
+
 namespace {
 
 /// Whether a value converts as the library converts it; empty and missing values are 0 on purpose.
@@ -12,10 +15,9 @@ bool isNumber(const QVariant& value, CheckedColumn::Kind kind)
     if (value.isNull() || value.toString().isEmpty())
         return true;
     bool converts = false;
+    const double number = value.toDouble(&converts);
     if (kind == CheckedColumn::Integer)
-        value.toInt(&converts);
-    else
-        value.toDouble(&converts);
+        return converts && std::abs(number) <= std::numeric_limits<int>::max();
     return converts;
 }
 
@@ -99,7 +101,7 @@ void rules::checkRanges(const CheckedSet& set, Problems& problems)
         const CheckedTable& table = set.table(range.table);
         const QString column = QLatin1String(range.column);
         for (int row = 0; row < table.size(); ++row) {
-            const int number = table.value(row, column).toInt();
+            const qint64 number = table.value(row, column).toLongLong();
             if (number < 0 || number > range.last)
                 problems.add(*range.rule, table.place(row, column),
                              QStringLiteral("is not within 0 to %1").arg(range.last));
