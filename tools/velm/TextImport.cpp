@@ -104,7 +104,7 @@ void TextImport::useWorkLine(const QStringList& fields)
 
 void TextImport::useAttributeLine(const QStringList& fields)
 {
-    const QString kind = fields.first();
+    const QString& kind = fields.first();
     const QString tableKey = QStringLiteral("TABLE");
     if (kind == QLatin1String("T")) {
         addRow(QStringLiteral("Attributetable"), older::attributeTableColumns(), fields.mid(1),

@@ -77,7 +77,8 @@ QStringList convertedFields(const QJsonValue& fieldMap)
     if (fieldMap.isObject())
         return fieldMap.toObject().keys();
     QStringList names;
-    for (const QJsonValue& field : fieldMap.toArray())
+    const QJsonArray fields = fieldMap.toArray();
+    for (const auto& field : fields)
         names.append(field[QStringLiteral("FieldName")].toString());
     return names;
 }
