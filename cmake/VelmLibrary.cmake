@@ -56,7 +56,9 @@ add_library(velm_objects OBJECT
     config/ConfigJson.cpp
     config/ConfigRecord.cpp
     config/DefinitionFile.cpp
+    config/DocumentCheck.cpp
     config/FieldConversion.cpp
+    config/GenusLayout.cpp
     config/GlobalParamStore.cpp
     config/SystemConfig.cpp)
 set_target_properties(velm_objects PROPERTIES

@@ -78,7 +78,7 @@ Document parse(const QString& text)
     };
     document.Populate(generate);
     if (result.IsError())
-        throw Error({failure(result)});
+        throw ParseError(failure(result));
     return document;
 }
 

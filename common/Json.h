@@ -18,7 +18,7 @@ using Value = rapidjson::GenericValue<Encoding>;
 using Allocator = Document::AllocatorType;
 
 /// What is wrong with a JSON text, or with some members of a document: one message for each.
-/// The only exception of the library; it is caught at the library's public edge.
+/// The only exception of the library, with ParseError; it is caught at the library's public edge.
 class Error : public std::exception
 {
 public:
@@ -33,10 +33,17 @@ private:
     QByteArray m_what;
 };
 
+/// A text is no JSON.
+class ParseError : public Error
+{
+public:
+    explicit ParseError(const QString& message) : Error({message}) {}
+};
+
 /// Objects and arrays may be nested this deep; what goes deeper is a parse error.
 constexpr int kDeepestNesting = 512;
 
-/// The document that @p text holds. Throws Error.
+/// The document that @p text holds. Throws ParseError.
 Document parse(const QString& text);
 
 /// @p value as text, without blanks.

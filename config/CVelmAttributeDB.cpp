@@ -10,6 +10,48 @@
 
 using namespace velm::detail;
 
+namespace {
+
+/// What both tables of fields tell of a field.
+class FieldColumns
+{
+public:
+    /// The names of the columns that differ.
+    struct Names
+    {
+        const char *table, *name, *text, *type, *length, *decimals;
+    };
+
+    FieldColumns(const TableReader& rows, const Names& names)
+        : m_table(rows.column(QLatin1String(names.table))),
+          m_name(rows.column(QLatin1String(names.name))),
+          m_text(rows.column(QLatin1String(names.text))),
+          m_type(rows.column(QLatin1String(names.type))),
+          m_length(rows.column(QLatin1String(names.length))),
+          m_decimals(rows.column(QLatin1String(names.decimals))),
+          m_must(rows.column(QStringLiteral("NOTNULL")))
+    {}
+
+    /// The field in the current row.
+    VelmFieldItem field(const TableReader& rows) const
+    {
+        VelmFieldItem field;
+        field.m_tableName = rows.text(m_table);
+        field.m_fieldName = rows.text(m_name);
+        field.m_fieldText = rows.text(m_text);
+        setFieldType(field, rows.value(m_type).toInt());
+        field.m_fieldLength = rows.value(m_length).toInt();
+        field.m_fieldDecimal = rows.value(m_decimals).toInt();
+        field.m_fieldMust = rows.value(m_must).toInt() != 0;
+        return field;
+    }
+
+private:
+    int m_table, m_name, m_text, m_type, m_length, m_decimals, m_must;
+};
+
+}  // namespace
+
 Velm::ErrorStatus CVelmAttributeDB::initVelmAttribute(CVelmDatabase& db)
 {
     loadTables(db);
@@ -45,29 +87,16 @@ void CVelmAttributeDB::loadTables(CVelmDatabase& db)
 void CVelmAttributeDB::loadFields(CVelmDatabase& db)
 {
     TableReader rows(db.getQSqlDatabase(), QStringLiteral("Attributefield"));
-    const int table = rows.column(QStringLiteral("TABLE"));
-    const int name = rows.column(QStringLiteral("NAME"));
-    const int text = rows.column(QStringLiteral("TEXT"));
-    const int type = rows.column(QStringLiteral("TYPE"));
-    const int length = rows.column(QStringLiteral("LENGTH"));
-    const int decimal = rows.column(QStringLiteral("DECIMAL"));
+    const FieldColumns columns(rows, {"TABLE", "NAME", "TEXT", "TYPE", "LENGTH", "DECIMAL"});
     const int value = rows.column(QStringLiteral("DEFAULT"));
-    const int must = rows.column(QStringLiteral("NOTNULL"));
     const int exported = rows.column(QStringLiteral("BEXPORT"));
     const int edit = rows.column(QStringLiteral("ENABLEEDIT"));
     while (rows.next()) {
-        const auto owner = m_gisTables.find(rows.text(table).toUpper());
+        VelmFieldItem field = columns.field(rows);
+        const auto owner = m_gisTables.find(field.m_tableName.toUpper());
         if (owner == m_gisTables.end())
             continue;
-        VelmFieldItem field;
-        field.m_tableName = rows.text(table);
-        field.m_fieldName = rows.text(name);
-        field.m_fieldText = rows.text(text);
-        setFieldType(field, rows.value(type).toInt());
-        field.m_fieldLength = rows.value(length).toInt();
-        field.m_fieldDecimal = rows.value(decimal).toInt();
         setDefaultOrDictionary(field, rows.text(value));
-        field.m_fieldMust = rows.value(must).toInt() != 0;
         field.m_fieldExport = rows.value(exported).toInt() != 0;
         if (edit >= 0)
             field.m_fieldEdit = rows.value(edit).toInt() != 0;
@@ -94,26 +123,14 @@ void CVelmAttributeDB::loadPipeTables(CVelmDatabase& pipe)
 void CVelmAttributeDB::loadPipeFields(CVelmDatabase& pipe)
 {
     TableReader rows(pipe.getQSqlDatabase(), QStringLiteral("SYS_ATTRIBUTEDEF"));
-    const int table = rows.column(QStringLiteral("TABLENAME"));
-    const int name = rows.column(QStringLiteral("FIELDNAME"));
-    const int text = rows.column(QStringLiteral("FIELDTEXT"));
-    const int type = rows.column(QStringLiteral("FIELDTYPE"));
-    const int length = rows.column(QStringLiteral("FIELDLENGTH"));
-    const int decimal = rows.column(QStringLiteral("FIELDDECIMAL"));
+    const FieldColumns columns(
+        rows, {"TABLENAME", "FIELDNAME", "FIELDTEXT", "FIELDTYPE", "FIELDLENGTH", "FIELDDECIMAL"});
     const int value = rows.column(QStringLiteral("DEFAULTVALUE"));
     const int dictionary = rows.column(QStringLiteral("DICTIONARY"));
-    const int must = rows.column(QStringLiteral("NOTNULL"));
     while (rows.next()) {
-        VelmFieldItem field;
-        field.m_tableName = rows.text(table);
-        field.m_fieldName = rows.text(name);
-        field.m_fieldText = rows.text(text);
-        setFieldType(field, rows.value(type).toInt());
-        field.m_fieldLength = rows.value(length).toInt();
-        field.m_fieldDecimal = rows.value(decimal).toInt();
+        VelmFieldItem field = columns.field(rows);
         field.m_defaultValue = rows.text(value);
         field.m_fieldDict = rows.text(dictionary);
-        field.m_fieldMust = rows.value(must).toInt() != 0;
         VelmTableItem& owner = m_gisTables[field.m_tableName.toUpper()];
         if (owner.tableName.isEmpty())
             owner.tableName = field.m_tableName;
@@ -129,7 +146,8 @@ bool CVelmAttributeDB::loadConversion(CVelmDatabase& db)
                              .toString();
     if (text.isEmpty())
         return false;
-    if (const auto conversion = parseFieldConversion(text)) {
+    if (const auto conversion =
+            parseFieldConversion(text, logAs(QStringLiteral("field conversion")))) {
         const QString table = conversion->tableInfo.tableName.value_or(QString());
         m_overlay.insert(table.toUpper(), std::make_shared<const FieldConversion>(*conversion));
     }

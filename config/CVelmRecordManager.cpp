@@ -1,6 +1,6 @@
 #include "CVelmRecordManager.h"
 
-#include "config/ConfigJson.h"
+#include "config/GenusLayout.h"
 #include "config/SystemConfig.h"
 #include "CVelmDatabase.h"
 #include "CVelmReadGlobaldefinesTable.h"
@@ -9,13 +9,6 @@
 #include <QSqlDatabase>
 
 using namespace velm::detail;
-
-// clang-format off: a line a member
-VELM_JSON_RECORD(VelmRecordGenusDatabase, VELM_JSON(headerList, "HeaderList"),
-                 VELM_JSON(keyField, "KeyField"), VELM_JSON(fieldType, "FieldType"),
-                 VELM_JSON(fieldDecimal, "FieldDecimal"), VELM_JSON(matchRule, "MatchRule"),
-                 VELM_JSON(showPoint, "ShowPoint"))
-// clang-format on
 
 CVelmRecordManager::CVelmRecordManager()
 {
@@ -123,12 +116,8 @@ bool CVelmRecordManager::getGenusDatabase(VelmRecordGenusDatabase& layout) const
     QString text;
     if (!CVelmReadGlobaldefinesTable::Instance()->get_value(QStringLiteral("图属库"), text))
         return false;
-    const QString what = QStringLiteral("graphic-attribute library");
-    const std::optional<json::Document> document = parseConfigObject(text, what);
-    if (!document)
-        return false;
-    VelmRecordGenusDatabase read;
-    readConfigObject(*document, what, read);
-    layout = read;
-    return true;
+    const auto read = parseGenusLayout(text, logAs(QStringLiteral("graphic-attribute library")));
+    if (read)
+        layout = *read;
+    return read.has_value();
 }

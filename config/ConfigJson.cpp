@@ -4,7 +4,15 @@
 
 namespace velm::detail {
 
-std::optional<json::Document> parseConfigObject(const QString& text, const QString& what)
+ProblemSink logAs(const QString& what)
+{
+    return [what](const json::Error& error) {
+        for (const QString& problem : error.messages())
+            qWarning().noquote() << what + QLatin1Char(':') << problem;
+    };
+}
+
+std::optional<json::Document> parseConfigObject(const QString& text, const ProblemSink& tell)
 {
     if (text.isEmpty())
         return std::nullopt;
@@ -14,15 +22,9 @@ std::optional<json::Document> parseConfigObject(const QString& text, const QStri
             return document;
         throw json::Error({QStringLiteral("not object. (path:")});
     } catch (const json::Error& error) {
-        logProblems(error, what);
+        tell(error);
     }
     return std::nullopt;
-}
-
-void logProblems(const json::Error& error, const QString& what)
-{
-    for (const QString& problem : error.messages())
-        qWarning().noquote() << what + QLatin1Char(':') << problem;
 }
 
 }  // namespace velm::detail

@@ -2,26 +2,31 @@
 
 #include "common/JsonBinding.h"
 
+#include <functional>
 #include <optional>
 
-/// Reading JSON that people have written into the configuration: what is wrong with it is logged,
-/// and the rest counts.
+/// Reading JSON that people have written into the configuration: what is wrong with it is told, and
+/// the rest counts.
 namespace velm::detail {
 
+/// Gets what is wrong with a document.
+using ProblemSink = std::function<void(const json::Error&)>;
+
+/// Logs each problem, with @p what in front.
+ProblemSink logAs(const QString& what);
+
 /// The JSON object that @p text holds, if it is one. An empty text is none; why another one is not
-/// is logged, with @p what in front.
-std::optional<json::Document> parseConfigObject(const QString& text, const QString& what);
+/// is told.
+std::optional<json::Document> parseConfigObject(const QString& text, const ProblemSink& tell);
 
-void logProblems(const json::Error& error, const QString& what);
-
-/// Reads @p object into @p record; members that fail are logged and stay as they are.
+/// Reads @p object into @p record; members that fail are told and stay as they are.
 template<class Record>
-void readConfigObject(const json::Value& object, const QString& what, Record& record)
+void readConfigObject(const json::Value& object, Record& record, const ProblemSink& tell)
 {
     try {
         json::read(object, record);
     } catch (const json::Error& error) {
-        logProblems(error, what);
+        tell(error);
     }
 }
 

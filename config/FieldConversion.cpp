@@ -1,7 +1,5 @@
 #include "config/FieldConversion.h"
 
-#include "config/ConfigJson.h"
-
 using namespace velm::detail;
 
 // clang-format off: a line a member
@@ -83,15 +81,14 @@ QString FieldConversion::nameOf(const VelmFieldItem& field) const
                                       : it->m_fieldName.value_or(field.m_fieldName);
 }
 
-std::optional<FieldConversion> parseFieldConversion(const QString& text)
+std::optional<FieldConversion> parseFieldConversion(const QString& text, const ProblemSink& tell)
 {
-    const QString what = QStringLiteral("field conversion");
-    std::optional<json::Document> document = parseConfigObject(text, what);
+    std::optional<json::Document> document = parseConfigObject(text, tell);
     if (!document)
         return std::nullopt;
     keyFieldsByName(*document);
     FieldConversion read;
-    readConfigObject(*document, what, read);
+    readConfigObject(*document, read, tell);
     FieldConversion conversion{read.tableInfo, {}};
     for (auto it = read.m_newFieldMap.cbegin(); it != read.m_newFieldMap.cend(); ++it)
         conversion.m_newFieldMap.insert(it.key().toUpper(), it.value());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/ConfigJson.h"
 #include "CVelmAttribute.h"
 
 #include <QMap>
@@ -50,8 +51,7 @@ struct FieldConversion
 };
 
 /// The conversion that @p text holds. Its fields may be an object by field name or an array of
-/// objects with a "FieldName". What cannot be read is logged; a text that is no JSON object is
-/// none.
-std::optional<FieldConversion> parseFieldConversion(const QString& text);
+/// objects with a "FieldName". What cannot be read is told; a text that is no JSON object is none.
+std::optional<FieldConversion> parseFieldConversion(const QString& text, const ProblemSink& tell);
 
 }  // namespace velm::detail

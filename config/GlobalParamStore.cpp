@@ -38,9 +38,14 @@ bool readShipped(QString& text)
     return database.getLastErrorText().isEmpty();
 }
 
+ProblemSink log()
+{
+    return logAs(QStringLiteral("global parameters"));
+}
+
 std::optional<json::Document> parse(const QString& text)
 {
-    return parseConfigObject(text, QStringLiteral("global parameters"));
+    return parseConfigObject(text, log());
 }
 
 /// The first of @p texts that is a JSON object, or an empty object.
@@ -88,7 +93,7 @@ bool GlobalParamStore::load(VelmGlobalParam& param)
     if (!document)
         return false;
     VelmGlobalParam loaded;
-    readConfigObject(*document, QStringLiteral("global parameters"), loaded);
+    readConfigObject(*document, loaded, log());
     param = loaded;
     m_reference = loaded;
     m_text = text;

@@ -1,10 +1,13 @@
 #include "CVelmAnnotate.h"
 #include "CVelmAreaLine.h"
+#include "CVelmAttribute.h"
 #include "CVelmCmdSetting.h"
 #include "CVelmCodeManager.h"
 #include "CVelmConfigManager.h"
 #include "CVelmFrame.h"
+#include "CVelmIndex.h"
 #include "CVelmRecordManager.h"
+#include "CVelmWork.h"
 
 #include "support/Printers.h"
 #include "support/Records.h"
@@ -86,6 +89,16 @@ TEST_F(SymbolTables, KeepAreasInTheDatabaseFirst)
     EXPECT_FALSE(areas->UpdateAreaLine({refused, added}));
     EXPECT_EQ(areas->GetAreaLineHatchColor(u"B"_s), 9) << "what was written is loaded";
     EXPECT_TRUE(areas->UpdateAreaLine({}));
+    runSql(
+        {u"insert into QuobAreaLine (CODE, GROUPNAME) values ('A', 'last')"_s,
+         u"create trigger t before update on QuobAreaLine when old.GROUPNAME = 'last' begin select "
+         "raise(abort, 'no'); end"_s});
+    changed.groupname = u"half"_s;
+    EXPECT_FALSE(areas->addAreaLineItem(changed)) << "fails at the second of its rows";
+    EXPECT_EQ(areas->GetAreaLineGroupName(u"A"_s), u"new"_s);
+    EXPECT_EQ(querySql(u"select GROUPNAME from QuobAreaLine where CODE = 'A'"_s),
+              (QStringList{u"new"_s, u"last"_s}));
+    runSql({u"delete from QuobAreaLine where GROUPNAME = 'last'"_s});
     EXPECT_EQ(querySql(u"select CODE || GROUPNAME || HATCHCOLOR from QuobAreaLine"_s),
               (QStringList{u"Anew9"_s, u"Bnew9"_s}));
     ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
@@ -256,6 +269,81 @@ TEST_F(SymbolTables, TellHowRecordsAreShownAndWritten)
     EXPECT_EQ(layout.fieldType + layout.fieldDecimal, (QList<int>{0, 3, 0, 2}));
     EXPECT_TRUE(layout.showPoint);
     EXPECT_EQ(layout.matchRule, 0);
+}
+
+TEST_F(SymbolTables, TakeHostileValuesAsTextOrAsNothing)
+{
+    const QMap<QString, QStringList> tables{
+        {u"indexini"_s, {u"CODE"_s, u"NAME"_s, u"WIDTH"_s, u"TABLE"_s}},
+        {u"Workdef"_s, {u"CODE"_s, u"LAYER"_s, u"ENTTYPE"_s, u"COLOR"_s}},
+        {u"QuobAreaLine"_s, {u"CODE"_s, u"LINEWIDTH"_s, u"GROUPNAME"_s, u"HATCHCOLOR"_s}},
+        {u"VelmAnnotate"_s, {u"CODE"_s, u"FONT"_s, u"EXTDATA"_s, u"HEIGHT"_s, u"ENTTYPE"_s}},
+        {u"Attributetable"_s, {u"TABLE"_s, u"TEXT"_s, u"TYPE"_s}},
+        {u"Attributefield"_s, {u"TABLE"_s, u"NAME"_s, u"TYPE"_s, u"DEFAULT"_s, u"NOTNULL"_s}},
+        {u"VelmFrame"_s, {u"ConfigName"_s, u"FRAMEMODE"_s, u"FRAMETAG"_s}},
+        {u"VelmCmdSetting"_s, {u"CmdName"_s, u"CmdText"_s}},
+        {u"RecordConfigType"_s, {u"CODE"_s, u"NAME"_s}},
+        {u"RecordConfig"_s, {u"CODE"_s, u"SHOWFIELD"_s}}};
+    struct Case
+    {
+        const char* value;  // of every cell, as SQL
+        int length;         // of its text
+        bool isNumber;
+    };
+    for (const Case& c : {Case{"'{'", 1, false}, Case{"'[1,{}]'", 6, false},
+                          Case{"replace(hex(zeroblob(500000)), '0', 'x')", 1000000, false},
+                          Case{"'7'", 1, true}, Case{"7", 1, true}, Case{"x'7b'", 1, false}}) {
+        QStringList statements;
+        const QString value = QString::fromUtf8(c.value);
+        for (auto table = tables.begin(); table != tables.end(); ++table) {
+            const QString name = table.key();
+            const QString others = (u", "_s + value).repeated(table->size() - 1);
+            statements +=
+                {u"drop table if exists "_s + name,
+                 u"create table %1 ([%2])"_s.arg(name, table->join(u"], ["_s)),
+                 u"insert into %1 values (cast(%2 as text)%3)"_s.arg(name, value, others)};
+        }
+        load(statements);
+        const CVelmConfigManager* manager = m_manager;
+        ASSERT_EQ(manager->GetVelmIndex()->getIndexMap().size(), 1) << c.value;
+        const VelmIndexItem index = manager->GetVelmIndex()->getIndexMap().first();
+        EXPECT_EQ(index.name.size(), c.length) << c.value;
+        EXPECT_EQ(index.width, c.isNumber ? 7.0 : 0.0) << c.value;
+        VelmTableItem table;
+        EXPECT_EQ(manager->GetVelmAttribute()->getGisTableItem(index.table, table, {}),
+                  Velm::VelmOk);
+        EXPECT_EQ(table.fields.value(0).m_fieldMust, c.isNumber) << c.value;
+        EXPECT_EQ(m_manager->GetVelmAreaLine()->GetAreaLineHatchColor(index.code),
+                  c.isNumber ? 7 : 0);
+        VelmAnnItem annotation;
+        EXPECT_EQ(m_manager->GetVelmAnnotate()->getAnnotateItem(index.code, annotation),
+                  Velm::VelmOk);
+        EXPECT_TRUE(annotation.extdata.isEmpty());
+        VelmFrameItem frame;
+        EXPECT_EQ(m_manager->GetVelmFrame()->getFrameItem(index.code, frame), Velm::VelmOk);
+        EXPECT_EQ(frame.framesizetype, 128);
+        Record map;
+        EXPECT_EQ(m_manager->GetVelmCmdSetting()->getCommandSettingVariantMap(index.code, map),
+                  Velm::VelmSettingConvertFailed);
+        EXPECT_EQ(querySql(u"select count(*) from VelmFrame"_s), QStringList{u"1"_s});
+    }
+}
+
+TEST_F(SymbolTables, AreEmptyWithoutTheirTablesAndColumns)
+{
+    load({u"create table Workdef (X)"_s, u"insert into Workdef values (1)"_s,
+          u"create table VelmFrame (ConfigName)"_s, u"insert into VelmFrame values ('A')"_s,
+          u"create table VelmAnnotate (CODE)"_s, u"insert into VelmAnnotate values ('A')"_s});
+    const CVelmConfigManager* manager = m_manager;
+    EXPECT_TRUE(manager->GetVelmIndex()->getIndexMap().isEmpty());
+    EXPECT_TRUE(manager->GetVelmWork()->isValidCode(QString())) << "a row without any column";
+    EXPECT_TRUE(manager->GetVelmAttribute()->getGisTableNameArray({}).isEmpty());
+    VelmFrameItem frame;
+    EXPECT_EQ(m_manager->GetVelmFrame()->getFrameItem(u"A"_s, frame), Velm::VelmOk);
+    EXPECT_EQ(frame.framename + QString::number(frame.framesizetype), u"128"_s);
+    VelmAnnItem annotation;
+    EXPECT_EQ(m_manager->GetVelmAnnotate()->getAnnotateItem(u"A"_s, annotation), Velm::VelmOk);
+    EXPECT_EQ(annotation.height, 0.0);
 }
 
 TEST_F(SymbolTables, ChooseAmongDefinedCodes)

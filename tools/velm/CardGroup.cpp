@@ -44,8 +44,9 @@ void CardGroup::addValue(const char* key, const char* label, const QJsonValue& v
                          const QString& shown)
 {
     m_json.insert(QLatin1String(key), value);
-    m_lines.append(
-        {QLatin1String(label), shown.isEmpty() ? QStringLiteral("-") : console::plain(shown)});
+    m_lines.append({QLatin1String(label), shown.isEmpty()
+                                              ? QStringLiteral("-")
+                                              : console::clipped(console::plain(shown))});
 }
 
 void CardGroup::addRows(const char* key, const QStringList& columns,

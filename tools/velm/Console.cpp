@@ -155,6 +155,18 @@ int displayWidth(const QString& text)
     return width;
 }
 
+QString clipped(const QString& text)
+{
+    constexpr int kWidest = 160;
+    const QString start = text.left(kWidest);  // a column a character, at least
+    if (start.size() == text.size() && displayWidth(text) <= kWidest)
+        return text;
+    int length = start.size();
+    while (displayWidth(text.left(length)) > kWidest - 3 || start.at(length - 1).isHighSurrogate())
+        --length;
+    return start.left(length) + QStringLiteral("...");
+}
+
 QString padded(const QString& text, int width)
 {
     return text + QString(std::max(0, width - displayWidth(text)), QLatin1Char(' '));

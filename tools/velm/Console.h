@@ -44,6 +44,9 @@ QString swatch(int colourIndex);
 /// none for a combining mark (Unicode Standard Annex 11).
 int displayWidth(const QString& text);
 
+/// @p text up to so many columns that a table stays readable, with "..." where it goes on.
+QString clipped(const QString& text);
+
 /// @p text with blanks up to @p width columns.
 QString padded(const QString& text, int width);
 

@@ -16,17 +16,6 @@ int cannot(const QString& problem)
     return ExitCannotOpen;
 }
 
-/// The system configuration database of the sample set, for its tables.
-SampleDatabase systemDatabase(QString& problem)
-{
-    const QVector<SampleDatabase> databases = readSampleSet(problem);
-    for (const SampleDatabase& database : databases) {
-        if (database.fileName == QLatin1String("peltaconfig.db"))
-            return database;
-    }
-    return SampleDatabase();
-}
-
 /// Makes the database as a whole or not at all. @return what went wrong; empty if nothing did
 QString write(const SampleDatabase& database, const QFileInfo& target)
 {

@@ -158,6 +158,16 @@ QVector<SampleDatabase> readSampleSet(QString& problem)
     return databases;
 }
 
+SampleDatabase systemDatabase(QString& problem)
+{
+    const QVector<SampleDatabase> databases = readSampleSet(problem);
+    for (const SampleDatabase& database : databases) {
+        if (database.fileName == QLatin1String("peltaconfig.db"))
+            return database;
+    }
+    return SampleDatabase();
+}
+
 QString writeSampleDatabase(const SampleDatabase& sample, const QString& path)
 {
     CVelmDatabase database;

@@ -33,6 +33,9 @@ struct SampleDatabase
 /// problem.
 QVector<SampleDatabase> readSampleSet(QString& problem);
 
+/// The system configuration database of it.
+SampleDatabase systemDatabase(QString& problem);
+
 /// Makes a database file with all tables, rows and an index on every key. @return what went wrong;
 /// empty if nothing did
 QString writeSampleDatabase(const SampleDatabase& sample, const QString& path);

@@ -55,17 +55,25 @@ TextImport::TextImport(const SampleDatabase& database) : m_database(database)
 
 QString TextImport::read(const QString& folder)
 {
-    QString problem = readFile(folder, QStringLiteral("index.ini"), &TextImport::useIndexLine);
-    if (problem.isEmpty())
-        problem = readFile(folder, QStringLiteral("work.def"), &TextImport::useWorkLine);
-    if (problem.isEmpty())
-        problem = readFile(folder, QStringLiteral("attribute.def"), &TextImport::useAttributeLine);
+    QString problem;
+    for (const char* name : {"index.ini", "work.def", "attribute.def"}) {
+        if (problem.isEmpty())
+            problem = readFile(folder, QLatin1String(name));
+    }
     return problem;
 }
 
-QString TextImport::readFile(const QString& folder, const QString& name,
-                             void (TextImport::*use)(const QStringList& fields))
+TextImport::LineUser TextImport::userOf(const QString& name)
 {
+    if (name == QLatin1String("index.ini"))
+        return &TextImport::useIndexLine;
+    return name == QLatin1String("work.def") ? &TextImport::useWorkLine
+                                             : &TextImport::useAttributeLine;
+}
+
+QString TextImport::readFile(const QString& folder, const QString& name)
+{
+    const LineUser use = userOf(name);
     const QString path = CVelmFindFile::Instance()->findFile(folder, name, false);
     if (path.isEmpty())
         return QString();
@@ -79,6 +87,7 @@ QString TextImport::readFile(const QString& folder, const QString& name,
     m_file = name;
     m_files.append(name);
     const QList<QByteArray> lines = bytes.split('\n');
+    m_lineCount = lines.last().isEmpty() ? lines.size() - 1 : lines.size();
     for (m_line = 1; m_line <= lines.size(); ++m_line) {
         const QByteArray line = lines.at(m_line - 1).trimmed();
         const Codec codec = ofFile ? ofFile : codecOf(line);

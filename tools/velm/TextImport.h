@@ -29,14 +29,20 @@ public:
     /// missing one leaves its tables empty. @return why a file cannot be read; empty if all can
     QString read(const QString& folder);
 
+    /// Reads the file @p name of them only, and answers the same way.
+    QString readFile(const QString& folder, const QString& name);
+
+    /// The lines of the file read last; an end of line at its end begins no other one.
+    int lineCount() const { return m_lineCount; }
     /// The files that were there.
     const QStringList& files() const { return m_files; }
     const SampleDatabase& database() const { return m_database; }
     const QVector<UnusedLine>& unused() const { return m_unused; }
 
 private:
-    QString readFile(const QString& folder, const QString& name,
-                     void (TextImport::*use)(const QStringList& fields));
+    using LineUser = void (TextImport::*)(const QStringList& fields);
+
+    static LineUser userOf(const QString& name);
     void useIndexLine(const QStringList& fields);
     void useWorkLine(const QStringList& fields);
     void useAttributeLine(const QStringList& fields);
@@ -53,5 +59,6 @@ private:
     QVector<UnusedLine> m_unused;
     QString m_file;  // the one that is being read
     int m_line = 0;
+    int m_lineCount = 0;
     QMap<QString, QPair<int, int>> m_rowOfKey;  // of the table and key: row, line
 };

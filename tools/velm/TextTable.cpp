@@ -14,7 +14,7 @@ void TextTable::addRow(const QStringList& cells)
 {
     QStringList row;
     for (const QString& cell : cells)
-        row.append(console::plain(cell));
+        row.append(console::clipped(console::plain(cell)));
     m_rows.append(row);
 }
 

@@ -2,6 +2,7 @@
 
 #include "CVelmDatabase.h"
 #include "CVelmSystemGlobal.h"
+#include "CVelmTBLManager.h"
 
 #include <QFileInfo>
 
@@ -92,6 +93,14 @@ QVector<CheckedTable> pipeTables()
             table("PIP_SysConfig", {integer("FIELDTYPE"), text("FIELDNAME")})};
 }
 
+/// Where the library looks for a field conversion that the system configuration does not have.
+CheckedTable pipeDefines()
+{
+    CheckedTable table(kPipe, QStringLiteral("globaldefines"), {text("KEY"), text("VALUE")});
+    table.setOptional();
+    return table;
+}
+
 struct KeyColumn
 {
     const char* table;
@@ -103,19 +112,23 @@ constexpr KeyColumn kKeys[] = {{"indexini", "CODE"},        {"Workdef", "CODE"},
                                {"VelmFrame", "CONFIGNAME"}, {"VelmCmdSetting", "CMDNAME"},
                                {"globaldefines", "KEY"}};
 
-/// The columns with which an index of the table begins, in upper case.
-QStringList indexedColumns(CVelmDatabase& database, const QString& table)
+/// Whether the rows with a text in a column are found without reading the whole table.
+bool isSearched(CVelmDatabase& database, const KeyColumn& key)
 {
-    QVector<QMap<QString, QVariant>> rows;
-    database.executeSql(
-        QStringLiteral("select i.name as column_name from pragma_index_list('%1') l, "
-                       "pragma_index_info(l.name) i where i.seqno = 0")
-            .arg(table),
-        rows);
-    QStringList columns;
-    for (const auto& row : rows)
-        columns.append(row.value(QStringLiteral("COLUMN_NAME")).toString().toUpper());
-    return columns;
+    QVector<QMap<QString, QVariant>> plan;
+    database.executeSql(QStringLiteral("explain query plan select * from [%1] where [%2] = 'x'")
+                            .arg(QLatin1String(key.table), QLatin1String(key.column)),
+                        plan);
+    return std::any_of(plan.begin(), plan.end(), [](const auto& step) {
+        return step.value(QStringLiteral("DETAIL")).toString().startsWith(QLatin1String("SEARCH"));
+    });
+}
+
+/// Whether @p table is named as a dictionary.
+bool isDictionary(const QString& table)
+{
+    return table.startsWith(QLatin1String("TBL_"), Qt::CaseInsensitive)
+           || table.startsWith(QLatin1String("TB_"), Qt::CaseInsensitive);
 }
 
 bool open(CVelmDatabase& database, const QString& path)
@@ -138,7 +151,7 @@ QString CheckedTable::read(CVelmDatabase& database)
     m_exists = !m_stored.isEmpty();
     if (!m_exists)
         return QString();
-    m_rows = database.readTable(m_name);
+    m_rows = database.readTable(QLatin1Char('[') + m_name + QLatin1Char(']'));
     return database.getLastErrorText();
 }
 
@@ -150,8 +163,10 @@ Place CheckedTable::place(int row, const QString& column) const
 
 CheckedSet::CheckedSet() : m_tables(systemTables() + pipeTables())
 {
+    m_tables.append(pipeDefines());
     readSystem();
     readPipe();
+    findDictionaries();
     collectGisTables();
 }
 
@@ -162,15 +177,17 @@ const CheckedTable& CheckedSet::table(const char* name) const
     });
 }
 
-void CheckedSet::readTables(CVelmDatabase& database, int first, int count)
+void CheckedSet::readTables(CVelmDatabase& database, const QString& fileName)
 {
     QVector<QMap<QString, QVariant>> rows;
     database.executeSql(QStringLiteral("select count(*) from sqlite_master"), rows);
     QString problem = database.getLastErrorText();
-    for (int i = first; i < first + count && problem.isEmpty(); ++i)
-        problem = m_tables[i].read(database);
+    for (CheckedTable& table : m_tables) {
+        if (problem.isEmpty() && table.database() == fileName)
+            problem = table.read(database);
+    }
     if (m_problem.isEmpty() && !problem.isEmpty())
-        m_problem = (first == 0 ? kSystem : kPipe) + QStringLiteral(": ") + problem;
+        m_problem = fileName + QStringLiteral(": ") + problem;
 }
 
 void CheckedSet::readSystem()
@@ -178,18 +195,21 @@ void CheckedSet::readSystem()
     CVelmDatabase database;
     if (!open(database, CVelmSystemGlobal::Instance()->getSystemConfigDb()))
         return;
-    readTables(database, 0, systemTables().size());
+    addDictionaryTables(database);
+    readTables(database, kSystem);
     for (const KeyColumn& key : kKeys) {
-        const QString name = QLatin1String(key.table);
-        if (table(key.table).has(QLatin1String(key.column))
-            && !indexedColumns(database, name).contains(QLatin1String(key.column)))
-            m_withoutIndex.append(name + QLatin1Char('.') + QLatin1String(key.column));
+        if (table(key.table).has(QLatin1String(key.column)) && !isSearched(database, key))
+            m_withoutIndex.append(QLatin1String(key.table) + QLatin1Char('.')
+                                  + QLatin1String(key.column));
     }
+}
+
+void CheckedSet::addDictionaryTables(CVelmDatabase& database)
+{
     const QStringList names = database.tableName();
     for (const QString& name : names) {
-        if (name.startsWith(QLatin1String("TBL_"), Qt::CaseInsensitive)
-            || name.startsWith(QLatin1String("TB_"), Qt::CaseInsensitive))
-            m_dictionaries.append(name);
+        if (isDictionary(name))
+            m_tables.append(CheckedTable(kSystem, name, {text("CODE"), text("VALUE")}));
     }
 }
 
@@ -198,10 +218,25 @@ void CheckedSet::readPipe()
     CVelmDatabase database;
     if (!open(database, CVelmSystemGlobal::Instance()->getPipeConfigDb()))
         return;
-    readTables(database, systemTables().size(), pipeTables().size());
-    const CheckedTable& dictionaries = table("SYS_DICTIONARY");
-    for (int row = 0; row < dictionaries.size(); ++row)
-        m_dictionaries.append(dictionaries.text(row, QStringLiteral("NAME")));
+    readTables(database, kPipe);
+}
+
+void CheckedSet::findDictionaries()
+{
+    const CVelmTBLManager loaded;
+    const CheckedTable& pipe = table("SYS_DICTIONARY");
+    QStringList names;
+    for (int row = 0; row < pipe.size(); ++row)
+        names.append(pipe.text(row, QStringLiteral("NAME")));
+    for (const CheckedTable& table : qAsConst(m_tables)) {
+        if (isDictionary(table.name()))
+            names.append(table.name());
+    }
+    QMap<QString, QString> entries;
+    for (const QString& name : qAsConst(names)) {
+        if (loaded.GetDictByTable(name, entries))
+            m_dictionaries.append(name);
+    }
 }
 
 void CheckedSet::collectGisTables()

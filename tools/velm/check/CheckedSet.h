@@ -48,6 +48,10 @@ public:
         return m_rows.at(row).value(column).toString();
     }
     QVariant value(int row, const QString& column) const { return m_rows.at(row).value(column); }
+    const QString& database() const { return m_database; }  ///< file name
+    /// Whether nothing is amiss without the table.
+    bool isOptional() const { return m_optional; }
+    void setOptional() { m_optional = true; }
     /// The place of a value; of the whole table for row -1.
     Place place(int row, const QString& column) const;
 
@@ -55,6 +59,7 @@ private:
     QString m_database;
     QString m_name;
     QVector<CheckedColumn> m_columns;
+    bool m_optional = false;
     bool m_exists = false;
     QStringList m_stored;  // upper-case names of the columns there are
     QVector<QMap<QString, QVariant>> m_rows;
@@ -71,19 +76,22 @@ public:
     const QString& problem() const { return m_problem; }
 
     const QVector<CheckedTable>& tables() const { return m_tables; }
-    /// A table that the library reads, by its name.
+    /// A table that the library reads, by its name; that of the system configuration if both
+    /// databases have one.
     const CheckedTable& table(const char* name) const;
 
     /// Upper-case names of all GIS tables, and of their fields.
     const QMap<QString, QStringList>& gisTables() const { return m_gisTables; }
-    /// Names of all dictionaries.
+    /// Names of all dictionaries that the library loads.
     const QStringList& dictionaries() const { return m_dictionaries; }
     /// Key columns without an index, as "table.column".
     const QStringList& withoutIndex() const { return m_withoutIndex; }
 
 private:
-    void readTables(CVelmDatabase& database, int first, int count);
+    void readTables(CVelmDatabase& database, const QString& fileName);
     void readSystem();
+    void addDictionaryTables(CVelmDatabase& database);
+    void findDictionaries();
     void readPipe();
     void collectGisTables();
 

@@ -5,24 +5,35 @@
 
 namespace {
 
-/// Reports rows whose value stands in an earlier row too: the same text, or one that differs in
-/// letter case only. Either rule may be null.
-void checkUnique(const CheckedTable& table, const char* columnName, const Rule* same,
-                 const Rule* differsInCase, Problems& problems)
+/// What a column of names must keep; null where anything goes.
+struct Uniqueness
+{
+    const Rule* empty;
+    const Rule* same;
+    const Rule* differsInCase;
+};
+
+/// Reports rows without a value, and those whose value stands in an earlier row too: the same text,
+/// or one that differs in letter case only.
+void checkUnique(const CheckedTable& table, const char* columnName, const Uniqueness& rules,
+                 Problems& problems)
 {
     const QString column = QLatin1String(columnName);
     QHash<QString, int> exact, folded;
     for (int row = 0; row < table.size(); ++row) {
         const QString text = table.text(row, column);
-        if (text.isEmpty())
+        if (text.isEmpty()) {
+            if (rules.empty && table.has(column))
+                problems.add(*rules.empty, table.place(row, column), QStringLiteral("is empty"));
             continue;
+        }
         const auto first = folded.constFind(text.toLower());
         if (exact.contains(text)) {
-            if (same)
-                problems.add(*same, table.place(row, column),
+            if (rules.same)
+                problems.add(*rules.same, table.place(row, column),
                              QStringLiteral("stands in row %1 already").arg(exact.value(text) + 1));
-        } else if (first != folded.constEnd() && differsInCase) {
-            problems.add(*differsInCase, table.place(row, column),
+        } else if (first != folded.constEnd() && rules.differsInCase) {
+            problems.add(*rules.differsInCase, table.place(row, column),
                          QStringLiteral("is \"%1\" in row %2")
                              .arg(table.text(*first, column))
                              .arg(*first + 1));
@@ -73,13 +84,20 @@ void checkCounterpart(const CheckedTable& table, const CheckedTable& other, cons
 
 void rules::checkCodes(const CheckedSet& set, Problems& problems)
 {
+    const Uniqueness codes{&kEmptyCode, &kDuplicateCode, &kCodeDiffersInCase};
+    const Uniqueness tables{&kEmptyCode, &kDuplicateCode, &kDuplicateCode};  // case is ignored
+    const Uniqueness layers{nullptr, nullptr, &kLayerDiffersInCase};
     const CheckedTable& index = set.table("indexini");
     const CheckedTable& work = set.table("Workdef");
     for (const char* name : {"indexini", "Workdef", "QuobAreaLine", "VelmAnnotate",
                              "IndexiniExtend", "RecordConfigType"})
-        checkUnique(set.table(name), "CODE", &kDuplicateCode, &kCodeDiffersInCase, problems);
+        checkUnique(set.table(name), "CODE", codes, problems);
+    checkUnique(set.table("globaldefines"), "KEY", codes, problems);
+    checkUnique(set.table("VelmFrame"), "CONFIGNAME", codes, problems);
+    checkUnique(set.table("VelmCmdSetting"), "CMDNAME", codes, problems);
+    checkUnique(set.table("Attributetable"), "TABLE", tables, problems);
     checkUserCodes(index, problems);
-    checkUnique(work, "LAYER", nullptr, &kLayerDiffersInCase, problems);
+    checkUnique(work, "LAYER", layers, problems);
     if (!index.exists() || !work.exists())
         return;
     checkCounterpart(index, work, kCodeWithoutDrawing, QStringLiteral("has no row in Workdef"),

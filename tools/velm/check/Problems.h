@@ -11,7 +11,7 @@
 /// Where in the configuration something is.
 struct Place
 {
-    QString database;  ///< file name
+    QString database;  ///< its file, as seen from the folder of the configuration
     QString table;
     int row = 0;  ///< from 1, in stored order; 0 for the table as a whole
     QString column;

@@ -1,19 +1,9 @@
 #include "CheckedSet.h"
 #include "Rules.h"
 
-#include "CVelmFindFile.h"
-
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <QSet>
 
 namespace {
-
-QString quoted(const QString& text)
-{
-    return QLatin1Char('"') + text + QLatin1Char('"');
-}
 
 /// Reports the names in a column that are no GIS tables. Only extension tables are a list,
 /// separated by ";".
@@ -31,7 +21,7 @@ void checkTableNames(const CheckedSet& set, const char* tableName, const char* c
         for (const QString& name : names) {
             if (!set.gisTables().contains(name.toUpper()))
                 problems.add(rule, table.place(row, column),
-                             QStringLiteral("there is no GIS table ") + quoted(name));
+                             QStringLiteral("there is no GIS table \"%1\"").arg(name));
         }
     }
 }
@@ -49,7 +39,7 @@ void checkDictionaries(const CheckedSet& set, const char* tableName, const char*
                                 : !name.isEmpty();
         if (refers && !set.dictionaries().contains(name))
             problems.add(rules::kUnknownDictionary, table.place(row, column),
-                         QStringLiteral("there is no dictionary ") + quoted(name));
+                         QStringLiteral("there is no dictionary \"%1\"").arg(name));
     }
 }
 
@@ -71,38 +61,6 @@ void checkPipeFields(const CheckedSet& set, Problems& problems)
     }
 }
 
-/// The fields that the conversion tells about: keys of an object, or names in an array.
-QStringList convertedFields(const QJsonValue& fieldMap)
-{
-    if (fieldMap.isObject())
-        return fieldMap.toObject().keys();
-    QStringList names;
-    const QJsonArray fields = fieldMap.toArray();
-    for (const auto& field : fields)
-        names.append(field[QStringLiteral("FieldName")].toString());
-    return names;
-}
-
-void checkConversion(const CheckedSet& set, const QJsonObject& document, const Place& place,
-                     Problems& problems)
-{
-    const QJsonValue info = document.value(QStringLiteral("TableInfo"));
-    const QString table = info[QStringLiteral("TableName")].toString();
-    const auto fields = set.gisTables().constFind(table.toUpper());
-    if (fields == set.gisTables().constEnd()) {
-        problems.add(rules::kConversionTable, place,
-                     QStringLiteral("there is no GIS table ") + quoted(table));
-        return;
-    }
-    const QStringList converted = convertedFields(document.value(QStringLiteral("FieldMap")));
-    for (const QString& field : converted) {
-        if (!fields->contains(field.toUpper()))
-            problems.add(
-                rules::kConversionField, place,
-                QStringLiteral("table %1 has no field %2").arg(quoted(table), quoted(field)));
-    }
-}
-
 }  // namespace
 
 void rules::checkReferences(const CheckedSet& set, Problems& problems)
@@ -116,40 +74,4 @@ void rules::checkReferences(const CheckedSet& set, Problems& problems)
     checkDictionaries(set, "Attributefield", "DEFAULT", true, problems);
     checkDictionaries(set, "SYS_ATTRIBUTEDEF", "DICTIONARY", false, problems);
     checkPipeFields(set, problems);
-}
-
-void rules::checkDocuments(const CheckedSet& set, Problems& problems)
-{
-    const CheckedTable& defines = set.table("globaldefines");
-    for (int row = 0; row < defines.size(); ++row) {
-        const QString key = defines.text(row, QStringLiteral("KEY"));
-        if (key != QStringLiteral("GlobalParam") && key != QStringLiteral("字段转换")
-            && key != QStringLiteral("图属库"))
-            continue;
-        const Place place = defines.place(row, QStringLiteral("VALUE"));
-        QJsonParseError error{};
-        const auto document = QJsonDocument::fromJson(place.value.toUtf8(), &error);
-        if (error.error != QJsonParseError::NoError)
-            problems.add(kJsonSyntax, place,
-                         QStringLiteral("%1: %2 at offset %3")
-                             .arg(key, error.errorString())
-                             .arg(error.offset));
-        else if (!document.isObject())
-            problems.add(kJsonType, place, key + QStringLiteral(": is to be a JSON object"));
-        else if (key == QStringLiteral("字段转换"))
-            checkConversion(set, document.object(), place, problems);
-    }
-}
-
-void rules::checkTextFiles(Problems& problems)
-{
-    for (const QString& name : {QStringLiteral("index.ini"), QStringLiteral("work.def")}) {
-        QFile file(CVelmFindFile::Instance()->findFile(name, true));
-        if (!file.open(QIODevice::ReadOnly))
-            continue;
-        file.readLine();
-        if (!file.atEnd())
-            problems.add(kTextFileLines, {name, QString(), 2, QString(), QString()},
-                         QStringLiteral("has more than one line, so none is read"));
-    }
 }

@@ -2,8 +2,10 @@
 
 #include "Console.h"
 
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QUrl>
 
 namespace {
 
@@ -43,6 +45,15 @@ int countOf(const QVector<Problem>& problems, Severity severity)
         }));
 }
 
+/// Relative to the root, where the file stands below it.
+QString uriOf(const QString& file)
+{
+    if (QDir::isAbsolutePath(file))
+        return QUrl::fromLocalFile(file).toString(QUrl::FullyEncoded);
+    const QUrl relative(QDir::cleanPath(QStringLiteral("config/") + file), QUrl::DecodedMode);
+    return relative.toString(QUrl::FullyEncoded);
+}
+
 QJsonObject sarifRule(const Rule& rule)
 {
     return {{QStringLiteral("id"), QLatin1String(rule.id)},
@@ -54,9 +65,8 @@ QJsonObject sarifRule(const Rule& rule)
 
 QJsonObject sarifResult(const Problem& problem)
 {
-    const QJsonObject file{
-        {QStringLiteral("artifactLocation"),
-         QJsonObject{{QStringLiteral("uri"), QStringLiteral("config/") + problem.place.database}}}};
+    const QJsonObject file{{QStringLiteral("artifactLocation"),
+                            QJsonObject{{QStringLiteral("uri"), uriOf(problem.place.database)}}}};
     const QJsonObject location{
         {QStringLiteral("physicalLocation"), file},
         {QStringLiteral("logicalLocations"),

@@ -6,15 +6,18 @@ const Rule kMissingTable{"missing-table", Severity::Error,
                          "A table that the library reads is not in the database."};
 const Rule kMissingColumn{"missing-column", Severity::Error,
                           "A column that the library reads is not in the table, so its values are "
-                          "empty or 0."};
+                          "empty or 0; a dictionary without one is not known."};
 const Rule kCodeWithoutDrawing{
     "code-without-drawing", Severity::Warning,
     "A feature code of the index has no work definition, so it cannot be "
     "drawn."};
 const Rule kDrawingWithoutCode{"drawing-without-code", Severity::Warning,
                                "A work definition belongs to no feature code of the index."};
+const Rule kEmptyCode{"empty-code", Severity::Warning,
+                      "A row has no code, or no name, by which it could be found."};
 const Rule kDuplicateCode{"duplicate-code", Severity::Error,
-                          "A code has more than one row, and only one of them counts."};
+                          "A code, or a name by which rows are found, has more than one row, and "
+                          "only one of them counts."};
 const Rule kCodeDiffersInCase{
     "code-differs-in-case", Severity::Warning,
     "Two codes differ in letter case only; codes are compared exactly, so "
@@ -60,6 +63,8 @@ const Rule kTextFileLines{
     "A text file of the older set has more than one line, and its reader takes "
     "files of one line only, so its table stays empty; \"velm import-text\" "
     "brings it into a database."};
+const Rule kTextFileField{"text-file-field", Severity::Warning,
+                          "A line of a text file of the older set cannot be used as it is."};
 const Rule kMissingIndex{
     "missing-index", Severity::Note,
     "A column by which rows are looked up has no database index, so every query "
@@ -67,13 +72,32 @@ const Rule kMissingIndex{
 
 const QVector<const Rule*>& all()
 {
-    static const QVector<const Rule*> rules{
-        &kMissingTable,          &kMissingColumn,     &kCodeWithoutDrawing, &kDrawingWithoutCode,
-        &kDuplicateCode,         &kCodeDiffersInCase, &kDuplicateUserCode,  &kUnknownGisTable,
-        &kUnknownExtensionTable, &kUnknownDictionary, &kEntityTypeRange,    &kAnnotationTypeRange,
-        &kInputTypeRange,        &kNotANumber,        &kJsonSyntax,         &kJsonType,
-        &kConversionTable,       &kConversionField,   &kUnknownPipeField,   &kLayerDiffersInCase,
-        &kSingleQuote,           &kNotInGbk,          &kTextFileLines,      &kMissingIndex};
+    static const QVector<const Rule*> rules{&kMissingTable,
+                                            &kMissingColumn,
+                                            &kCodeWithoutDrawing,
+                                            &kDrawingWithoutCode,
+                                            &kEmptyCode,
+                                            &kDuplicateCode,
+                                            &kCodeDiffersInCase,
+                                            &kDuplicateUserCode,
+                                            &kUnknownGisTable,
+                                            &kUnknownExtensionTable,
+                                            &kUnknownDictionary,
+                                            &kEntityTypeRange,
+                                            &kAnnotationTypeRange,
+                                            &kInputTypeRange,
+                                            &kNotANumber,
+                                            &kJsonSyntax,
+                                            &kJsonType,
+                                            &kConversionTable,
+                                            &kConversionField,
+                                            &kUnknownPipeField,
+                                            &kLayerDiffersInCase,
+                                            &kSingleQuote,
+                                            &kNotInGbk,
+                                            &kTextFileLines,
+                                            &kTextFileField,
+                                            &kMissingIndex};
     return rules;
 }
 

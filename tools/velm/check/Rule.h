@@ -25,6 +25,7 @@ extern const Rule kMissingTable;
 extern const Rule kMissingColumn;
 extern const Rule kCodeWithoutDrawing;
 extern const Rule kDrawingWithoutCode;
+extern const Rule kEmptyCode;
 extern const Rule kDuplicateCode;
 extern const Rule kCodeDiffersInCase;
 extern const Rule kDuplicateUserCode;
@@ -44,6 +45,7 @@ extern const Rule kLayerDiffersInCase;
 extern const Rule kSingleQuote;
 extern const Rule kNotInGbk;
 extern const Rule kTextFileLines;
+extern const Rule kTextFileField;
 extern const Rule kMissingIndex;
 
 /// All of them, in the order in which they are listed.

@@ -16,7 +16,7 @@ void checkRanges(const CheckedSet& set, Problems& problems);
 void checkCodes(const CheckedSet& set, Problems& problems);
 /// What one table says of another.
 void checkReferences(const CheckedSet& set, Problems& problems);
-/// The JSON documents of "globaldefines".
+/// The JSON documents of "globaldefines" and of frames.
 void checkDocuments(const CheckedSet& set, Problems& problems);
 /// The text files of the older set.
 void checkTextFiles(Problems& problems);

@@ -113,6 +113,8 @@ void rules::checkSchema(const CheckedSet& set, Problems& problems)
 {
     for (const CheckedTable& table : set.tables()) {
         if (!table.exists()) {
+            if (table.isOptional())
+                continue;
             problems.add(kMissingTable, table.place(-1, QString()),
                          QStringLiteral("there is no such table"));
             continue;

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "VelmCommonGlobal.h"
+
+#include <QString>
+#include <QStringList>
+
+/// What is wrong with a JSON document of the configuration.
+struct VelmDocumentCheck
+{
+    bool parses = true;    ///< whether the text is JSON at all
+    QStringList problems;  ///< one message each, with the path of the member; empty if all is well
+};
+
+namespace Velm {
+
+/// Reads @p text as the library reads the value of @p key in "globaldefines", and tells what it
+/// would log and leave out. The documents are "GlobalParam", the field conversion "字段转换" and
+/// the layout of the graphic-attribute library "图属库"; of another key's value nothing is known,
+/// and an empty text is no document.
+VELMCOMMON_EXPORT VelmDocumentCheck checkDocument(const QString& key, const QString& text);
+
+}  // namespace Velm

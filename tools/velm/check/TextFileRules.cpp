@@ -1,0 +1,50 @@
+#include "Problems.h"
+#include "Rules.h"
+
+#include "SampleSet.h"
+#include "TextImport.h"
+
+#include "CVelmFindFile.h"
+#include "CVelmSystemGlobal.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+/// The place of a line; of the file as a whole for line 0.
+Place placeOf(const QFileInfo& file, int line)
+{
+    const QDir config = QFileInfo(CVelmSystemGlobal::Instance()->getSystemConfigDb()).dir();
+    return {config.relativeFilePath(file.filePath()), QString(), line, QString(), QString()};
+}
+
+/// Reports a file whose reader takes one line of it, and gets another number.
+void checkLineCount(const QFileInfo& file, int lines, Problems& problems)
+{
+    if (lines > 1)
+        problems.add(rules::kTextFileLines, placeOf(file, 2),
+                     QStringLiteral("has more than one line, so none is read"));
+    else if (lines == 0)
+        problems.add(rules::kTextFileLines, placeOf(file, 0),
+                     QStringLiteral("is empty, and read as a record without a code"));
+}
+
+}  // namespace
+
+void rules::checkTextFiles(Problems& problems)
+{
+    QString problem;
+    const SampleDatabase system = systemDatabase(problem);
+    for (const QString& name : {QStringLiteral("index.ini"), QStringLiteral("work.def"),
+                                QStringLiteral("attribute.def")}) {
+        const QFileInfo file(CVelmFindFile::Instance()->findFile(name, true));
+        TextImport import(system);
+        if (!problem.isEmpty() || !file.isFile() || !import.readFile(file.path(), name).isEmpty())
+            continue;
+        if (name != QLatin1String("attribute.def"))
+            checkLineCount(file, import.lineCount(), problems);
+        for (const UnusedLine& line : import.unused())
+            problems.add(kTextFileField, placeOf(file, line.line), line.reason);
+    }
+}
