@@ -1,4 +1,5 @@
 #include "ConfigFixture.h"
+#include "RawSqlite.h"
 
 #include "config/CVelmIndexDB.h"
 #include "config/CVelmWorkDB.h"
@@ -9,8 +10,6 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QVariant>
-
-#include <sqlite3.h>
 
 /// Makes work definitions as the configuration manager does.
 class WorkDefinitionPeer
@@ -76,12 +75,6 @@ void LoadCodes_HandWrittenQuery(benchmark::State& state)
     }
 }
 BENCHMARK(LoadCodes_HandWrittenQuery)->Unit(benchmark::kMillisecond);
-
-QString columnText(sqlite3_stmt* statement, int column)
-{
-    return QString(static_cast<const QChar*>(sqlite3_column_text16(statement, column)),
-                   sqlite3_column_bytes16(statement, column) / int(sizeof(QChar)));
-}
 
 /// The floor: the C interface of SQLite, without Qt's driver.
 void LoadCodes_RawSqlite(benchmark::State& state)

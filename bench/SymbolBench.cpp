@@ -1,4 +1,5 @@
 #include "ConfigFixture.h"
+#include "RawSqlite.h"
 
 #include "config/CVelmAttributeDB.h"
 #include "CVelmAnnotate.h"
@@ -16,8 +17,6 @@
 
 #include <cstdlib>
 #include <memory>
-
-#include <sqlite3.h>
 
 /// Makes and loads area lines as the configuration manager does.
 class AreaLinePeer
@@ -63,6 +62,26 @@ QString counting(int count)
         .arg(count - 1);
 }
 
+/// Makes GIS tables T0, T1, ... with fields F0, F1, ...
+void makeGisTables(CVelmDatabase& database, int tables, int fields)
+{
+    run(database,
+        QStringLiteral("create table Attributetable ([TABLE] TEXT, TEXT TEXT, GISTABLE TEXT, "
+                       "TYPE INT)"));
+    run(database, counting(tables)
+                      + QStringLiteral("insert into Attributetable select 'T' || i, '表' || i, "
+                                       "'G' || i, i % 3 from n"));
+    run(database,
+        QStringLiteral("create table Attributefield ([TABLE] TEXT, NAME TEXT, TEXT TEXT, TYPE "
+                       "INT, LENGTH INT, DECIMAL INT, [DEFAULT] TEXT, [NOTNULL] INT, BEXPORT INT,"
+                       " ENABLEEDIT INT)"));
+    run(database,
+        counting(tables * fields)
+            + QStringLiteral("insert into Attributefield select 'T' || (i / %1), 'F' || "
+                             "(i % %1), '字段' || i, i % 4, 20, 2, 'd' || i, 1, 1, 1 from n")
+                  .arg(fields));
+}
+
 /// A database with area lines and GIS tables.
 const QString& symbolFile()
 {
@@ -78,24 +97,9 @@ const QString& symbolFile()
         run(database,
             counting(kCodeCount)
                 + QStringLiteral("insert into QuobAreaLine select 100000 + i, 0.15, '1', "
-                                 "'rule' || i, 'area', '组' || i % 9, 1.5, i % 256, 7 from "
+                                 "'rule' || i, 'area', '组' || (i % 9), 1.5, i % 256, 7 from "
                                  "n"));
-        run(database,
-            QStringLiteral("create table Attributetable ([TABLE] TEXT, TEXT TEXT, GISTABLE TEXT, "
-                           "TYPE INT)"));
-        run(database, counting(kTables)
-                          + QStringLiteral("insert into Attributetable select 'T' || i, '表' || i, "
-                                           "'G' || i, i % 3 from n"));
-        run(database,
-            QStringLiteral(
-                "create table Attributefield ([TABLE] TEXT, NAME TEXT, TEXT TEXT, TYPE "
-                "INT, LENGTH INT, DECIMAL INT, [DEFAULT] TEXT, [NOTNULL] INT, BEXPORT INT,"
-                " ENABLEEDIT INT)"));
-        run(database,
-            counting(kTables * kFields)
-                + QStringLiteral("insert into Attributefield select 'T' || i / %1, 'F' || "
-                                 "i % %1, '字段' || i, i % 4, 20, 2, 'd' || i, 1, 1, 1 from n")
-                      .arg(kFields));
+        makeGisTables(database, kTables, kFields);
         return file;
     }();
     return path;
@@ -169,12 +173,124 @@ void LoadSymbols_HandWrittenQuery(benchmark::State& state)
 }
 BENCHMARK(LoadSymbols_HandWrittenQuery)->Unit(benchmark::kMillisecond);
 
-/// A root whose "VelmAnnotate" has @p rows rows, with or without an index on CODE. It is the
-/// library's root from now on. @return the path of its database
-QString useAnnotations(int rows, bool indexed)
+/// The floor: the same maps with the C interface of SQLite.
+void LoadSymbols_RawSqlite(benchmark::State& state)
+{
+    sqlite3* database = nullptr;
+    sqlite3_open(symbolFile().toUtf8().constData(), &database);
+    const auto forEachRow = [database](const char* sql, const auto& use) {
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(database, sql, -1, &statement, nullptr);
+        while (sqlite3_step(statement) == SQLITE_ROW)
+            use(statement);
+        sqlite3_finalize(statement);
+    };
+    for (auto _ : state) {
+        QMap<QString, VelmAreaLineItem> areas;
+        QMap<QString, VelmTableItem> tables;
+        forEachRow("select CODE, LINEWIDTH, ENTTYPE, ANNRULE, AREARULE, GROUPNAME, LINETYPESCALE, "
+                   "HATCHCOLOR, HATCHBKCOLOR from QuobAreaLine",
+                   [&areas](sqlite3_stmt* row) {
+                       VelmAreaLineItem item;
+                       item.code = columnText(row, 0);
+                       item.linewidth = sqlite3_column_double(row, 1);
+                       item.enttype = columnText(row, 2);
+                       item.annrule = columnText(row, 3);
+                       item.arearule = columnText(row, 4);
+                       item.groupname = columnText(row, 5);
+                       item.linetypescale = sqlite3_column_double(row, 6);
+                       item.hatchcolor = sqlite3_column_int(row, 7);
+                       item.hatchbkcolor = sqlite3_column_int(row, 8);
+                       areas.insert(item.code, item);
+                   });
+        forEachRow("select [TABLE], TEXT, GISTABLE, TYPE from Attributetable",
+                   [&tables](sqlite3_stmt* row) {
+                       VelmTableItem item;
+                       item.tableName = columnText(row, 0);
+                       item.tableText = columnText(row, 1);
+                       item.gisTable = columnText(row, 2);
+                       item._tableType = static_cast<Velm::TableType>(sqlite3_column_int(row, 3));
+                       tables.insert(item.tableName.toUpper(), item);
+                   });
+        forEachRow("select [TABLE], NAME, TEXT, TYPE, LENGTH, DECIMAL, [DEFAULT], [NOTNULL], "
+                   "BEXPORT, ENABLEEDIT from Attributefield",
+                   [&tables](sqlite3_stmt* row) {
+                       VelmFieldItem field;
+                       field.m_tableName = columnText(row, 0);
+                       field.m_fieldName = columnText(row, 1);
+                       field.m_fieldText = columnText(row, 2);
+                       field.m_fieldType = static_cast<Velm::FieldType>(sqlite3_column_int(row, 3));
+                       field.m_fieldLength = sqlite3_column_int(row, 4);
+                       field.m_fieldDecimal = sqlite3_column_int(row, 5);
+                       field.m_defaultValue = columnText(row, 6);
+                       field.m_fieldMust = sqlite3_column_int(row, 7) != 0;
+                       field.m_fieldExport = sqlite3_column_int(row, 8) != 0;
+                       field.m_fieldEdit = sqlite3_column_int(row, 9) != 0;
+                       const auto owner = tables.find(field.m_tableName.toUpper());
+                       if (owner != tables.end())
+                           owner->fields.append(field);
+                   });
+        benchmark::DoNotOptimize(areas.size() + tables.size());
+    }
+    sqlite3_close(database);
+}
+BENCHMARK(LoadSymbols_RawSqlite)->Unit(benchmark::kMillisecond);
+
+/// 2,000 GIS tables of 60 fields.
+CVelmAttribute& manyTables()
+{
+    static const std::unique_ptr<CVelmAttributeDB> attribute = [] {
+        const QTemporaryDir folder;
+        CVelmDatabase database;
+        database.initDatabase(folder.filePath(QStringLiteral("tables.db")), QString());
+        makeGisTables(database, 2000, 60);
+        return AttributePeer::load(database);
+    }();
+    return *attribute;
+}
+
+void FindField_Library(benchmark::State& state)
+{
+    const CVelmAttribute& attribute = manyTables();
+    VelmFieldItem field;
+    int i = 0;
+    for (auto _ : state) {
+        const QString table = QStringLiteral("T%1").arg(i);
+        if (attribute.getGisTableFieldItem(table, QStringLiteral("F59"), field, VelmAttParam())
+            != Velm::VelmOk)
+            std::abort();
+        i = (i + 7) % 2000;
+    }
+}
+BENCHMARK(FindField_Library)->Unit(benchmark::kMicrosecond);
+
+/// The peer: the same search in a bare map.
+void FindField_BareMap(benchmark::State& state)
+{
+    const QMap<QString, VelmTableItem> tables = manyTables().getGisTableMap();
+    VelmFieldItem found;
+    int i = 0;
+    for (auto _ : state) {
+        const auto table = tables.constFind(QStringLiteral("T%1").arg(i).toUpper());
+        for (const VelmFieldItem& field : table->fields) {
+            if (field.m_fieldName.compare(QLatin1String("F59"), Qt::CaseInsensitive) == 0) {
+                found = field;
+                break;
+            }
+        }
+        benchmark::DoNotOptimize(found);
+        i = (i + 7) % 2000;
+    }
+}
+BENCHMARK(FindField_BareMap)->Unit(benchmark::kMicrosecond);
+
+/// A root whose "VelmAnnotate" has @p rows rows, with or without an index on CODE, among @p tables
+/// tables. It is the library's root from now on. @return the path of its database
+QString useAnnotations(int rows, bool indexed, int tables)
 {
     static const QTemporaryDir folder;
-    const QString root = folder.filePath(QStringLiteral("%1-%2").arg(rows).arg(indexed));
+    const QString root =
+        folder.filePath(QStringLiteral("%1-%2-%3").arg(rows).arg(indexed).arg(tables));
     const QString file = root + QStringLiteral("/config/peltaconfig.db");
     if (!QFile::exists(file)) {
         QDir().mkpath(root + QStringLiteral("/config"));
@@ -189,6 +305,9 @@ QString useAnnotations(int rows, bool indexed)
             counting(rows)
                 + QStringLiteral("insert into VelmAnnotate select 100000 + i, '宋体', 'MR', "
                                  "2, 'text' || i, '{\"a\":1}', 2, 0, 1, 1, 0, 1, 3 from n"));
+        for (int i = 1; i < tables; ++i)
+            run(database,
+                QStringLiteral("create table TBL_%1 (CODE TEXT, VALUE TEXT, REMARK TEXT)").arg(i));
         if (indexed)
             run(database, QStringLiteral("create index IX on VelmAnnotate (CODE)"));
     }
@@ -199,7 +318,7 @@ QString useAnnotations(int rows, bool indexed)
 void Annotation_Library(benchmark::State& state)
 {
     const int rows = static_cast<int>(state.range(0));
-    useAnnotations(rows, state.range(1) != 0);
+    useAnnotations(rows, state.range(1) != 0, static_cast<int>(state.range(2)));
     CVelmAnnotate* annotate = CVelmConfigManager::Instance()->GetVelmAnnotate();
     VelmAnnItem item;
     int i = 0;
@@ -214,7 +333,8 @@ void Annotation_Library(benchmark::State& state)
 void Annotation_RawSqlite(benchmark::State& state)
 {
     const int rows = static_cast<int>(state.range(0));
-    const QByteArray file = useAnnotations(rows, state.range(1) != 0).toUtf8();
+    const QByteArray file =
+        useAnnotations(rows, state.range(1) != 0, static_cast<int>(state.range(2))).toUtf8();
     int i = 0;
     for (auto _ : state) {
         sqlite3* database = nullptr;
@@ -225,7 +345,8 @@ void Annotation_RawSqlite(benchmark::State& state)
         sqlite3_prepare_v2(database, sql.constData(), -1, &statement, nullptr);
         if (sqlite3_step(statement) != SQLITE_ROW)
             std::abort();
-        benchmark::DoNotOptimize(sqlite3_column_text16(statement, 4));
+        for (int column = 0; column < sqlite3_column_count(statement); ++column)
+            benchmark::DoNotOptimize(sqlite3_column_text16(statement, column));
         sqlite3_finalize(statement);
         sqlite3_close(database);
         i = (i + 7919) % rows;
@@ -234,10 +355,12 @@ void Annotation_RawSqlite(benchmark::State& state)
 
 void sizes(benchmark::internal::Benchmark* benchmark)
 {
-    benchmark->ArgNames({"rows", "indexed"})->Unit(benchmark::kMicrosecond);
+    benchmark->ArgNames({"rows", "indexed", "tables"})->Unit(benchmark::kMicrosecond);
     for (const int rows : {1000, 100000}) {
-        for (const int indexed : {0, 1})
-            benchmark->Args({rows, indexed});
+        for (const int indexed : {0, 1}) {
+            for (const int tables : {1, 44})
+                benchmark->Args({rows, indexed, tables});
+        }
     }
 }
 BENCHMARK(Annotation_Library)->Apply(sizes);
