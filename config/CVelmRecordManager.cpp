@@ -6,6 +6,7 @@
 #include "CVelmReadGlobaldefinesTable.h"
 #include "data/Statement.h"
 
+#include <QRegularExpression>
 #include <QSqlDatabase>
 
 using namespace velm::detail;
@@ -71,12 +72,12 @@ bool CVelmRecordManager::InitRecordConfig()
 
 QString CVelmRecordManager::IndexToString(const QString& text)
 {
-    bool isNumber = false;
-    const qint64 number = text.toLongLong(&isNumber);
-    const bool isPossible = number == static_cast<int>(number);
-    if (isNumber)
-        return isPossible ? getPIPSysConfigInformation(static_cast<int>(number)) : QString();
-    return text;
+    static const QRegularExpression decimalInteger(QStringLiteral("^\\s*[+-]?[0-9]+\\s*$"));
+    if (!decimalInteger.match(text).hasMatch())
+        return text;
+    bool isKnown = false;  // a number that no int holds is unknown
+    const int number = text.toInt(&isKnown);
+    return isKnown ? getPIPSysConfigInformation(number) : QString();
 }
 
 QString CVelmRecordManager::getPIPSysConfigInformation(int type)

@@ -20,14 +20,17 @@ ProblemSink logAs(const QString& what);
 std::optional<json::Document> parseConfigObject(const QString& text, const ProblemSink& tell);
 
 /// Reads @p object into @p record; members that fail are told and stay as they are.
+/// @return whether all could be read
 template<class Record>
-void readConfigObject(const json::Value& object, Record& record, const ProblemSink& tell)
+bool readConfigObject(const json::Value& object, Record& record, const ProblemSink& tell)
 {
     try {
         json::read(object, record);
+        return true;
     } catch (const json::Error& error) {
         tell(error);
     }
+    return false;
 }
 
 }  // namespace velm::detail

@@ -1,5 +1,7 @@
 #include "config/FieldConversion.h"
 
+#include <algorithm>
+
 using namespace velm::detail;
 
 // clang-format off: a line a member
@@ -28,20 +30,23 @@ void replace(Value& value, const std::optional<Value>& setting)
         value = *setting;
 }
 
-/// Turns an array of fields into an object by their names.
+/// Turns an array of fields into an object by their names; one that holds anything else stays.
 void keyFieldsByName(json::Document& document)
 {
     const auto fields = document.FindMember(u"FieldMap");
     if (fields == document.MemberEnd() || !fields->value.IsArray())
         return;
+    const auto isNamed = [](const json::Value& field) {
+        if (!field.IsObject())
+            return false;
+        const auto name = field.FindMember(u"FieldName");
+        return name != field.MemberEnd() && name->value.IsString();
+    };
+    if (!std::all_of(fields->value.Begin(), fields->value.End(), isNamed))
+        return;
     json::Value byName(rapidjson::kObjectType);
     for (json::Value& field : fields->value.GetArray()) {
-        if (!field.IsObject())
-            continue;
-        const auto name = field.FindMember(u"FieldName");
-        if (name == field.MemberEnd() || !name->value.IsString())
-            continue;
-        json::Value key(name->value, document.GetAllocator());
+        json::Value key(field[u"FieldName"], document.GetAllocator());
         byName.AddMember(key, field, document.GetAllocator());
     }
     fields->value = byName;
@@ -88,7 +93,8 @@ std::optional<FieldConversion> parseFieldConversion(const QString& text, const P
         return std::nullopt;
     keyFieldsByName(*document);
     FieldConversion read;
-    readConfigObject(*document, read, tell);
+    if (!readConfigObject(*document, read, tell))
+        return std::nullopt;
     FieldConversion conversion{read.tableInfo, {}};
     for (auto it = read.m_newFieldMap.cbegin(); it != read.m_newFieldMap.cend(); ++it)
         conversion.m_newFieldMap.insert(it.key().toUpper(), it.value());

@@ -8,8 +8,8 @@
 
 #include <optional>
 
-/// The field conversion of the configuration: a JSON document that renames a GIS table and changes
-/// settings of its fields.
+/// The field conversion of the configuration: a JSON document that changes the texts of a GIS
+/// table, and names and settings of its fields.
 namespace velm::detail {
 
 /// What the document tells about the table; what it does not tell has no value.
@@ -51,7 +51,8 @@ struct FieldConversion
 };
 
 /// The conversion that @p text holds. Its fields may be an object by field name or an array of
-/// objects with a "FieldName". What cannot be read is told; a text that is no JSON object is none.
+/// objects with a "FieldName". A document that cannot be read as a whole is none; what is wrong
+/// with it is told.
 std::optional<FieldConversion> parseFieldConversion(const QString& text, const ProblemSink& tell);
 
 }  // namespace velm::detail

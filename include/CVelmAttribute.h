@@ -33,7 +33,7 @@ struct VelmTableItem : VelmTableInfo
 /// How definitions are asked for.
 struct VelmAttParam
 {
-    /// Apply the field conversion of the configuration, which renames tables and changes fields.
+    /// Apply the field conversion of the configuration, which changes a table's texts and fields.
     bool m_useConversion = false;
 };
 

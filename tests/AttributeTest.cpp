@@ -115,9 +115,9 @@ TEST_F(AttributeTest, AppliesTheConversionOnRequest)
 {
     for (const bool asArray : {false, true}) {
         const QString fields =
-            asArray ? u"[{\"FieldName\":\"cs\",\"FieldText\":\"新\",\"FieldMust\":2},5]"_s
+            asArray ? u"[{\"FieldName\":\"cs\",\"FieldText\":\"新\",\"FieldMust\":2}]"_s
                     : u"{\"cs\":{\"FieldName\":\"CENG\",\"FieldText\":\"新\","
-                      "\"FieldMust\":2,\"FieldType\":\"?\"}}"_s;
+                      "\"FieldMust\":2}}"_s;
         const CVelmAttribute& attribute =
             load({u"delete from Attributetable"_s, u"delete from Attributefield"_s,
                   u"delete from globaldefines"_s, kTables[1], kTables[3],
@@ -140,11 +140,25 @@ TEST_F(AttributeTest, AppliesTheConversionOnRequest)
         runSql({u"drop table Attributetable"_s, u"drop table Attributefield"_s,
                 u"drop table globaldefines"_s});
     }
-    const CVelmAttribute& broken =
-        load({u"insert into globaldefines values ('字段转换', '{\"')"_s});
-    VelmTableInfo info;
-    EXPECT_EQ(broken.getGisTableInfo(u"JMD_PG"_s, info, m_converted), Velm::VelmOk);
-    EXPECT_EQ(info.tableText, u"房屋面"_s);
+}
+
+TEST_F(AttributeTest, KeepsTheTablesAsTheyAreWithoutAReadableConversion)
+{
+    load();
+    for (const char16_t* text :
+         {u"{\"", u"[]",
+          u"{\"TableInfo\":{\"TableName\":\"JMD_PG\",\"TableText\":\"x\",\"TableType\":"
+          u"\"?\"}}",
+          u"{\"TableInfo\":{\"TableName\":\"JMD_PG\",\"TableText\":\"x\"},\"FieldMap\":[5]}"}) {
+        runSql({u"delete from globaldefines"_s,
+                u"insert into globaldefines values ('字段转换', '%1')"_s.arg(
+                    QString::fromUtf16(text))});
+        ASSERT_TRUE(m_manager->flushVelmConfig());
+        VelmTableInfo info;
+        EXPECT_EQ(m_manager->GetVelmAttribute()->getGisTableInfo(u"JMD_PG"_s, info, m_converted),
+                  Velm::VelmOk);
+        EXPECT_EQ(info.tableText, u"房屋面"_s);
+    }
 }
 
 TEST_F(AttributeTest, ReadsEveryLineOfTheTextFile)

@@ -71,7 +71,8 @@ TEST_F(CheckTest, FindsWhatBreaksEachRule)
          "= '字段转换'"_s,
          u"insert into globaldefines values ('字段转换', '{\"TableInfo\":{\"TableName\":"
          "\"jmd_pg\"},\"FieldMap\":[{\"FieldName\":\"NO_F\"}]}')"_s,
-         u"insert into RecordConfig values ('310301', '9999', 'JMD_PG', 'FWJG')"_s,
+         u"insert into RecordConfig values ('310301', '99999999999', 'JMD_PG', 'FWJG')"_s,
+         u"insert into Attributefield ([TABLE], NAME, TYPE) values ('jmd_pg', 'fwjg', '2.x')"_s,
          u"drop index IX_Workdef_CODE"_s,
          u"create index p on Workdef (CODE) where CODE > 'A'"_s,
          u"drop table VelmFrame"_s,
@@ -85,6 +86,7 @@ TEST_F(CheckTest, FindsWhatBreaksEachRule)
                          u"conversion-table globaldefines VALUE {\"TableInfo\""_s,
                          u"drawing-without-code Workdef CODE wild"_s,
                          u"duplicate-code indexini CODE 110102"_s,
+                         u"duplicate-code Attributefield NAME fwjg"_s,
                          u"duplicate-code globaldefines KEY 字段转换"_s,
                          u"duplicate-user-code indexini USECODE Sjd"_s,
                          u"empty-code VelmCmdSetting CMDNAME "_s,
@@ -97,6 +99,7 @@ TEST_F(CheckTest, FindsWhatBreaksEachRule)
                          u"missing-column RecordConfigType EXTEND "_s,
                          u"missing-index Workdef CODE "_s,
                          u"missing-table VelmFrame  "_s,
+                         u"not-a-number Attributefield TYPE 2.x"_s,
                          u"not-a-number QuobAreaLine LINEWIDTH wide"_s,
                          u"not-in-gbk Workdef PAR1 \U0001F600"_s,
                          u"single-quote Workdef TEXT O'Brien"_s,
@@ -104,7 +107,7 @@ TEST_F(CheckTest, FindsWhatBreaksEachRule)
                          u"unknown-dictionary Attributefield DEFAULT TBL_NONE"_s,
                          u"unknown-extension-table IndexiniExtend EXTTABLE EXT_FWDC;EXT"_s,
                          u"unknown-gis-table indexini TABLE NO_PG"_s,
-                         u"unknown-pipe-field RecordConfig SHOWFIELD 9999"_s};
+                         u"unknown-pipe-field RecordConfig SHOWFIELD 99999999999"_s};
     writeFile(u"config/attribute.def"_s, "F,A,n\n");
     expected.sort();
     const Answer answer = check({u"--json"_s});
@@ -116,7 +119,12 @@ TEST_F(CheckTest, FindsWhatBreaksEachRule)
     const QJsonValue run = check({u"--sarif"_s}).json[u"runs"_s][0];
     EXPECT_EQ(run[u"results"_s].toArray().size(), answer.json.array().size());
     EXPECT_EQ(run[u"tool"_s][u"driver"_s][u"rules"_s].toArray().size(), 26);
-    EXPECT_EQ(run[u"results"_s][0][u"message"_s][u"text"_s].toString().isEmpty(), false);
+    EXPECT_FALSE(run[u"results"_s][0][u"message"_s][u"text"_s].toString().isEmpty());
+    const QJsonValue file =
+        run[u"results"_s].toArray().last()[u"locations"_s][0][u"physicalLocation"_s];
+    EXPECT_EQ(file[u"artifactLocation"_s][u"uri"_s].toString(), u"config/attribute.def"_s);
+    EXPECT_EQ(file[u"region"_s][u"startLine"_s].toInt(), 1);
+    EXPECT_EQ(check({u"--rule"_s, QString()}).exitCode, 2);
 }
 
 TEST_F(CheckTest, ReadsDocumentsAsTheLibraryDoes)
@@ -124,7 +132,8 @@ TEST_F(CheckTest, ReadsDocumentsAsTheLibraryDoes)
     runSql({u"delete from globaldefines where key in ('GlobalParam', '字段转换', '图属库')"_s,
             u"insert into globaldefines values ('GlobalParam', '{\"FrameData\":{\"FrameSize\":"
             "{\"FrameWidth\":\"50\"}},\"SortRule\":[]}'), ('图属库', '\uFEFF{}')"_s,
-            u"update VelmFrame set FRAMEMODE = '{\"SelMode\":\"1\",\"TrimMode\":1.5,\"Any\":[]}',"
+            u"update VelmFrame set FRAMEMODE = "
+            u"'{\"SelMode\":\"1\",\"TrimMode\":3000000000,\"Any\":[]}',"
             "FRAMETAG = '{\"a\":{},\"b\":1}' where rowid = 1"_s});
     runSql({u"create table globaldefines (KEY, VALUE)"_s,
             u"insert into globaldefines values ('字段转换', '{\"TableInfo\":{\"TableName\":"
@@ -141,7 +150,7 @@ TEST_F(CheckTest, ReadsDocumentsAsTheLibraryDoes)
     EXPECT_EQ(
         messages,
         (QStringList{
-            u"conversion-field table \"JMD_PG\" has no field \"NO_F\""_s,
+
             u"json-syntax 图属库: Parse json fail. err=Invalid value.. offset=0"_s,
             u"json-type GlobalParam: not integer. (path:m_frameData.m_frameSize.m_frameWidth"_s,
             u"json-type GlobalParam: not object. (path:m_sortRule"_s,

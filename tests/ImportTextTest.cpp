@@ -53,7 +53,8 @@ TEST_F(ImportText, ReportsTheLinesThatItCannotUse)
     writeFile(u"old/INDEX.ini"_s,
               "\xEF\xBB\xBF" + u"A,,0.5,房屋\n\nA,,x,n\nA,,1,路\n,,,\n"_s.toUtf8());
     writeFile(u"old/work.def"_s, gbk->fromUnicode(u"A,层,1,,,,2,3\r\nB,层,1,,,文\r\n"_s));
-    writeFile(u"old/attribute.def"_s, "T,t,\xE5\x90\x8D\nF,T,n,\xC3\xFB\nF,none,n\nX\n\xFF\xFF\n");
+    writeFile(u"old/attribute.def"_s,
+              "T,t,\xE5\x90\x8D\nF,T,n,\xC3\xFB\nF,none,n\nX\n\xFF\xFF\n" + QByteArray("T\0\n", 3));
     const Answer answer = import(u"old"_s);
     EXPECT_EQ(answer.exitCode, 1);
     QStringList unused;
@@ -67,16 +68,24 @@ TEST_F(ImportText, ReportsTheLinesThatItCannotUse)
                            u"work.def 1 has 8 fields, 7 at most"_s,
                            u"attribute.def 3 no line before defines the table \"none\""_s,
                            u"attribute.def 4 begins with \"X\", not with T or F"_s,
-                           u"attribute.def 5 is neither UTF-8 nor GBK"_s}));
+                           u"attribute.def 5 is neither UTF-8 nor GBK"_s,
+                           u"attribute.def 6 holds a NUL character, as no text does"_s}));
     EXPECT_EQ(rows(u"new/made.db"_s, "select NAME || WIDTH from indexini"),
               QStringList{u"路1.0"_s});
-    EXPECT_EQ(rows(u"new/made.db"_s, "select CODE || LAYER || TEXT from Workdef"),
-              QStringList{u"B层文"_s});
+    EXPECT_EQ(rows(u"new/made.db"_s, "select CODE || LAYER || TEXT || COLOR from Workdef"),
+              QStringList{u"B层文-1"_s})
+        << "no colour";
+    EXPECT_EQ(rows(u"new/made.db"_s, "select ENABLEEDIT from Attributefield"), QStringList{u"1"_s});
     EXPECT_EQ(rows(u"new/made.db"_s, "select TEXT from Attributetable union all select TEXT from "
                                      "Attributefield"),
               (QStringList{u"名"_s, u"名"_s}));
 
     EXPECT_EQ(import(u"old"_s).exitCode, 2) << "the database exists";
+    EXPECT_EQ(
+        velm({u"import-text"_s, u"--force"_s, u"-o"_s, path(u"old/index.ini"_s), path(u"old"_s)})
+            .exitCode,
+        3)
+        << "it reads that file";
     EXPECT_EQ(import(u"old"_s, {u"--force"_s}).exitCode, 1);
     EXPECT_EQ(import(u"config"_s, {u"--force"_s}).exitCode, 3) << "no such files";
     EXPECT_EQ(

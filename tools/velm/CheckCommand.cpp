@@ -10,6 +10,8 @@
 
 #include "CVelmSystemGlobal.h"
 
+#include <optional>
+
 namespace {
 
 QString unknownRule(const QString& id)
@@ -21,8 +23,8 @@ QString unknownRule(const QString& id)
            + didYouMean(similarTo(id, ids));
 }
 
-/// The rules that --rule names; all for none. @return the first name that is no rule
-QString selectRules(const Arguments& args, QVector<const Rule*>& selected)
+/// The rules that --rule names; all for none. @return the first name that is no rule, if any
+std::optional<QString> selectRules(const Arguments& args, QVector<const Rule*>& selected)
 {
     const QStringList ids = args.values(QStringLiteral("rule"));
     for (const QString& id : ids) {
@@ -33,7 +35,7 @@ QString selectRules(const Arguments& args, QVector<const Rule*>& selected)
     }
     if (selected.isEmpty())
         selected = rules::all();
-    return QString();
+    return std::nullopt;
 }
 
 int explain(const Arguments& args)
@@ -94,9 +96,8 @@ int commands::check(const QStringList& arguments)
     if (args.isSet(QStringLiteral("explain")))
         return explain(args);
     QVector<const Rule*> selected;
-    const QString unknown = selectRules(args, selected);
-    if (!unknown.isEmpty())
-        return args.usageError(unknownRule(unknown));
+    if (const auto unknown = selectRules(args, selected))
+        return args.usageError(unknownRule(*unknown));
     const int rooted = Configuration::selectRoot(args);
     if (rooted != ExitFine)
         return rooted;

@@ -93,6 +93,13 @@ std::optional<QColor> colourOfIndex(int index)
     return QColor::fromHsv(hue, index % 2 == 0 ? 255 : 128, shade);
 }
 
+/// Whether the character overrides the direction in which text is shown.
+bool changesDirection(QChar ch)
+{
+    const ushort code = ch.unicode();
+    return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
 }  // namespace
 
 void print(const QString& line)
@@ -124,7 +131,7 @@ QString plain(const QString& text)
 {
     QString shown = text;
     for (QChar& ch : shown) {
-        if (ch.category() == QChar::Other_Control)
+        if (ch.category() == QChar::Other_Control || changesDirection(ch))
             ch = QLatin1Char('?');
     }
     return shown;

@@ -29,7 +29,8 @@ bool printedAll();
 /// Tells something that is no result, behind "velm: ".
 void tell(const QString& line);
 
-/// @p text without control characters, so that data cannot move the cursor or change colours.
+/// @p text without control characters, so that data cannot move the cursor, change colours or turn
+/// the direction of the line.
 QString plain(const QString& text);
 
 /// @p text set off as a heading, if standard output is a terminal that shows colours and NO_COLOR

@@ -109,7 +109,7 @@ bool FileSet::move(const QString& relative)
 {
     const QString destination = target(relative);
     const QFileInfo there(destination);
-    if (there.isDir() || there.isSymLink())
+    if (there.isSymLink() || (there.exists() && !there.isFile()))
         return false;  // what is behind it is not ours to replace
     if (!makeFolders(QFileInfo(destination).path()))
         return false;

@@ -30,9 +30,9 @@ public:
     /// Those of the files named so far that exist in the folder.
     QStringList existing() const;
 
-    /// Moves all staged files to their places, over those that exist; folders and links are not
-    /// replaced. If one cannot be moved, all is put back as it was and @p failed is that file's
-    /// name.
+    /// Moves all staged files to their places, over those that exist; folders, links and
+    /// devices are not replaced. If one cannot be moved, all is put back as it was and @p failed is
+    /// that file's name.
     bool commit(QString& failed);
 
 private:

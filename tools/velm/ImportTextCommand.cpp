@@ -106,6 +106,9 @@ int commands::importText(const QStringList& arguments)
     if (problem.isEmpty() && import.files().isEmpty())
         problem =
             QStringLiteral("\"%1\" holds no index.ini, work.def or attribute.def").arg(folder);
+    if (problem.isEmpty() && import.files().contains(target.fileName(), Qt::CaseInsensitive)
+        && QFileInfo(folder).canonicalFilePath() == target.dir().canonicalPath())
+        problem = QStringLiteral("\"%1\" is one of the files to read").arg(target.filePath());
     if (problem.isEmpty())
         problem = write(import.database(), target);
     if (!problem.isEmpty())

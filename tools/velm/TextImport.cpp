@@ -33,6 +33,12 @@ Codec codecOf(const QByteArray& bytes)
     return CVelmString::IsGBK(bytes) ? gbk() : nullptr;
 }
 
+/// @p fields with those of @p whole that are missing at the end.
+QStringList completed(const QStringList& fields, const QStringList& whole)
+{
+    return fields + whole.mid(fields.size());
+}
+
 bool converts(const QString& cell, const QString& type)
 {
     bool isNumber = true;
@@ -89,14 +95,17 @@ QString TextImport::readFile(const QString& folder, const QString& name)
     const QList<QByteArray> lines = bytes.split('\n');
     m_lineCount = lines.last().isEmpty() ? lines.size() - 1 : lines.size();
     for (m_line = 1; m_line <= lines.size(); ++m_line) {
-        const QByteArray line = lines.at(m_line - 1).trimmed();
-        const Codec codec = ofFile ? ofFile : codecOf(line);
-        if (line.isEmpty())
-            continue;
-        if (codec)
-            (this->*use)(codec->toUnicode(line).split(QLatin1Char(',')));
-        else
+        const QByteArray& bytesOfLine = lines.at(m_line - 1);
+        const Codec codec = ofFile ? ofFile : codecOf(bytesOfLine);
+        if (!codec) {
             reject(m_line, QStringLiteral("is neither UTF-8 nor GBK"));
+            continue;
+        }
+        const QString line = codec->toUnicode(bytesOfLine).trimmed();
+        if (line.contains(QChar::Null))
+            reject(m_line, QStringLiteral("holds a NUL character, as no text does"));
+        else if (!line.isEmpty())
+            (this->*use)(line.split(QLatin1Char(',')));
     }
     return QString();
 }
@@ -108,7 +117,11 @@ void TextImport::useIndexLine(const QStringList& fields)
 
 void TextImport::useWorkLine(const QStringList& fields)
 {
-    addRow(QStringLiteral("Workdef"), older::workColumns(), fields, QStringLiteral("CODE"));
+    // The type and the colour are -1 where a line ends before them, as the library has them then.
+    const QString unset = QStringLiteral("-1");
+    addRow(QStringLiteral("Workdef"), older::workColumns(),
+           completed(fields, {QString(), QString(), unset, QString(), QString(), QString(), unset}),
+           QStringLiteral("CODE"));
 }
 
 void TextImport::useAttributeLine(const QStringList& fields)
@@ -125,7 +138,11 @@ void TextImport::useAttributeLine(const QStringList& fields)
         reject(m_line,
                QStringLiteral("no line before defines the table \"%1\"").arg(fields.value(1)));
     } else {
-        addRow(QStringLiteral("Attributefield"), older::attributeFieldColumns(), fields.mid(1),
+        const QStringList columns = older::attributeFieldColumns();
+        QStringList whole;
+        for (const QString& column : columns)  // editable unless a line says otherwise
+            whole.append(column == QLatin1String("ENABLEEDIT") ? QStringLiteral("1") : QString());
+        addRow(QStringLiteral("Attributefield"), columns, completed(fields.mid(1), whole),
                QString());
     }
 }

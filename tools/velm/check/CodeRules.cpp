@@ -43,6 +43,25 @@ void checkUnique(const CheckedTable& table, const char* columnName, const Unique
     }
 }
 
+/// Reports names that a table has more than one field of, letter case ignored.
+void checkFieldNames(const CheckedTable& fields, const char* tableColumn, const char* nameColumn,
+                     Problems& problems)
+{
+    const QString column = QLatin1String(nameColumn);
+    QHash<QString, int> known;
+    for (int row = 0; row < fields.size(); ++row) {
+        const QString table = fields.text(row, QLatin1String(tableColumn));
+        const QString field = (table + QLatin1Char('\n') + fields.text(row, column)).toUpper();
+        if (known.contains(field))
+            problems.add(rules::kDuplicateCode, fields.place(row, column),
+                         QStringLiteral("is a field of \"%1\" in row %2 already")
+                             .arg(table)
+                             .arg(known.value(field) + 1));
+        else
+            known.insert(field, row);
+    }
+}
+
 /// Reports user codes of more than one feature code.
 void checkUserCodes(const CheckedTable& index, Problems& problems)
 {
@@ -96,6 +115,11 @@ void rules::checkCodes(const CheckedSet& set, Problems& problems)
     checkUnique(set.table("VelmFrame"), "CONFIGNAME", codes, problems);
     checkUnique(set.table("VelmCmdSetting"), "CMDNAME", codes, problems);
     checkUnique(set.table("Attributetable"), "TABLE", tables, problems);
+    checkUnique(set.table("SYS_GISTABLE"), "LAYERNAME", tables, problems);
+    checkUnique(set.table("SYS_DICTIONARY"), "NAME", codes, problems);
+    checkUnique(set.table("PIP_SysConfig"), "FIELDTYPE", codes, problems);
+    checkFieldNames(set.table("Attributefield"), "TABLE", "NAME", problems);
+    checkFieldNames(set.table("SYS_ATTRIBUTEDEF"), "TABLENAME", "FIELDNAME", problems);
     checkUserCodes(index, problems);
     checkUnique(work, "LAYER", layers, problems);
     if (!index.exists() || !work.exists())

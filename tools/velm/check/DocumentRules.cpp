@@ -8,8 +8,11 @@
 #include <QJsonObject>
 
 #include <cmath>
+#include <limits>
 
 namespace {
+
+const QString kConversion = QStringLiteral("字段转换");
 
 QJsonObject objectIn(const QString& text)
 {
@@ -55,13 +58,15 @@ void checkDefinition(const CheckedSet& set, const QString& key, const Place& pla
     for (const QString& problem : check.problems)
         problems.add(check.parses ? rules::kJsonType : rules::kJsonSyntax, place,
                      key + QStringLiteral(": ") + problem);
-    if (check.parses && key == QStringLiteral("字段转换") && !place.value.isEmpty())
+    if (check.problems.isEmpty() && key == kConversion && !place.value.isEmpty())
         checkConversion(set, objectIn(place.value), place, problems);
 }
 
 bool isInteger(const QJsonValue& value)
 {
-    return value.isDouble() && value.toDouble() == std::floor(value.toDouble());
+    const double number = value.toDouble();
+    return value.isDouble() && number == std::floor(number)
+           && std::abs(number) <= std::numeric_limits<int>::max();
 }
 
 /// Reports the modes of a frame that are no integers.
@@ -92,11 +97,19 @@ void checkFrameTags(const Place& place, Problems& problems)
 
 void rules::checkDocuments(const CheckedSet& set, Problems& problems)
 {
+    bool hasConversion = false;  // in the system configuration; then the other one is not read
     for (const CheckedTable& table : set.tables()) {
-        for (int row = 0; table.name() == QLatin1String("globaldefines") && row < table.size();
-             ++row)
-            checkDefinition(set, table.text(row, QStringLiteral("KEY")),
-                            table.place(row, QStringLiteral("VALUE")), problems);
+        if (table.name() != QLatin1String("globaldefines"))
+            continue;
+        const bool isSystem = &table == &set.table("globaldefines");
+        for (int row = 0; row < table.size(); ++row) {
+            const QString key = table.text(row, QStringLiteral("KEY"));
+            const Place place = table.place(row, QStringLiteral("VALUE"));
+            if (isSystem || (key == kConversion && !hasConversion))
+                checkDefinition(set, key, place, problems);
+            hasConversion =
+                hasConversion || (isSystem && key == kConversion && !place.value.isEmpty());
+        }
     }
     const CheckedTable& frames = set.table("VelmFrame");
     for (int row = 0; row < frames.size(); ++row) {

@@ -1,6 +1,7 @@
 #include "CheckedSet.h"
 #include "Rules.h"
 
+#include <QRegularExpression>
 #include <QSet>
 
 namespace {
@@ -45,6 +46,7 @@ void checkDictionaries(const CheckedSet& set, const char* tableName, const char*
 
 void checkPipeFields(const CheckedSet& set, Problems& problems)
 {
+    static const QRegularExpression decimalInteger(QStringLiteral("^\\s*[+-]?[0-9]+\\s*$"));
     QSet<int> numbers;
     const CheckedTable& fields = set.table("PIP_SysConfig");
     for (int row = 0; row < fields.size(); ++row)
@@ -52,11 +54,12 @@ void checkPipeFields(const CheckedSet& set, Problems& problems)
     const CheckedTable& records = set.table("RecordConfig");
     for (int row = 0; row < records.size(); ++row) {
         for (const QString& column : {QStringLiteral("SHOWFIELD"), QStringLiteral("ACTUALFIELD")}) {
-            bool isNumber = false;
-            const int number = records.text(row, column).toInt(&isNumber);
-            if (isNumber && !numbers.contains(number))
+            const QString text = records.text(row, column);
+            bool fits = false;
+            const int number = text.toInt(&fits);
+            if (decimalInteger.match(text).hasMatch() && !(fits && numbers.contains(number)))
                 problems.add(rules::kUnknownPipeField, records.place(row, column),
-                             QStringLiteral("there is no pipe field %1").arg(number));
+                             QStringLiteral("there is no pipe field %1").arg(text));
         }
     }
 }
@@ -70,7 +73,6 @@ void rules::checkReferences(const CheckedSet& set, Problems& problems)
     checkTableNames(set, "RecordConfig", "WRITETABLE", kUnknownGisTable, problems);
     checkTableNames(set, "Attributefield", "TABLE", kUnknownGisTable, problems);
     checkTableNames(set, "IndexiniExtend", "EXTTABLE", kUnknownExtensionTable, problems);
-    checkTableNames(set, "RecordConfigType", "EXTEND", kUnknownExtensionTable, problems);
     checkDictionaries(set, "Attributefield", "DEFAULT", true, problems);
     checkDictionaries(set, "SYS_ATTRIBUTEDEF", "DICTIONARY", false, problems);
     checkPipeFields(set, problems);

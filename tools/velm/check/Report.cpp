@@ -17,14 +17,21 @@ QString shortened(const QString& value)
                                          : value.left(kLongestValue) + QStringLiteral("...");
 }
 
-/// "peltaconfig.db Workdef row 3 TEXT".
+/// Whether the place is a line of a text file.
+bool isLine(const Place& place)
+{
+    return place.table.isEmpty() && place.row > 0;
+}
+
+/// "peltaconfig.db Workdef row 3 TEXT", "index.ini line 2".
 QString textOf(const Place& place)
 {
     QStringList parts{place.database};
     if (!place.table.isEmpty())
         parts.append(place.table);
     if (place.row > 0)
-        parts.append(QStringLiteral("row %1").arg(place.row));
+        parts.append(
+            (isLine(place) ? QStringLiteral("line %1") : QStringLiteral("row %1")).arg(place.row));
     if (!place.column.isEmpty())
         parts.append(place.column);
     return parts.join(QLatin1Char(' '));
@@ -50,7 +57,8 @@ QString uriOf(const QString& file)
 {
     if (QDir::isAbsolutePath(file))
         return QUrl::fromLocalFile(file).toString(QUrl::FullyEncoded);
-    const QUrl relative(QDir::cleanPath(QStringLiteral("config/") + file), QUrl::DecodedMode);
+    QUrl relative;
+    relative.setPath(QDir::cleanPath(QStringLiteral("config/") + file), QUrl::DecodedMode);
     return relative.toString(QUrl::FullyEncoded);
 }
 
@@ -65,8 +73,11 @@ QJsonObject sarifRule(const Rule& rule)
 
 QJsonObject sarifResult(const Problem& problem)
 {
-    const QJsonObject file{{QStringLiteral("artifactLocation"),
-                            QJsonObject{{QStringLiteral("uri"), uriOf(problem.place.database)}}}};
+    QJsonObject file{{QStringLiteral("artifactLocation"),
+                      QJsonObject{{QStringLiteral("uri"), uriOf(problem.place.database)}}}};
+    if (isLine(problem.place))
+        file.insert(QStringLiteral("region"),
+                    QJsonObject{{QStringLiteral("startLine"), problem.place.row}});
     const QJsonObject location{
         {QStringLiteral("physicalLocation"), file},
         {QStringLiteral("logicalLocations"),

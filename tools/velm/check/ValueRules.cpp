@@ -16,9 +16,10 @@ bool isNumber(const QVariant& value, CheckedColumn::Kind kind)
         return true;
     bool converts = false;
     const double number = value.toDouble(&converts);
-    if (kind == CheckedColumn::Integer)
-        return converts && std::abs(number) <= std::numeric_limits<int>::max();
-    return converts;
+    if (kind == CheckedColumn::Real)
+        return converts;
+    value.toInt(&converts);
+    return converts && std::abs(number) <= std::numeric_limits<int>::max();
 }
 
 void checkJson(const QString& text, CheckedColumn::Kind kind, const Place& place,
