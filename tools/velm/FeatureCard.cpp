@@ -14,48 +14,41 @@
 
 #include <QJsonDocument>
 
+#include <initializer_list>
 #include <optional>
+#include <utility>
 
 namespace {
 
 using Group = std::optional<CardGroup>;
 
+/// The name of a number; the number itself if it has none.
+QString nameOf(int number, std::initializer_list<std::pair<int, const char*>> names)
+{
+    for (const auto& name : names) {
+        if (name.first == number)
+            return QLatin1String(name.second);
+    }
+    return QString::number(number);
+}
+
 QString tableTypeName(int type)
 {
-    switch (type) {
-    case Velm::TablePoint:
-        return QStringLiteral("point");
-    case Velm::TableLine:
-        return QStringLiteral("line");
-    case Velm::TableArea:
-        return QStringLiteral("area");
-    case Velm::TableAnnotation:
-        return QStringLiteral("annotation");
-    case Velm::TablePipePoint:
-        return QStringLiteral("pipe point");
-    case Velm::TablePipeLine:
-        return QStringLiteral("pipe line");
-    default:
-        return QString::number(type);
-    }
+    return nameOf(type, {{Velm::TablePoint, "point"},
+                         {Velm::TableLine, "line"},
+                         {Velm::TableArea, "area"},
+                         {Velm::TableAnnotation, "annotation"},
+                         {Velm::TablePipePoint, "pipe point"},
+                         {Velm::TablePipeLine, "pipe line"}});
 }
 
 QString fieldTypeName(int type)
 {
-    switch (type) {
-    case Velm::FieldText:
-        return QStringLiteral("text");
-    case Velm::FieldInt:
-        return QStringLiteral("integer");
-    case Velm::FieldLong:
-        return QStringLiteral("long");
-    case Velm::FieldReal:
-        return QStringLiteral("real");
-    case Velm::FieldDate:
-        return QStringLiteral("date");
-    default:
-        return QString::number(type);
-    }
+    return nameOf(type, {{Velm::FieldText, "text"},
+                         {Velm::FieldInt, "integer"},
+                         {Velm::FieldLong, "long"},
+                         {Velm::FieldReal, "real"},
+                         {Velm::FieldDate, "date"}});
 }
 
 Group indexGroup(const QString& code, const CVelmIndex& index, QString& name)
@@ -207,16 +200,9 @@ Group recordGroup(const QString& code, const CVelmRecordManager& records)
 
 QString entityTypeName(int type)
 {
-    switch (type) {
-    case Velm::EntityGeneral:
-        return QStringLiteral("general");
-    case Velm::EntityText:
-        return QStringLiteral("text");
-    case Velm::EntitySpecialLine:
-        return QStringLiteral("special line");
-    default:
-        return QString::number(type);
-    }
+    return nameOf(type, {{Velm::EntityGeneral, "general"},
+                         {Velm::EntityText, "text"},
+                         {Velm::EntitySpecialLine, "special line"}});
 }
 
 FeatureCard::FeatureCard(const QString& code, const Configuration& configuration) : m_code(code)
