@@ -60,7 +60,8 @@ add_library(velm_objects OBJECT
     config/FieldConversion.cpp
     config/GenusLayout.cpp
     config/GlobalParamStore.cpp
-    config/SystemConfig.cpp)
+    config/SystemConfig.cpp
+    calc/CVelmCalculate.cpp)
 set_target_properties(velm_objects PROPERTIES
     AUTOMOC ON
     POSITION_INDEPENDENT_CODE ON

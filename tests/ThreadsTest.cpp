@@ -1,3 +1,4 @@
+#include "CVelmCalculate.h"
 #include "CVelmConfigManager.h"
 #include "CVelmEvent.h"
 #include "CVelmFilePath.h"
@@ -45,6 +46,7 @@ std::set<void*> gather(Get get)
 
 TEST(Threads, MeetAtOneInstance)
 {
+    EXPECT_EQ(gather([] { return CVelmCalculate::Instance(); }).size(), 1U);
     EXPECT_EQ(gather([] { return CVelmFilePath::Instance(); }).size(), 1U);
     EXPECT_EQ(gather([] { return CVelmFindFile::Instance(); }).size(), 1U);
     EXPECT_EQ(gather([] { return CVelmSystemGlobal::Instance(); }).size(), 1U);
