@@ -61,7 +61,16 @@ add_library(velm_objects OBJECT
     config/GenusLayout.cpp
     config/GlobalParamStore.cpp
     config/SystemConfig.cpp
-    calc/CVelmCalculate.cpp)
+    calc/CVelmCalculate.cpp
+    spatial/CVelmRTree.cpp
+    spatial/CVelmRTreeDelete.cpp
+    spatial/CVelmRTreeNode.cpp
+    spatial/CVelmRTreePartition.cpp
+    spatial/CVelmRTreeSearch.cpp
+    spatial/CVelmRTreeSplit.cpp
+    spatial/RTreeChoice.cpp
+    spatial/RTreeNodePool.cpp
+    spatial/RTreeSlots.cpp)
 set_target_properties(velm_objects PROPERTIES
     AUTOMOC ON
     POSITION_INDEPENDENT_CODE ON

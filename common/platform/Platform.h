@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <cstddef>
 #include <memory>
 
 class QSettings;
@@ -37,6 +38,9 @@ int messageBox(const QString& text, const QString& title, unsigned int style, HW
 
 /// The window that the user works in; null where there is none.
 HWND foregroundWindow();
+
+/// Asks for a large piece of memory to be kept in large pages, where the system has a choice.
+void useLargePages(void* memory, size_t size);
 
 /// The settings under a registry key, "\" between the parts of its path.
 std::unique_ptr<QSettings> openRegistryKey(const QString& keyPath);

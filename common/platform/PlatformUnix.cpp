@@ -15,6 +15,8 @@
 
 #include <dlfcn.h>
 #include <link.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace velm::detail::platform {
 
@@ -160,6 +162,15 @@ int messageBox(const QString& text, const QString& title, unsigned int style, HW
 HWND foregroundWindow()
 {
     return nullptr;
+}
+
+void useLargePages(void* memory, size_t size)
+{
+    const auto page = static_cast<quintptr>(sysconf(_SC_PAGESIZE));
+    const quintptr begin = (reinterpret_cast<quintptr>(memory) + page - 1) / page * page;
+    const quintptr end = (reinterpret_cast<quintptr>(memory) + size) / page * page;
+    if (begin < end)  // advice that need not be taken
+        madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
 }
 
 std::unique_ptr<QSettings> openRegistryKey(const QString& keyPath)

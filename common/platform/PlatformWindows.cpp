@@ -82,6 +82,12 @@ HWND foregroundWindow()
     return GetForegroundWindow();
 }
 
+void useLargePages(void* memory, size_t size)
+{
+    Q_UNUSED(memory);  // large pages need a privilege there
+    Q_UNUSED(size);
+}
+
 std::unique_ptr<QSettings> openRegistryKey(const QString& keyPath)
 {
     return std::make_unique<QSettings>(keyPath, QSettings::NativeFormat);

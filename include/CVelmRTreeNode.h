@@ -1,0 +1,78 @@
+#pragma once
+
+#include "VelmCommonGlobal.h"
+
+namespace velm::detail {
+class RTreeSlots;
+}
+
+/// An axis-aligned rectangle.
+class VELMCOMMON_EXPORT CVelmRTreeMBR
+{
+public:
+    CVelmRTreeMBR() = default;
+    CVelmRTreeMBR(double xmin, double ymin, double xmax, double ymax)
+        : xmin(xmin), ymin(ymin), xmax(xmax), ymax(ymax)
+    {}
+
+    /// Sets all bounds to 0.
+    void InitRect() { *this = CVelmRTreeMBR(); }
+    /// Makes it the empty rectangle, which is not valid.
+    void SetInvalidRect() { *this = CVelmRTreeMBR(1.0, 0.0, -1.0, 0.0); }
+    /// Whether each low bound is at most the high one.
+    bool IsValideRect() const { return xmin <= xmax && ymin <= ymax; }
+
+    double xmin = 0.0;
+    double ymin = 0.0;
+    double xmax = 0.0;
+    double ymax = 0.0;
+};
+
+/// A slot of a node: a rectangle and what lies in it. The slot is empty while the child is null.
+class VELMCOMMON_EXPORT CVelmRTreeBranch
+{
+public:
+    CVelmRTreeMBR rect;
+    void* child = nullptr;  ///< in a leaf the caller's identifier, else a CVelmRTreeNode
+};
+
+/// A node of the tree. Slots that hold something need not be adjacent. Change slots through the
+/// tree only: it keeps a second, compact form of them.
+class VELMCOMMON_EXPORT CVelmRTreeNode
+{
+public:
+    static constexpr int kMaxBranches = 9;
+
+    CVelmRTreeNode();
+
+    /// Empties the node and takes its level away, as it is when it is new.
+    void InitNode();
+
+    CVelmRTreeBranch branch[kMaxBranches];
+    int count;  ///< slots that are not empty
+    int level;  ///< 0 for a leaf, else one more than that of its children; -1 for none
+
+private:
+    friend class velm::detail::RTreeSlots;
+
+    // What searches read instead of the branches, in a few lines of the cache: the children; which
+    // slots are used, as bits; and the rectangles as -xmin, -ymin, xmax, ymax in single precision,
+    // made larger to be safe.
+    alignas(64) void* m_child[kMaxBranches];
+    unsigned m_used;
+    alignas(16) float m_box[kMaxBranches][4];
+};
+
+/// A cell of a list of nodes.
+class VELMCOMMON_EXPORT CVelmRTreeListNode
+{
+public:
+    /// Puts @p node in front of the list @p next.
+    CVelmRTreeListNode(CVelmRTreeNode* node, CVelmRTreeListNode* next) : node(node), next(next) {}
+    virtual ~CVelmRTreeListNode();
+    CVelmRTreeListNode(const CVelmRTreeListNode&) = default;
+    CVelmRTreeListNode& operator=(const CVelmRTreeListNode&) = default;
+
+    CVelmRTreeNode* node;
+    CVelmRTreeListNode* next;
+};

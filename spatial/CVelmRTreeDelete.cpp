@@ -1,0 +1,167 @@
+#include "CVelmRTree.h"
+
+#include "spatial/RTreeNodePool.h"
+#include "spatial/RTreeSlots.h"
+
+using namespace velm::detail;
+
+namespace {
+
+constexpr int kMinFill = 4;
+constexpr int kNoSlot = -1;
+
+/// The first slot that is used and that @p fits; kNoSlot if there is none.
+template<class Fits>
+int findSlot(const CVelmRTreeNode& node, const Fits& fits)
+{
+    for (unsigned slots = RTreeSlots::used(node); slots; slots &= slots - 1) {
+        if (fits(node, lowestBit(slots)))
+            return lowestBit(slots);
+    }
+    return kNoSlot;
+}
+
+bool anySlot(const CVelmRTreeNode& /*node*/, int /*slot*/)
+{
+    return true;
+}
+
+auto holds(void* id)
+{
+    return
+        [id](const CVelmRTreeNode& node, int slot) { return RTreeSlots::child(node, slot) == id; };
+}
+
+/// The branches of a node that overlap the query; all without one. They are fetched.
+unsigned branchesBelow(const CVelmRTreeNode& node, const RTreeQuery* query)
+{
+    unsigned slots = query ? RTreeSlots::candidates(node, *query) : RTreeSlots::used(node);
+    for (unsigned rest = slots; rest; rest &= rest - 1) {
+        const int slot = lowestBit(rest);
+        if (query && !RTreeSlots::overlaps(node, slot, *query))
+            slots &= ~(1U << slot);
+        else
+            RTreeSlots::prefetch(RTreeSlots::childNode(node, slot));
+    }
+    return slots;
+}
+
+void tellNobody(void*) {}
+
+/// Tells the caller which entry was removed.
+auto tell(CVelmRTree::Callback cb, void* ctx)
+{
+    return [cb, ctx](void* id) {
+        if (cb)
+            cb(id, ctx);
+    };
+}
+
+}  // namespace
+
+bool CVelmRTree::DeleteRect(CVelmRTreeMBR* rect, void* id)
+{
+    if (!rect->IsValideRect() || !id)
+        return false;
+    return remove(rect, holds(id), tellNobody) || DeleteID(id);
+}
+
+bool CVelmRTree::DeleteID(void* id)
+{
+    return id && remove(nullptr, holds(id), tellNobody);
+}
+
+bool CVelmRTree::DeleteRectOverlap(CVelmRTreeMBR* rect, Callback cb, void* ctx)
+{
+    return rect->IsValideRect() && remove(rect, anySlot, tell(cb, ctx));
+}
+
+bool CVelmRTree::DeleteRectInclude(CVelmRTreeMBR* rect, Callback cb, void* ctx)
+{
+    const RTreeQuery query(*rect);
+    const auto liesInside = [&query](const Node& node, int slot) {
+        return RTreeSlots::liesInside(node, slot, query);
+    };
+    return rect->IsValideRect() && remove(rect, liesInside, tell(cb, ctx));
+}
+
+/// Removes the first entry that @p fits below branches that overlap @p rect, or below all if it is
+/// null. @p removed gets its identifier, before the tree is tidied up. @return whether there was
+/// one
+template<class Fits, class Removed>
+bool CVelmRTree::remove(const Rect* rect, const Fits& fits, const Removed& removed)
+{
+    if (!m_root)
+        return false;
+    const RTreeQuery query(rect ? *rect : Rect());
+    NodeList* dissolved = nullptr;
+    if (!_DeleteRect(m_root, rect ? &query : nullptr, fits, removed, dissolved))
+        return false;
+    reinsert(dissolved);
+    shortenRoot();
+    return true;
+}
+
+/// Removes an entry below a node. Children that keep too few are put in front of @p dissolved.
+template<class Fits, class Removed>
+bool CVelmRTree::_DeleteRect(Node* node, const RTreeQuery* query, const Fits& fits,
+                             const Removed& removed, NodeList*& dissolved)
+{
+    if (node->level < 1) {
+        const int slot = findSlot(*node, fits);
+        if (slot == kNoSlot)
+            return false;
+        void* id = RTreeSlots::child(*node, slot);
+        --m_count;
+        RTreeSlots::erase(*node, slot);
+        removed(id);
+        return true;
+    }
+    for (unsigned slots = branchesBelow(*node, query); slots != 0; slots &= slots - 1) {
+        const int slot = lowestBit(slots);
+        Node* child = RTreeSlots::childNode(*node, slot);
+        if (!_DeleteRect(child, query, fits, removed, dissolved))
+            continue;
+        if (child->count < kMinFill) {
+            dissolved = new NodeList(child, dissolved);
+            RTreeSlots::erase(*node, slot);
+        } else {
+            RTreeSlots::setRect(*node, slot, RTreeSlots::cover(*child));
+        }
+        return true;
+    }
+    return false;
+}
+
+/// Inserts what the nodes of the list hold, each branch at its level, and frees the list.
+void CVelmRTree::reinsert(NodeList* dissolved)
+{
+    while (dissolved) {
+        Node* node = dissolved->node;
+        for (const Branch& branch : node->branch) {
+            if (branch.child)
+                insert(branch.rect, branch.child, node->level);
+        }
+        release(node);
+        NodeList* next = dissolved->next;
+        delete dissolved;
+        dissolved = next;
+    }
+}
+
+/// Makes the only child of the root the root.
+void CVelmRTree::shortenRoot()
+{
+    if (m_root->level < 1 || m_root->count != 1)
+        return;
+    Node* child = RTreeSlots::childNode(*m_root, findSlot(*m_root, anySlot));
+    release(m_root);
+    m_root = child;
+}
+
+/// Gives up a node that is no longer in this tree; it may still be in a copy.
+void CVelmRTree::release(Node* node)
+{
+    if (m_pool.use_count() == 1)
+        m_pool->recycle(node);
+}

@@ -1,0 +1,92 @@
+#include "spatial/RTreeNodePool.h"
+
+#include "common/platform/Platform.h"
+#include "spatial/RTreeInnerNode.h"
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <new>
+#include <type_traits>
+
+namespace velm::detail {
+
+namespace {
+
+using Node = CVelmRTreeNode;
+
+// Blocks grow with the tree up to some large pages of memory.
+constexpr size_t kLargePage = 2 * 1024 * 1024;
+constexpr size_t kGreatestBlock = 4 * kLargePage;
+constexpr size_t kFirstBlock = 4;  // nodes
+
+static_assert(std::is_trivially_destructible_v<RTreeInnerNode>,
+              "blocks are freed without their nodes");
+
+}  // namespace
+
+RTreeNodePool::Store::Store(size_t nodeSize)
+    : m_nodeSize(nodeSize), m_greatestBlock(kGreatestBlock / nodeSize)
+{}
+
+RTreeNodePool::Store::~Store()
+{
+    for (const Block& block : m_blocks)
+        ::operator delete (block.memory, std::align_val_t{alignof(Node)});
+}
+
+void* RTreeNodePool::Store::take()
+{
+    if (m_unused) {
+        Unused* unused = m_unused;
+        m_unused = unused->next;
+        return unused;
+    }
+    if (m_blocks.empty() || m_blocks.back().used == m_blocks.back().size)
+        addBlock();
+    Block& block = m_blocks.back();
+    return block.memory + m_nodeSize * block.used++;
+}
+
+void RTreeNodePool::Store::giveBack(void* memory)
+{
+    m_unused = new (memory) Unused{m_unused};
+}
+
+void RTreeNodePool::Store::addBlock()
+{
+    const size_t size =
+        m_blocks.empty() ? kFirstBlock : std::min(2 * m_blocks.back().size, m_greatestBlock);
+    void* memory = ::operator new (size* m_nodeSize, std::align_val_t{alignof(Node)});
+    if (size * m_nodeSize >= kLargePage)
+        platform::useLargePages(memory, size * m_nodeSize);
+    m_blocks.push_back({static_cast<char*>(memory), size, 0});
+}
+
+RTreeNodePool::RTreeNodePool() : m_leaves(sizeof(Node)), m_innerNodes(sizeof(RTreeInnerNode)) {}
+
+RTreeNodePool::~RTreeNodePool() = default;
+
+Node* RTreeNodePool::make(int level)
+{
+    if (level == 0) {
+        Node* leaf = new (m_leaves.take()) Node;
+        leaf->level = 0;
+        return leaf;
+    }
+    auto* node = new (m_innerNodes.take()) RTreeInnerNode;
+    node->level = level;
+    std::fill(std::begin(node->size), std::end(node->size),
+              -std::numeric_limits<double>::infinity());
+    return node;
+}
+
+void RTreeNodePool::recycle(Node* node)
+{
+    if (node->level == 0)
+        m_leaves.giveBack(node);
+    else
+        m_innerNodes.giveBack(node);
+}
+
+}  // namespace velm::detail

@@ -1,0 +1,206 @@
+#include "CVelmRTree.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+#include <vector>
+
+namespace {
+
+using Rect = CVelmRTreeMBR;
+using Numbers = std::vector<quintptr>;
+
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
+void* idOf(quintptr number)
+{
+    return reinterpret_cast<void*>(number);
+}
+
+int appendAndGoOn(void* id, void* ctx)
+{
+    static_cast<Numbers*>(ctx)->push_back(reinterpret_cast<quintptr>(id));
+    return 1;
+}
+
+int appendAndStop(void* id, void* ctx)
+{
+    appendAndGoOn(id, ctx);
+    return 0;
+}
+
+/// Points (x, 0), numbered from 1.
+CVelmRTree line(const std::vector<double>& places)
+{
+    CVelmRTree tree;
+    quintptr id = 0;
+    for (const double x : places) {
+        Rect rect(x, 0, x, 0);
+        tree.InsertRect(&rect, idOf(++id), 0);
+    }
+    return tree;
+}
+
+Numbers idsIn(CVelmRTree& tree)
+{
+    Numbers ids;
+    tree.Traversal(appendAndStop, &ids);  // which it does not
+    return ids;
+}
+
+std::vector<double> boundsOf(const CVelmRTree& tree)
+{
+    std::vector<double> bounds(4, 77);
+    tree.GetMinMax(bounds.data());
+    return bounds;
+}
+
+struct SplitCase
+{
+    const char* name;
+    std::vector<double> places;
+    Numbers order, firstsOfLeaves;
+};
+
+// The circle over a line of length d grows with d * d. The seeds are the ends of the line; then
+// goes where it matters to which seed the rest goes, until a group has six.
+const SplitCase kSplits[] = {
+    {"NineInOneLeaf", {0, 1, 2, 3, 4, 5, 6, 7, 8}, {1, 2, 3, 4, 5, 6, 7, 8, 9}, {1}},
+    // Taken in the order 1, 8, 2, 7, 3, 6, 4, 5: near ones by turns.
+    {"Even", {0, 1, 2, 3, 4, 5, 6, 7, 8, 9}, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, {1, 6}},
+    // Taken in the order 1, 2, 3, 4, 5: each the furthest from 100.
+    {"FarLast", {0, 1, 2, 3, 4, 5, 6, 7, 8, 100}, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, {1, 7}},
+    {"FarFirst", {100, 0, 1, 2, 3, 4, 5, 6, 7, 8}, {1, 8, 9, 10, 2, 3, 4, 5, 6, 7}, {1, 2}},
+    // Nothing tells the pairs or the groups apart: the first of each.
+    {"Identical", {5, 5, 5, 5, 5, 5, 5, 5, 5, 5}, {1, 3, 4, 5, 6, 7, 2, 8, 9, 10}, {1, 2}}};
+
+class RTreeSplit : public testing::TestWithParam<SplitCase>
+{};
+
+}  // namespace
+
+TEST_P(RTreeSplit, DividesTheTenthEntryAndTheOthers)
+{
+    CVelmRTree tree = line(GetParam().places);
+    EXPECT_EQ(idsIn(tree), GetParam().order);
+    Rect all(0, 0, 100, 0);
+    Numbers stops;
+    const int leaves = tree.SearchOverlap(&all, appendAndStop, &stops);
+    EXPECT_EQ(stops, GetParam().firstsOfLeaves);
+    EXPECT_EQ(leaves, int(stops.size()));
+    EXPECT_EQ(tree.SearchInclude(&all, nullptr, nullptr), int(GetParam().places.size()));
+}
+INSTANTIATE_TEST_SUITE_P(Lines, RTreeSplit, testing::ValuesIn(kSplits),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(RTree, RepairsNotANumberInTheRectangleOfTheCaller)
+{
+    CVelmRTree tree;
+    Rect high(5, 1, kNan, 2), all(kNan, kNan, kNan, kNan);
+    EXPECT_TRUE(tree.InsertRect(&high, idOf(1), 0));
+    EXPECT_EQ(high.xmax, 6);
+    EXPECT_EQ(boundsOf(tree), std::vector<double>({5, 1, 6, 2}));
+    EXPECT_TRUE(tree.InsertRect(&all, idOf(2), 0));
+    EXPECT_EQ(boundsOf(tree), std::vector<double>({0, 0, 6, 2}));
+    EXPECT_TRUE(all.xmax == 1 && all.ymax == 1);
+    // Neither above the root nor without an identifier.
+    EXPECT_TRUE(tree.InsertRect(&high, idOf(3), 1) && tree.InsertRect(&high, nullptr, 0));
+    EXPECT_EQ(idsIn(tree), Numbers({1, 2}));
+    EXPECT_EQ(tree.GetCount(), 2);
+}
+
+TEST(RTree, FindsTouchingAndEqualRectangles)
+{
+    struct Query
+    {
+        Rect rect;
+        int overlap, include;
+    };
+    CVelmRTree tree;
+    Rect stored(0, 0, 2, 2);
+    tree.InsertRect(&stored, idOf(1), 0);
+    for (Query query :
+         {Query{{0, 0, 2, 2}, 1, 1}, Query{{-1, -1, 3, 3}, 1, 1}, Query{{2, 2, 3, 3}, 1, 0},
+          Query{{-1, -1, 0, 0}, 1, 0}, Query{{0.1, 0, 2, 2}, 1, 0}, Query{{0, 0, 2, 1.9}, 1, 0},
+          Query{{2.1, 0, 3, 2}, 0, 0}, Query{{0, -1, 2, -0.1}, 0, 0}}) {
+        QVector<void*> ids{nullptr};
+        EXPECT_EQ(tree.GetOverlap(&query.rect, ids), query.overlap);
+        EXPECT_EQ(tree.GetInclude(&query.rect, ids), query.include);
+        EXPECT_EQ(ids.mid(1), QVector<void*>(query.overlap + query.include, idOf(1)));
+        EXPECT_EQ(ids.front(), nullptr);
+    }
+}
+
+TEST(RTree, DeletesFarFromTheRectangleButNotByAnInvalidOne)
+{
+    CVelmRTree tree = line({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+    Rect inverted(9, -1, -1, 1), far(50, 50, 60, 60), left(-2, -2, 0.5, 0.5), right(8.5, 0, 9, 0);
+    Numbers removed;
+    EXPECT_FALSE(tree.DeleteRect(&inverted, idOf(1)));
+    EXPECT_FALSE(tree.DeleteRect(&left, nullptr) || tree.DeleteID(nullptr));
+    EXPECT_FALSE(tree.DeleteRect(&left, idOf(99)) || tree.DeleteID(idOf(99)));
+    EXPECT_FALSE(tree.DeleteRectOverlap(&inverted, appendAndGoOn, &removed));
+    EXPECT_FALSE(tree.DeleteRectInclude(&inverted, appendAndGoOn, &removed));
+    EXPECT_FALSE(tree.DeleteRectOverlap(&far, appendAndGoOn, &removed));
+    EXPECT_EQ(tree.GetCount(), 10);
+    EXPECT_TRUE(tree.DeleteRect(&far, idOf(2)));
+    // The leaf of 5 to 9 overlaps, but its first entry, number 6 at 5, does not.
+    EXPECT_TRUE(tree.DeleteRectOverlap(&right, appendAndGoOn, &removed));
+    EXPECT_EQ(idsIn(tree), Numbers({1, 3, 4, 5, 7, 8, 9, 10}));
+    EXPECT_EQ(tree.GetCount(), 8);
+    // Three remain in the left leaf. They move to free slots of the other and count again.
+    EXPECT_TRUE(tree.DeleteRectInclude(&left, appendAndGoOn, &removed));
+    EXPECT_EQ(idsIn(tree), Numbers({3, 7, 8, 9, 10, 4, 5}));
+    EXPECT_EQ(tree.GetCount(), 7 + 3);
+    EXPECT_EQ(removed, Numbers({6, 1}));
+}
+
+TEST(RTree, SharesNodesWithItsCopiesUntilTheLastIsGone)
+{
+    auto first = std::make_unique<CVelmRTree>(line({0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
+    const Numbers ids = idsIn(*first);
+    CVelmRTree copy(*first), copyOfCopy(copy), assigned = line({1, 2, 3});
+    assigned = *first;
+    const CVelmRTree& itself = assigned;
+    assigned = itself;
+    first->Init();
+    EXPECT_EQ(idsIn(*first), Numbers());
+    EXPECT_EQ(first->GetCount(), 0);
+    first.reset();
+    copyOfCopy.Destroy();
+    EXPECT_EQ(idsIn(copy), ids);
+    copy = copyOfCopy;
+    EXPECT_EQ(idsIn(copy), Numbers());
+    EXPECT_EQ(idsIn(assigned), ids);
+    EXPECT_EQ(assigned.GetCount(), 10);
+}
+
+TEST(RTree, HoldsAFieldOfCellsAndBecomesEmptyAgain)
+{
+    constexpr int kCells = 200000;  // in rows of 500
+    const auto cellRect = [](int i) {
+        const double x = i % 500, y = i / 500;
+        return Rect(x + 0.25, y + 0.25, x + 0.75, y + 0.75);
+    };
+    CVelmRTree tree;
+    for (int i = 0; i < kCells; ++i) {
+        const int cell = static_cast<int>(i * qint64(77773) % kCells);
+        Rect rect = cellRect(cell);
+        tree.InsertRect(&rect, idOf(quintptr(cell) + 1), 0);
+    }
+    EXPECT_EQ(boundsOf(tree), std::vector<double>({0.25, 0.25, 499.75, 399.75}));
+    for (int i = 0; i < 390; ++i) {
+        Rect query(i, i, i + i % 50 + 1, i + 3);
+        QVector<void*> ids;
+        EXPECT_EQ(tree.GetInclude(&query, ids), 3 * (i % 50 + 1));
+        EXPECT_EQ(tree.GetOverlap(&query, ids), 3 * (i % 50 + 1));
+    }
+    for (int i = 0; i < kCells; ++i) {
+        Rect rect = cellRect(i);
+        ASSERT_TRUE(tree.DeleteRect(&rect, idOf(quintptr(i) + 1)));
+    }
+    EXPECT_EQ(idsIn(tree), Numbers());
+    EXPECT_EQ(boundsOf(tree), std::vector<double>(4, 77));
+}
