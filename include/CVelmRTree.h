@@ -112,7 +112,7 @@ private:
 
     template<class Fits, class Removed>
     bool _DeleteRect(Node* node, const velm::detail::RTreeQuery* query, const Fits& fits,
-                     const Removed& removed, NodeList*& dissolved);
+                     const Removed& removed, NodeList*& dissolved, Rect& lost);
 
     // NOLINTEND(bugprone-reserved-identifier)
 

@@ -40,10 +40,20 @@ unsigned branchesBelow(const CVelmRTreeNode& node, const RTreeQuery* query)
         const int slot = lowestBit(rest);
         if (query && !RTreeSlots::overlaps(node, slot, *query))
             slots &= ~(1U << slot);
+        else if (node.level == 1)
+            RTreeSlots::prefetchToFill(RTreeSlots::childNode(node, slot));
         else
             RTreeSlots::prefetch(RTreeSlots::childNode(node, slot));
     }
     return slots;
+}
+
+/// Whether a bound of the cover @p cover may be that of the rectangle @p part alone: the cover of
+/// the others may be smaller then.
+bool touchesBorder(const CVelmRTreeMBR& cover, const CVelmRTreeMBR& part)
+{
+    return part.xmin == cover.xmin || part.ymin == cover.ymin || part.xmax == cover.xmax
+           || part.ymax == cover.ymax;
 }
 
 void tellNobody(void*) {}
@@ -95,23 +105,26 @@ bool CVelmRTree::remove(const Rect* rect, const Fits& fits, const Removed& remov
         return false;
     const RTreeQuery query(rect ? *rect : Rect());
     NodeList* dissolved = nullptr;
-    if (!_DeleteRect(m_root, rect ? &query : nullptr, fits, removed, dissolved))
+    Rect lost;
+    if (!_DeleteRect(m_root, rect ? &query : nullptr, fits, removed, dissolved, lost))
         return false;
     reinsert(dissolved);
     shortenRoot();
     return true;
 }
 
-/// Removes an entry below a node. Children that keep too few are put in front of @p dissolved.
+/// Removes an entry below a node. Children that keep too few are put in front of @p dissolved. @p
+/// lost becomes a rectangle that the node no longer has to hold.
 template<class Fits, class Removed>
 bool CVelmRTree::_DeleteRect(Node* node, const RTreeQuery* query, const Fits& fits,
-                             const Removed& removed, NodeList*& dissolved)
+                             const Removed& removed, NodeList*& dissolved, Rect& lost)
 {
     if (node->level < 1) {
         const int slot = findSlot(*node, fits);
         if (slot == kNoSlot)
             return false;
         void* id = RTreeSlots::child(*node, slot);
+        lost = node->branch[slot].rect;
         --m_count;
         RTreeSlots::erase(*node, slot);
         removed(id);
@@ -120,13 +133,16 @@ bool CVelmRTree::_DeleteRect(Node* node, const RTreeQuery* query, const Fits& fi
     for (unsigned slots = branchesBelow(*node, query); slots != 0; slots &= slots - 1) {
         const int slot = lowestBit(slots);
         Node* child = RTreeSlots::childNode(*node, slot);
-        if (!_DeleteRect(child, query, fits, removed, dissolved))
+        if (!_DeleteRect(child, query, fits, removed, dissolved, lost))
             continue;
+        const Rect before = node->branch[slot].rect;
         if (child->count < kMinFill) {
             dissolved = new NodeList(child, dissolved);
             RTreeSlots::erase(*node, slot);
-        } else {
+            lost = before;
+        } else if (touchesBorder(before, lost) || !m_pool->isRegular()) {
             RTreeSlots::setRect(*node, slot, RTreeSlots::cover(*child));
+            lost = before;
         }
         return true;
     }
