@@ -21,8 +21,8 @@ class RTreeQuery;
 /// of slots. An identifier inserted twice is stored twice, and a deletion removes one of them.
 /// Rectangles are passed by pointer, which must not be null.
 ///
-/// One thread at a time in one tree, also for searches; different trees are independent. Callbacks
-/// must not change the tree, nor the rectangles that they get.
+/// One thread at a time in one tree and its copies, also for searches; trees that share no nodes
+/// are independent. Callbacks must not change the tree, nor the rectangles that they get.
 class VELMCOMMON_EXPORT CVelmRTree
 {
 public:
@@ -34,7 +34,8 @@ public:
     CVelmRTree();
     virtual ~CVelmRTree();
     /// The copy shares the nodes, which the last tree frees; what one tree changes, the other sees
-    /// in part. This is wanted so. Give a shared tree away, or read it, but do not change it.
+    /// in part. This is wanted so. Once both have changed, entries may be found twice or not at
+    /// all.
     CVelmRTree(const CVelmRTree& other);
     CVelmRTree& operator=(const CVelmRTree& other);
 
@@ -52,8 +53,10 @@ public:
 
     /// Inserts @p id. NaN bounds are repaired in the caller's rectangle first: low ones become 0,
     /// high ones the low one plus 1. @p level is 0 for entries. For a higher one, @p id is a
-    /// CVelmRTreeNode of the level below it, made with new, which the tree takes over. A null id, a
-    /// level above the root's and an empty node or one of another level store nothing. @return true
+    /// CVelmRTreeNode of the level below it, made with new, its branches, count and level set,
+    /// which the tree takes over; every node below it stands in one place. A null id and a level
+    /// above the root's store nothing, nor does an empty node or one of another level, which stays
+    /// the caller's. @return true
     bool InsertRect(CVelmRTreeMBR* rect, void* id, int level);
 
     // @return whether an entry was removed
@@ -121,7 +124,7 @@ private:
     bool remove(const Rect* rect, const Fits& fits, const Removed& removed);
     void reinsert(NodeList* dissolved);
     void shortenRoot();
-    void release(Node* node);
+    void noteChange();
 
     Node* m_root = nullptr;
     int m_count = 0;

@@ -36,8 +36,9 @@ public:
     void* child = nullptr;  ///< in a leaf the caller's identifier, else a CVelmRTreeNode
 };
 
-/// A node of the tree. Slots that hold something need not be adjacent. Change slots through the
-/// tree only: it keeps a second, compact form of them.
+/// A node of the tree. Slots that hold something need not be adjacent. The branches of a caller's
+/// own node may be set; those of a tree change through the tree only, which keeps a compact form of
+/// them too.
 class VELMCOMMON_EXPORT CVelmRTreeNode
 {
 public:

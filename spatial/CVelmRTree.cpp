@@ -48,6 +48,7 @@ CVelmRTreeNode* adopt(CVelmRTreeNode* node, RTreeNodePool& pool)
         void* child = node->branch[slot].child;
         if (child && node->level > 0)
             child = adopt(static_cast<CVelmRTreeNode*>(child), pool);
+        repair(node->branch[slot].rect);
         if (child)
             RTreeSlots::fill(*adopted, slot, load(node->branch[slot].rect), child);
     }
@@ -106,8 +107,16 @@ bool CVelmRTree::InsertRect(CVelmRTreeMBR* rect, void* id, int level)
     }
     if (!rect->IsValideRect())
         m_pool->setIrregular();
+    noteChange();
     insert(*rect, id, level);
     return true;
+}
+
+/// Before a change.
+void CVelmRTree::noteChange()
+{
+    if (m_pool.use_count() > 1)
+        m_pool->setEntangled();
 }
 
 void CVelmRTree::insert(const Rect& rect, void* child, int level)
@@ -130,7 +139,11 @@ bool CVelmRTree::_InsertRect(const Rect& rect, void* id, Node* node, int nodeLev
         ++m_count;
         return _AddBranch({rect, id}, node, newNode);
     }
-    const int slot = leastGrown(static_cast<RTreeInnerNode&>(*node), load(rect));
+    int slot = leastGrown(static_cast<RTreeInnerNode&>(*node), load(rect));
+    if (slot < 0) {  // a copy has emptied the node
+        slot = 0;
+        RTreeSlots::fill(*node, slot, load(rect), m_pool->make(nodeLevel - 1));
+    }
     Node* child = static_cast<Node*>(node->branch[slot].child);
     if (nodeLevel == level + 1)
         RTreeSlots::prefetchToFill(child);

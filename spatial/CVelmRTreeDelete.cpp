@@ -103,6 +103,7 @@ bool CVelmRTree::remove(const Rect* rect, const Fits& fits, const Removed& remov
 {
     if (!m_root)
         return false;
+    noteChange();
     const RTreeQuery query(rect ? *rect : Rect());
     NodeList* dissolved = nullptr;
     Rect lost;
@@ -158,7 +159,7 @@ void CVelmRTree::reinsert(NodeList* dissolved)
             if (branch.child)
                 insert(branch.rect, branch.child, node->level);
         }
-        release(node);
+        m_pool->recycle(node);
         NodeList* next = dissolved->next;
         delete dissolved;
         dissolved = next;
@@ -171,13 +172,6 @@ void CVelmRTree::shortenRoot()
     if (m_root->level < 1 || m_root->count != 1)
         return;
     Node* child = RTreeSlots::childNode(*m_root, findSlot(*m_root, anySlot));
-    release(m_root);
+    m_pool->recycle(m_root);
     m_root = child;
-}
-
-/// Gives up a node that is no longer in this tree; it may still be in a copy.
-void CVelmRTree::release(Node* node)
-{
-    if (m_pool.use_count() == 1)
-        m_pool->recycle(node);
 }

@@ -65,13 +65,15 @@ int smallest(const RTreeInnerNode& node, unsigned slots)
     return smallest;
 }
 
-/// The choice in the presence of NaN, to which nothing compares.
+/// The choice in the presence of NaN, to which nothing compares, or without any branch.
 int leastGrownOneByOne(const RTreeInnerNode& node, const __m128d* growthOfPairs)
 {
     double growth[2 * kPairs];
     for (int i = 0; i < kPairs; ++i)
         _mm_storeu_pd(growth + 2 * i, growthOfPairs[i]);
     unsigned slots = RTreeSlots::used(node);
+    if (slots == 0)
+        return -1;
     int best = lowestBit(slots);
     for (slots &= slots - 1; slots; slots &= slots - 1) {
         const int slot = lowestBit(slots);

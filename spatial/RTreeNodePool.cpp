@@ -81,8 +81,16 @@ Node* RTreeNodePool::make(int level)
     return node;
 }
 
+void RTreeNodePool::setEntangled()
+{
+    m_isEntangled = true;
+    m_isRegular = false;
+}
+
 void RTreeNodePool::recycle(Node* node)
 {
+    if (m_isEntangled)
+        return;
     if (node->level == 0)
         m_leaves.giveBack(node);
     else

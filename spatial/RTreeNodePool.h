@@ -18,13 +18,16 @@ public:
 
     /// A node without entries; above level 0 it is an RTreeInnerNode. The pool owns it.
     CVelmRTreeNode* make(int level);
-    /// Lets make() use a node again that nothing refers to.
+    /// Lets make() use a node again that its tree no longer needs.
     void recycle(CVelmRTreeNode* node);
 
     /// Whether every branch holds what lies below it, and no rectangle is inverted. The trees that
     /// share the pool tell when that ends.
     bool isRegular() const { return m_isRegular; }
     void setIrregular() { m_isRegular = false; }
+    /// To be called when one of several trees changes: any node may be in another one too, and with
+    /// another cover, so none is used again.
+    void setEntangled();
 
 private:
     /// The memory for nodes of one kind, in blocks.
@@ -62,6 +65,7 @@ private:
     Store m_leaves;
     Store m_innerNodes;
     bool m_isRegular = true;
+    bool m_isEntangled = false;
 };
 
 }  // namespace velm::detail

@@ -25,7 +25,7 @@ unsigned clearOnes(__m128 first, __m128 second, __m128 third, __m128 fourth)
 void RTreeSlots::clear(Node& node)
 {
     for (int slot = 0; slot < kSlots; ++slot)
-        erase(node, slot);
+        empty(node, slot);
     node.m_used = 0;
     node.count = 0;
 }
@@ -56,10 +56,15 @@ void RTreeSlots::widen(Node& node, int slot, const WideRect& rect)
 
 void RTreeSlots::erase(Node& node, int slot)
 {
-    node.branch[slot] = CVelmRTreeBranch();
-    node.m_child[slot] = nullptr;
+    empty(node, slot);
     node.m_used &= ~(1U << slot);
     --node.count;
+}
+
+void RTreeSlots::empty(Node& node, int slot)
+{
+    node.branch[slot] = CVelmRTreeBranch();
+    node.m_child[slot] = nullptr;
     _mm_store_ps(node.m_box[slot], _mm_set1_ps(-std::numeric_limits<float>::infinity()));
     if (node.level > 0)
         static_cast<RTreeInnerNode&>(node).size[slot] = -kInfinity;
@@ -80,7 +85,7 @@ unsigned RTreeSlots::candidates(const Node& node, const RTreeQuery& query)
     const unsigned first = clearOnes(misses(0), misses(1), misses(2), misses(3));
     const unsigned second = clearOnes(misses(4), misses(5), misses(6), misses(7));
     const unsigned last = _mm_movemask_ps(misses(8)) == 0 ? 1 : 0;
-    return first | second << 4 | last << 8;
+    return (first | second << 4 | last << 8) & node.m_used;
 }
 
 }  // namespace velm::detail

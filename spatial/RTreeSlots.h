@@ -42,20 +42,19 @@ public:
     /// The rectangle around all slots that are used. There is one.
     static WideRect cover(const Node& node);
 
-    /// The slots that may overlap the query; overlaps() tells. Empty ones are among them only if
-    /// the query is infinite.
+    /// The used slots that may overlap the query; overlaps() tells.
     static unsigned candidates(const Node& node, const RTreeQuery& query);
     /// Whether a candidate overlaps the query.
     static bool overlaps(const Node& node, int slot, const RTreeQuery& query)
     {
         return query.surelyOverlaps(box(node, slot))
-               || (node.m_child[slot] && overlap(query.rect(), load(node.branch[slot].rect)));
+               || overlap(query.rect(), load(node.branch[slot].rect));
     }
-    /// Whether a slot lies inside the query.
+    /// Whether a used slot lies inside the query.
     static bool liesInside(const Node& node, int slot, const RTreeQuery& query)
     {
         return query.surelyIncludes(box(node, slot))
-               || (node.m_child[slot] && includes(query.rect(), load(node.branch[slot].rect)));
+               || includes(query.rect(), load(node.branch[slot].rect));
     }
 
     // Fetch what a search reads of a node, which may be null; all, or the children.
@@ -78,6 +77,7 @@ public:
     }
 
 private:
+    static void empty(Node& node, int slot);
     static constexpr size_t offsetOfChildren()
     {
         return (sizeof(Node::branch) + 2 * sizeof(int) + 63) / 64 * 64;

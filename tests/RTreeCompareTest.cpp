@@ -179,6 +179,7 @@ const Kind kKinds[] = {
      [](Source& s) { return shifted(s.uniform(20, 2), 4e7); }},
     {"Points", [](Source& s) { return s.uniform(1000, 0); }},
     {"Huge", hugeRect},  // areas that overflow and some that do not quite
+    {"Greatest", [](Source& s) { return rectWith(std::numeric_limits<float>::max(), s); }},
     {"Infinite", [](Source& s) { return rectWith(kInfinity, s); }},
     {"NotANumber", [](Source& s) { return rectWith(kNan, s); }},
     {"Inverted", invertedRect},

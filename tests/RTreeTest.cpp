@@ -31,6 +31,14 @@ int appendAndStop(void* id, void* ctx)
     return 0;
 }
 
+int overlapsOrFails(void*, void* entryRect, void* ctx)
+{
+    const Rect& entry = *static_cast<Rect*>(entryRect);
+    const Rect& query = *static_cast<Rect*>(ctx);
+    EXPECT_TRUE(entry.xmin <= query.xmax && query.xmin <= entry.xmax);
+    return 1;
+}
+
 /// Points (x, 0), numbered from 1.
 CVelmRTree line(const std::vector<double>& places)
 {
@@ -177,20 +185,66 @@ TEST(RTree, SharesNodesWithItsCopiesUntilTheLastIsGone)
     EXPECT_EQ(assigned.GetCount(), 10);
 }
 
+TEST(RTree, StaysWholeWhenCopiesChange)
+{
+    CVelmRTree first = line({1, 2, 3, 4, 5, 6, 7, 8, 9, 10});
+    {
+        CVelmRTree second(first);
+        for (quintptr id = 1; id <= 6; ++id)
+            first.DeleteID(idOf(id));
+        second.DeleteID(idOf(7));
+        for (quintptr id = 20; id < 400; ++id) {
+            const double place = id * 7 % 50 * 100.0;
+            Rect rect(place, 0, place, 0);
+            (id % 2 != 0 ? first : second).InsertRect(&rect, idOf(id), 0);
+            (id % 2 != 0 ? second : first).DeleteRectOverlap(&rect, nullptr, nullptr);
+            Rect near(-1, -1, 50, 1);
+            first.SearchOverlapRect(&near, overlapsOrFails, &near);
+        }
+    }
+    while (first.DeleteID(idsIn(first).empty() ? nullptr : idOf(idsIn(first).front()))) {
+    }
+    EXPECT_EQ(idsIn(first), Numbers());
+}
+
+TEST(RTree, TakesOverNodesOfTheCaller)
+{
+    CVelmRTree tree = line({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+    auto* const leaf = new CVelmRTreeNode;
+    leaf->branch[0].rect = leaf->branch[5].rect = Rect(20, 0, 21, 1);
+    leaf->branch[0].child = idOf(11);
+    leaf->branch[5].child = idOf(12);
+    leaf->count = 2;
+    Rect rect(20, 0, 21, 1);
+    EXPECT_TRUE(tree.InsertRect(&rect, leaf, 1)) << "refused: of no level";
+    EXPECT_EQ(tree.GetCount(), 10);
+    leaf->level = 0;
+    EXPECT_TRUE(tree.InsertRect(&rect, leaf, 1));
+    QVector<void*> ids;
+    EXPECT_EQ(tree.GetInclude(&rect, ids), 2);
+    EXPECT_TRUE(tree.DeleteRect(&rect, idOf(11)));
+    EXPECT_EQ(idsIn(tree), Numbers({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12}));
+
+    CVelmRTreeNode empty;
+    empty.level = 0;
+    tree.InsertRect(&rect, &empty, 1);
+    EXPECT_EQ(idsIn(tree).size(), 11U);
+}
+
 TEST(RTree, HoldsAFieldOfCellsAndBecomesEmptyAgain)
 {
-    constexpr int kCells = 200000;  // in rows of 500
+    constexpr int kCells = 1000000;  // in rows of 1000
     const auto cellRect = [](int i) {
-        const double x = i % 500, y = i / 500;
+        const double x = i % 1000, y = i / 1000;
         return Rect(x + 0.25, y + 0.25, x + 0.75, y + 0.75);
     };
     CVelmRTree tree;
     for (int i = 0; i < kCells; ++i) {
-        const int cell = static_cast<int>(i * qint64(77773) % kCells);
+        const int cell = static_cast<int>(i * qint64(777773) % kCells);
         Rect rect = cellRect(cell);
         tree.InsertRect(&rect, idOf(quintptr(cell) + 1), 0);
     }
-    EXPECT_EQ(boundsOf(tree), std::vector<double>({0.25, 0.25, 499.75, 399.75}));
+    EXPECT_EQ(boundsOf(tree), std::vector<double>({0.25, 0.25, 999.75, 999.75}));
     for (int i = 0; i < 390; ++i) {
         Rect query(i, i, i + i % 50 + 1, i + 3);
         QVector<void*> ids;
