@@ -3,10 +3,12 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <cmath>
+#include <map>
 #include <memory>
 #include <numeric>
 #include <random>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include <malloc.h>
