@@ -15,9 +15,10 @@ struct VelmDocumentCheck
 namespace Velm {
 
 /// Reads @p text as the library reads the value of @p key in "globaldefines", and tells what it
-/// would log and leave out. The documents are "GlobalParam", the field conversion "字段转换" and
-/// the layout of the graphic-attribute library "图属库"; of another key's value nothing is known,
-/// and an empty text is no document.
+/// would log. What is wrong in a field conversion makes all of it count for nothing; of the others
+/// only the members concerned are left out. The documents are "GlobalParam", the field conversion
+/// "字段转换" and the layout of the graphic-attribute library "图属库"; of another key's value
+/// nothing is known, and an empty text is no document.
 VELMCOMMON_EXPORT VelmDocumentCheck checkDocument(const QString& key, const QString& text);
 
 }  // namespace Velm
