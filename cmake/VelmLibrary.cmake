@@ -17,6 +17,7 @@ add_library(velm_objects OBJECT
     common/CVelmStringLists.cpp
     common/CVelmStringVariant.cpp
     common/Gb18030.cpp
+    common/HostCalls.cpp
     common/Json.cpp
     common/JsonBinding.cpp
     common/JsonMerge.cpp

@@ -1,5 +1,6 @@
 #include "common/MessageHandler.h"
 
+#include "common/HostCalls.h"
 #include "CVelmFilePath.h"
 
 #include <atomic>
@@ -46,6 +47,18 @@ QString lineOf(QtMsgType type, const QMessageLogContext& context, const QString&
         .arg(message);
 }
 
+void call(const QString& line)
+{
+    if (const LogCallback callback = logCallback)
+        callback(line);
+}
+
+void deliver(const QString& line)
+{
+    const std::lock_guard<std::mutex> lock(logMutex);
+    call(line);
+}
+
 }  // namespace
 
 void setLogCallback(LogCallback callback)
@@ -61,8 +74,8 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
     const QString line = lineOf(type, context, message);
     if (type == QtFatalMsg)
         std::abort();
-    if (const LogCallback callback = logCallback)
-        callback(line);
+    if (!HostCallsLater::keep([line] { deliver(line); }))
+        call(line);
 }
 
 void silenceMessages()

@@ -1,10 +1,15 @@
 #pragma once
 
+#include "common/HostCalls.h"
+
 #include <QMutex>
 #include <QMutexLocker>
 #include <QScopedPointer>
+#include <QWaitCondition>
 
 #include <atomic>
+#include <new>
+#include <thread>
 
 namespace velm::detail {
 
@@ -15,7 +20,7 @@ inline bool leaveSingletonsToSystem = false;
 /// Creates one object on first use and destroys it when the library unloads. Meant as a
 /// function-local static of an Instance(). Any number of threads may meet at get(): the object is
 /// made once, and the test without the lock is an acquire load, so whoever sees the pointer sees
-/// the finished object.
+/// the finished object. Calls to the host wait until the object is there for everybody.
 template<class T>
 class Singleton
 {
@@ -33,22 +38,49 @@ public:
     template<class Create>
     T* get(Create create)
     {
+        return get(create, [](T&) {});
+    }
+
+    /// The same for an object that has much to do before it can be used. @p create does nothing
+    /// that could lead out of the library; @p finish runs without the lock.
+    /// Other threads wait for its end; the thread itself gets the unfinished object when what
+    /// finish calls asks for it.
+    template<class Create, class Finish>
+    T* get(Create create, Finish finish)
+    {
         T* object = m_object.load(std::memory_order_acquire);
         if (object)
             return object;
-        const QMutexLocker lock(&m_mutex);
+        const HostCallsLater afterwards;
+        QMutexLocker lock(&m_mutex);
+        if (m_finisher == std::this_thread::get_id())
+            return m_owner.data();
+        while (m_finisher != std::thread::id())
+            m_finished.wait(&m_mutex);
         object = m_object.load(std::memory_order_acquire);
-        if (!object) {
-            m_owner.reset(create());
-            object = m_owner.data();
-            m_object.store(object, std::memory_order_release);
+        if (object)
+            return object;
+        m_owner.reset(create());
+        object = m_owner.data();
+        m_finisher = std::this_thread::get_id();
+        lock.unlock();
+        try {
+            finish(*object);
+        } catch (const std::bad_alloc&) {
+            // It is as far as it came; its operations tell what fails.
         }
+        lock.relock();
+        m_object.store(object, std::memory_order_release);
+        m_finisher = std::thread::id();
+        m_finished.wakeAll();
         return object;
     }
 
 private:
     QMutex m_mutex;
+    QWaitCondition m_finished;
     QScopedPointer<T> m_owner;
+    std::atomic<std::thread::id> m_finisher{std::thread::id()};
     std::atomic<T*> m_object{nullptr};
 };
 
