@@ -32,8 +32,11 @@ add_library(velm_objects OBJECT
     data/CVelmXmlManager.cpp
     data/ConfigDatabase.cpp
     data/Connection.cpp
+    data/RowReading.cpp
     data/SqlText.cpp
     data/Statement.cpp
+    data/TableReader.cpp
+    data/WriteTransaction.cpp
     data/XmlEntities.cpp
     config/CVelmAnnotate.cpp
     config/CVelmAreaLine.cpp
@@ -56,10 +59,12 @@ add_library(velm_objects OBJECT
     config/CVelmWorkDef.cpp
     config/ConfigJson.cpp
     config/ConfigRecord.cpp
+    config/ConfigSources.cpp
     config/DefinitionFile.cpp
     config/DocumentCheck.cpp
     config/FieldConversion.cpp
     config/GenusLayout.cpp
+    config/GlobalDefine.cpp
     config/GlobalParamStore.cpp
     config/SystemConfig.cpp
     calc/CVelmCalculate.cpp

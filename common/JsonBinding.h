@@ -9,6 +9,7 @@
 #include <optional>
 #include <tuple>
 #include <type_traits>
+#include <utility>
 
 /// Binds the members of a record to the keys of a JSON object. A record says once which key each
 /// member has, a line a member; reading, writing and the paths in error messages follow from it:
@@ -30,13 +31,14 @@ struct Member
     const char16_t* key;
     Type Record::*pointer;
     bool mandatory;
+    bool keepsPlaces;  // a list in which an element that fails is an empty one
 };
 
 template<class Record, class Type>
 Member<Record, Type> member(const char* name, const char16_t* key, Type Record::*pointer,
-                            bool mandatory)
+                            bool mandatory, bool keepsPlaces = false)
 {
-    return {name, key, pointer, mandatory};
+    return {name, key, pointer, mandatory, keepsPlaces};
 }
 
 /// Specialised by VELM_JSON_RECORD.
@@ -58,6 +60,9 @@ struct Binding;
 
 /// An optional member.
 #define VELM_JSON(name, key) velm::detail::json::member(#name, u##key, &Record::name, false)
+/// A list whose elements count by their places: one that fails is 0 or empty.
+#define VELM_JSON_PLACES(name, key) \
+    velm::detail::json::member(#name, u##key, &Record::name, false, true)
 /// A member whose key must be there.
 #define VELM_JSON_MANDATORY(name, key) \
     velm::detail::json::member(#name, u##key, &Record::name, true)
@@ -112,18 +117,19 @@ public:
         return true;
     }
 
-    /// QVector, QList or QStringList. Elements of the wrong type are left out.
+    /// QVector, QList or QStringList. Elements of the wrong type are left out, unless places count.
     template<class List>
     std::enable_if_t<!std::is_void_v<typename List::value_type>, bool> read(const Value& json,
                                                                             List& list)
     {
         if (!json.IsArray())
             return fail("not array");
+        const bool keepsPlaces = std::exchange(m_keepsPlaces, false);  // not of lists within
         List elements;
         for (Size i = 0; i < json.Size(); ++i) {
             const Step step(*this, QStringLiteral("[%1]").arg(i));
             typename List::value_type element{};
-            if (read(json[i], element))
+            if (read(json[i], element) || keepsPlaces)
                 elements.append(element);
         }
         list = elements;
@@ -163,6 +169,7 @@ private:
     {
         const Step step(*this, QLatin1String(member.name));
         const auto found = object.FindMember(member.key);
+        m_keepsPlaces = member.keepsPlaces;
         if (found != object.MemberEnd())
             read(found->value, record.*member.pointer);
         else if (member.mandatory)
@@ -173,6 +180,7 @@ private:
 
     QStringList m_path;
     QStringList m_problems;
+    bool m_keepsPlaces = false;  // of the list that is read next
 };
 
 /// Reads @p json into @p record. Everything that can be read is, before the failures of all members

@@ -107,4 +107,19 @@ void overlay(Value& target, const Value& source, Allocator& allocator)
     }
 }
 
+void complete(Value& target, const Value& whole, Allocator& allocator)
+{
+    for (const auto& member : whole.GetObject()) {
+        const auto found = target.FindMember(member.name);
+        if (found == target.MemberEnd()) {
+            Value value(member.value, allocator);
+            target.AddMember(Value(member.name, allocator), value, allocator);
+        } else if (member.value.IsObject() && found->value.IsObject()) {
+            complete(found->value, member.value, allocator);
+        } else if (member.value.IsObject()) {
+            found->value.CopyFrom(member.value, allocator);
+        }
+    }
+}
+
 }  // namespace velm::detail::json

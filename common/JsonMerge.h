@@ -16,4 +16,8 @@ Value difference(const Value& changed, const Value& before, Allocator& allocator
 /// all its members unchanged, else the one at its place.
 void overlay(Value& target, const Value& source, Allocator& allocator);
 
+/// Adds to the object @p target what only the object @p whole has, in the same nesting. A value
+/// that stands where an object is due is replaced by it.
+void complete(Value& target, const Value& whole, Allocator& allocator);
+
 }  // namespace velm::detail::json

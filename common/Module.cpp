@@ -109,7 +109,7 @@ void stop()
 {
     if (!state.attached)
         return;
-    CVelmSystemGlobal::Instance()->saveGlobalParam(false);
+    saveParametersAtEnd();
     QResource::unregisterResource(findFile(bundleName()), QString());
     if (state.adapter)
         platform::freeModule(state.adapter);

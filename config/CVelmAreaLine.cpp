@@ -2,9 +2,11 @@
 
 #include "config/SystemConfig.h"
 #include "CVelmDatabase.h"
-#include "data/Statement.h"
+#include "data/ConfigDatabase.h"
+#include "data/TableReader.h"
+#include "data/WriteTransaction.h"
 
-#include <QSqlDatabase>
+#include <new>
 
 using namespace velm::detail;
 
@@ -12,26 +14,43 @@ namespace {
 
 constexpr int kHatchColorOfUnknown = 7;
 
-QString table()
+QString tableName()
 {
     return QStringLiteral("QuobAreaLine");
 }
 
-Velm::ErrorStatus write(CVelmDatabase& database, const VelmAreaLineItem& item)
+/// @p table is the name under which it is stored.
+Velm::ErrorStatus write(CVelmDatabase& database, const QString& table, const VelmAreaLineItem& item)
 {
-    const QString code =
-        item.code.isNull() ? QStringLiteral("") : item.code;  // no NULL: never found
-    return database.updataRecord(table(),
-                                 {{QStringLiteral("CODE"), code},
-                                  {QStringLiteral("LINEWIDTH"), item.linewidth},
-                                  {QStringLiteral("ENTTYPE"), item.enttype},
-                                  {QStringLiteral("ANNRULE"), item.annrule},
-                                  {QStringLiteral("AREARULE"), item.arearule},
-                                  {QStringLiteral("GROUPNAME"), item.groupname},
-                                  {QStringLiteral("LINETYPESCALE"), item.linetypescale},
-                                  {QStringLiteral("HATCHCOLOR"), item.hatchcolor},
-                                  {QStringLiteral("HATCHBKCOLOR"), item.hatchbkcolor}},
-                                 {{QStringLiteral("CODE"), code}});
+    const Record key = {{QStringLiteral("CODE"), item.code}};
+    const Record values = {{QStringLiteral("CODE"), item.code},
+                           {QStringLiteral("LINEWIDTH"), item.linewidth},
+                           {QStringLiteral("ENTTYPE"), item.enttype},
+                           {QStringLiteral("ANNRULE"), item.annrule},
+                           {QStringLiteral("AREARULE"), item.arearule},
+                           {QStringLiteral("GROUPNAME"), item.groupname},
+                           {QStringLiteral("LINETYPESCALE"), item.linetypescale},
+                           {QStringLiteral("HATCHCOLOR"), item.hatchcolor},
+                           {QStringLiteral("HATCHBKCOLOR"), item.hatchbkcolor}};
+    return database.updataRecord(table, withoutNullTexts(values), withoutNullTexts(key));
+}
+
+/// Writes items as one transaction. @return how many were written; -1, and then none, if another
+/// program locks the database or the changes cannot be kept
+int writeAll(CVelmDatabase& database, const QVector<VelmAreaLineItem>& items)
+{
+    WriteTransaction transaction(database.getQSqlDatabase());
+    QString table = tableName();
+    if (transaction.error().isValid() || storedTable(database, table) != Velm::VelmOk)
+        return -1;
+    int written = 0;
+    for (const VelmAreaLineItem& item : items) {
+        const bool isWritten = write(database, table, item) == Velm::VelmOk;
+        if (!isWritten && transaction.isLost())
+            return -1;
+        written += isWritten ? 1 : 0;
+    }
+    return transaction.commit().isValid() ? -1 : written;
 }
 
 }  // namespace
@@ -43,7 +62,7 @@ CVelmAreaLine::~CVelmAreaLine() = default;
 bool CVelmAreaLine::initVelmAreaLineConfig(CVelmDatabase& db)
 {
     m_items.clear();
-    TableReader rows(db.getQSqlDatabase(), table());
+    TableReader rows(db, tableName());
     const int code = rows.column(QStringLiteral("CODE"));
     const int linewidth = rows.column(QStringLiteral("LINEWIDTH"));
     const int enttype = rows.column(QStringLiteral("ENTTYPE"));
@@ -66,6 +85,8 @@ bool CVelmAreaLine::initVelmAreaLineConfig(CVelmDatabase& db)
         item.hatchbkcolor = rows.value(hatchbkcolor).toInt();
         m_items.insert(m_items.cend(), item.code, item);
     }
+    if (rows.brokeOff())
+        m_items.clear();
     return m_items.isEmpty();
 }
 
@@ -141,7 +162,9 @@ QVector<VelmAreaLineItem> CVelmAreaLine::GetAllAreaLineArray()
 bool CVelmAreaLine::addAreaLineItem(const VelmAreaLineItem& item)
 {
     CVelmDatabase database;
-    if (openSystemConfig(database) != Velm::VelmOk || write(database, item) != Velm::VelmOk)
+    QString table = tableName();
+    if (openSystemConfig(database) != Velm::VelmOk || storedTable(database, table) != Velm::VelmOk
+        || write(database, table, item) != Velm::VelmOk)
         return false;
     m_items.insert(item.code, item);
     return true;
@@ -152,14 +175,23 @@ bool CVelmAreaLine::UpdateAreaLine(const QVector<VelmAreaLineItem>& items)
     CVelmDatabase database;
     if (openSystemConfig(database) != Velm::VelmOk)
         return false;
-    int written = 0;
-    for (const VelmAreaLineItem& item : items) {
-        written += write(database, item) == Velm::VelmOk ? 1 : 0;
-        if (lastErrorIsLock())
-            break;  // each further one would wait for the lock in vain
+    if (items.isEmpty())
+        return true;
+    try {
+        const int written = writeAll(database, items);
+        if (written > 0)
+            reload(database);
+        return written == items.size();
+    } catch (const std::bad_alloc&) {
+        return false;
     }
-    CVelmDatabase reloaded;
-    if (written > 0 && openSystemConfig(reloaded) == Velm::VelmOk)
-        initVelmAreaLineConfig(reloaded);
-    return written == items.size();
+}
+
+/// Loads the whole table again, unless it cannot be read now.
+void CVelmAreaLine::reload(CVelmDatabase& database)
+{
+    CVelmAreaLine loaded;
+    loaded.initVelmAreaLineConfig(database);
+    if (readProblems(database).isEmpty())
+        m_items.swap(loaded.m_items);
 }

@@ -4,9 +4,8 @@
 #include "config/FieldDefinition.h"
 #include "config/SystemConfig.h"
 #include "CVelmDatabase.h"
-#include "data/Statement.h"
-
-#include <QSqlDatabase>
+#include "data/ConfigDatabase.h"
+#include "data/TableReader.h"
 
 using namespace velm::detail;
 
@@ -54,83 +53,108 @@ private:
 
 Velm::ErrorStatus CVelmAttributeDB::initVelmAttribute(CVelmDatabase& db)
 {
+    CVelmDatabase pipe;
+    openPipeConfig(pipe);
+    return load(db, pipe);
+}
+
+Velm::ErrorStatus CVelmAttributeDB::load(const CVelmDatabase& db, const CVelmDatabase& pipe)
+{
     loadTables(db);
     loadFields(db);
-    CVelmDatabase pipe;
-    const bool hasPipe = openPipeConfig(pipe) == Velm::VelmOk;
-    if (hasPipe) {
-        loadPipeTables(pipe);
-        loadPipeFields(pipe);
-    }
-    if (!loadConversion(db) && hasPipe)
+    loadPipeTables(pipe);
+    loadPipeFields(pipe);
+    if (!loadConversion(db))
         loadConversion(pipe);
     return m_gisTables.isEmpty() ? Velm::VelmNoData : Velm::VelmOk;
 }
 
-void CVelmAttributeDB::loadTables(CVelmDatabase& db)
+void CVelmAttributeDB::loadTables(const CVelmDatabase& db)
 {
-    TableReader rows(db.getQSqlDatabase(), QStringLiteral("Attributetable"));
+    TableReader rows(db, QStringLiteral("Attributetable"));
     const int table = rows.column(QStringLiteral("TABLE"));
     const int text = rows.column(QStringLiteral("TEXT"));
     const int gisTable = rows.column(QStringLiteral("GISTABLE"));
     const int type = rows.column(QStringLiteral("TYPE"));
+    QVector<VelmTableItem> tables;
     while (rows.next()) {
         VelmTableItem item;
         item.tableName = rows.text(table);
         item.tableText = rows.text(text);
         item.gisTable = rows.text(gisTable);
         item._tableType = static_cast<Velm::TableType>(rows.value(type).toInt());
-        m_gisTables.insert(item.tableName.toUpper(), item);
+        tables.append(item);
     }
+    if (rows.brokeOff())
+        return;
+    for (const VelmTableItem& item : qAsConst(tables))
+        m_gisTables.insert(item.tableName.toUpper(), item);
 }
 
-void CVelmAttributeDB::loadFields(CVelmDatabase& db)
+void CVelmAttributeDB::loadFields(const CVelmDatabase& db)
 {
-    TableReader rows(db.getQSqlDatabase(), QStringLiteral("Attributefield"));
+    TableReader rows(db, QStringLiteral("Attributefield"));
     const FieldColumns columns(rows, {"TABLE", "NAME", "TEXT", "TYPE", "LENGTH", "DECIMAL"});
     const int value = rows.column(QStringLiteral("DEFAULT"));
     const int exported = rows.column(QStringLiteral("BEXPORT"));
     const int edit = rows.column(QStringLiteral("ENABLEEDIT"));
+    QVector<VelmFieldItem> fields;
     while (rows.next()) {
         VelmFieldItem field = columns.field(rows);
-        const auto owner = m_gisTables.find(field.m_tableName.toUpper());
-        if (owner == m_gisTables.end())
-            continue;
         setDefaultOrDictionary(field, rows.text(value));
         field.m_fieldExport = rows.value(exported).toInt() != 0;
         if (edit >= 0)
             field.m_fieldEdit = rows.value(edit).toInt() != 0;
-        owner->fields.append(field);
+        fields.append(field);
+    }
+    if (rows.brokeOff())
+        return;
+    for (const VelmFieldItem& field : qAsConst(fields)) {
+        const auto owner = m_gisTables.find(field.m_tableName.toUpper());
+        if (owner != m_gisTables.end())
+            owner->fields.append(field);
     }
 }
 
-void CVelmAttributeDB::loadPipeTables(CVelmDatabase& pipe)
+void CVelmAttributeDB::loadPipeTables(const CVelmDatabase& pipe)
 {
-    TableReader rows(pipe.getQSqlDatabase(), QStringLiteral("SYS_GISTABLE"));
+    TableReader rows(pipe, QStringLiteral("SYS_GISTABLE"));
     const int name = rows.column(QStringLiteral("LAYERNAME"));
     const int text = rows.column(QStringLiteral("ALIASNAME"));
     const int type = rows.column(QStringLiteral("LAYERTYPE"));
+    QVector<VelmTableItem> tables;
     while (rows.next()) {
         VelmTableItem item;
         item.tableName = rows.text(name);
         item.tableText = rows.text(text);
         item._tableType = static_cast<Velm::TableType>(rows.value(type).toInt());
+        tables.append(item);
+    }
+    if (rows.brokeOff())
+        return;
+    for (const VelmTableItem& item : qAsConst(tables)) {
         if (!existTable(item.tableName))
             m_gisTables.insert(item.tableName.toUpper(), item);
     }
 }
 
-void CVelmAttributeDB::loadPipeFields(CVelmDatabase& pipe)
+void CVelmAttributeDB::loadPipeFields(const CVelmDatabase& pipe)
 {
-    TableReader rows(pipe.getQSqlDatabase(), QStringLiteral("SYS_ATTRIBUTEDEF"));
+    TableReader rows(pipe, QStringLiteral("SYS_ATTRIBUTEDEF"));
     const FieldColumns columns(
         rows, {"TABLENAME", "FIELDNAME", "FIELDTEXT", "FIELDTYPE", "FIELDLENGTH", "FIELDDECIMAL"});
     const int value = rows.column(QStringLiteral("DEFAULTVALUE"));
     const int dictionary = rows.column(QStringLiteral("DICTIONARY"));
+    QVector<VelmFieldItem> fields;
     while (rows.next()) {
         VelmFieldItem field = columns.field(rows);
         field.m_defaultValue = rows.text(value);
         field.m_fieldDict = rows.text(dictionary);
+        fields.append(field);
+    }
+    if (rows.brokeOff())
+        return;
+    for (const VelmFieldItem& field : qAsConst(fields)) {
         VelmTableItem& owner = m_gisTables[field.m_tableName.toUpper()];
         if (owner.tableName.isEmpty())
             owner.tableName = field.m_tableName;
@@ -138,18 +162,21 @@ void CVelmAttributeDB::loadPipeFields(CVelmDatabase& pipe)
     }
 }
 
-/// False if the database holds none.
-bool CVelmAttributeDB::loadConversion(CVelmDatabase& db)
+/// False if the database holds none, or it cannot be read.
+bool CVelmAttributeDB::loadConversion(const CVelmDatabase& db)
 {
-    const QString text = db.readRecord(QStringLiteral("globaldefines"), QStringLiteral("VALUE"),
-                                       {{QStringLiteral("KEY"), QStringLiteral("字段转换")}}, true)
-                             .toString();
+    const QString table = QStringLiteral("globaldefines");
+    QMap<QString, QVariant> row;
+    if (readConfigRow(db, table, {{QStringLiteral("KEY"), QStringLiteral("字段转换")}}, row)
+        != Velm::VelmOk)
+        addReadProblem(db, table, lastErrorText());
+    const QString text = row.value(QStringLiteral("VALUE")).toString();
     if (text.isEmpty())
         return false;
     if (const auto conversion =
             parseFieldConversion(text, logAs(QStringLiteral("field conversion")))) {
-        const QString table = conversion->tableInfo.tableName.value_or(QString());
-        m_overlay.insert(table.toUpper(), std::make_shared<const FieldConversion>(*conversion));
+        const QString name = conversion->tableInfo.tableName.value_or(QString());
+        m_overlay.insert(name.toUpper(), std::make_shared<const FieldConversion>(*conversion));
     }
     return true;
 }

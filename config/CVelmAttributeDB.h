@@ -20,9 +20,11 @@ private:
 
     CVelmAttributeDB() = default;
 
-    void loadTables(CVelmDatabase& db);
-    void loadFields(CVelmDatabase& db);
-    void loadPipeTables(CVelmDatabase& pipe);
-    void loadPipeFields(CVelmDatabase& pipe);
-    bool loadConversion(CVelmDatabase& db);
+    /// The same with the pipe configuration database; one that is not open has no tables.
+    Velm::ErrorStatus load(const CVelmDatabase& db, const CVelmDatabase& pipe);
+    void loadTables(const CVelmDatabase& db);
+    void loadFields(const CVelmDatabase& db);
+    void loadPipeTables(const CVelmDatabase& pipe);
+    void loadPipeFields(const CVelmDatabase& pipe);
+    bool loadConversion(const CVelmDatabase& db);
 };

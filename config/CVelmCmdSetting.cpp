@@ -3,9 +3,8 @@
 #include "config/SystemConfig.h"
 #include "CVelmDatabase.h"
 #include "CVelmString.h"
-#include "data/Statement.h"
-
-#include <QSqlDatabase>
+#include "data/ConfigDatabase.h"
+#include "data/TableReader.h"
 
 using namespace velm::detail;
 
@@ -18,33 +17,32 @@ QString table()
 
 }  // namespace
 
-CVelmCmdSetting::CVelmCmdSetting()
-{
-    load();
-}
+CVelmCmdSetting::CVelmCmdSetting() = default;
 
 CVelmCmdSetting::~CVelmCmdSetting() = default;
 
-void CVelmCmdSetting::load()
+void CVelmCmdSetting::load(CVelmDatabase& database)
 {
-    CVelmDatabase database;
-    if (openSystemConfig(database) != Velm::VelmOk)
-        return;
-    TableReader rows(database.getQSqlDatabase(), table());
+    TableReader rows(database, table());
     const int name = rows.column(QStringLiteral("CMDNAME"));
     const int text = rows.column(QStringLiteral("CMDTEXT"));
     while (rows.next())
         m_cache.insert(rows.text(name).toUpper(), CVelmString().Json2Variant(rows.text(text)));
+    if (rows.brokeOff())
+        m_cache.clear();
 }
 
 Velm::ErrorStatus CVelmCmdSetting::getCommandSettingString(const QString& cmdName, QString& text)
 {
     CVelmDatabase database;
-    openSystemConfig(database);  // a database that is not open has no settings
-    text = database
-               .readRecord(table(), QStringLiteral("CmdText"),
-                           {{QStringLiteral("CmdName"), cmdName}}, true)
-               .toString();
+    QMap<QString, QVariant> row;
+    if (openSystemConfig(database) == Velm::VelmOk) {
+        const Velm::ErrorStatus status =
+            readConfigRow(database, table(), {{QStringLiteral("CmdName"), cmdName}}, row);
+        if (status != Velm::VelmOk)
+            return status;
+    }
+    text = row.value(QStringLiteral("CMDTEXT")).toString();
     return text.isEmpty() ? Velm::VelmSettingNotFound : Velm::VelmOk;
 }
 

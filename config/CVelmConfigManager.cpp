@@ -1,21 +1,25 @@
 #include "CVelmConfigManager.h"
 
+#include "common/HostCalls.h"
 #include "common/Singleton.h"
+#include "config/ConfigSources.h"
 #include "config/CVelmAttributeDB.h"
 #include "config/CVelmAttributeDef.h"
 #include "config/CVelmIndexDB.h"
 #include "config/CVelmIndexIni.h"
 #include "config/CVelmWorkDB.h"
 #include "config/CVelmWorkDef.h"
-#include "config/SystemConfig.h"
 #include "CVelmAnnotate.h"
 #include "CVelmAreaLine.h"
 #include "CVelmCmdSetting.h"
-#include "CVelmDatabase.h"
 #include "CVelmFrame.h"
 #include "CVelmRecordManager.h"
 #include "CVelmSystemGlobal.h"
 #include "CVelmTBLManager.h"
+
+#include <new>
+
+using namespace velm::detail;
 
 namespace {
 
@@ -26,23 +30,59 @@ void deleteAndNull(Table*& table)
     table = nullptr;
 }
 
+/// Makes a table of the text files and loads it, unless there is one. It stays empty if memory runs
+/// out.
+template<class Table, class Make, class Load>
+void loadOnce(Table*& table, const Make& make, const Load& load)
+{
+    if (table)
+        return;
+    table = make();
+    try {
+        load(*table);
+    } catch (const std::bad_alloc&) {
+        VELM_WARN(QStringLiteral("configuration: out of memory for a text file"));
+        deleteAndNull(table);
+        table = make();
+    }
+}
+
 }  // namespace
 
 CVelmConfigManager* CVelmConfigManager::Instance()
 {
-    static velm::detail::Singleton<CVelmConfigManager> instance;
-    return instance.get([] { return new CVelmConfigManager; });
+    static Singleton<CVelmConfigManager> instance;
+    return instance.get([] { return new CVelmConfigManager; },
+                        [](CVelmConfigManager& manager) { manager.loadFirst(); });
 }
 
 CVelmConfigManager::CVelmConfigManager()
     : m_frame(new CVelmFrame), m_annotate(new CVelmAnnotate), m_cmdSetting(new CVelmCmdSetting)
 {
-    flushVelmConfig();
+    makeEmptyTables();
 }
 
 CVelmConfigManager::~CVelmConfigManager() = default;
 
+void CVelmConfigManager::loadFirst()
+{
+    ConfigSources sources;
+    try {
+        m_cmdSetting->load(sources.system());
+    } catch (const std::bad_alloc&) {
+        sources.addProblem(QStringLiteral("command settings: out of memory"));
+    }
+    load(sources);
+}
+
 bool CVelmConfigManager::flushVelmConfig()
+{
+    makeEmptyTables();
+    ConfigSources sources;
+    return load(sources);
+}
+
+void CVelmConfigManager::makeEmptyTables()
 {
     deleteAndNull(m_workDB);
     deleteAndNull(m_workDef);
@@ -56,19 +96,42 @@ bool CVelmConfigManager::flushVelmConfig()
     m_workDB = new CVelmWorkDB;
     m_indexDB = new CVelmIndexDB;  // the old one is abandoned on purpose
     m_areaLine = new CVelmAreaLine;
-    m_tblManager = new CVelmTBLManager;
+    m_tblManager = new CVelmTBLManager(nullptr);
     m_attributeDB = new CVelmAttributeDB;
-    m_recordManager = new CVelmRecordManager;
+    m_recordManager = new CVelmRecordManager(nullptr);
+}
 
-    CVelmDatabase database;
-    if (velm::detail::openSystemConfig(database) != Velm::VelmOk)
+/// Loads the tables, which are empty, and tells what could not be loaded.
+bool CVelmConfigManager::load(ConfigSources& sources)
+{
+    bool isLoaded = false;
+    try {
+        isLoaded = loadTables(sources);
+    } catch (const std::bad_alloc&) {
+        makeEmptyTables();
+        sources.addProblem(QStringLiteral("the configuration: out of memory"));
+    }
+    m_loadProblems = sources.reportProblems();
+    return isLoaded;
+}
+
+bool CVelmConfigManager::loadTables(ConfigSources& sources)
+{
+    m_tblManager->load(sources);
+    m_recordManager->load(sources);
+    if (!sources.hasSystem())
         return false;
-    m_areaLine->initVelmAreaLineConfig(database);
-    m_indexDB->load(database);
-    m_workDB->initVelmWork(database);
-    m_attributeDB->initVelmAttribute(database);
+    m_areaLine->initVelmAreaLineConfig(sources.system());
+    m_indexDB->load(sources.system());
+    m_workDB->initVelmWork(sources.system());
+    m_attributeDB->load(sources.system(), sources.pipe());
     switchVersion(m_version);
     return true;
+}
+
+QStringList CVelmConfigManager::loadProblems() const
+{
+    return m_loadProblems;
 }
 
 void CVelmConfigManager::switchVersion(Velm::Version version)
@@ -77,18 +140,14 @@ void CVelmConfigManager::switchVersion(Velm::Version version)
     CVelmSystemGlobal::Instance()->m_version = version;
     if (usesDatabase())
         return;
-    if (!m_attributeDef) {
-        m_attributeDef = new CVelmAttributeDef;
-        m_attributeDef->initVelmAttribute();
-    }
-    if (!m_workDef) {
-        m_workDef = new CVelmWorkDef;
-        m_workDef->initVelmWork();
-    }
-    if (!m_indexIni) {
-        m_indexIni = new CVelmIndexIni;
-        m_indexIni->load();
-    }
+    loadOnce(
+        m_attributeDef, [] { return new CVelmAttributeDef; },
+        [](CVelmAttributeDef& table) { table.initVelmAttribute(); });
+    loadOnce(
+        m_workDef, [] { return new CVelmWorkDef; },
+        [](CVelmWorkDef& table) { table.initVelmWork(); });
+    loadOnce(
+        m_indexIni, [] { return new CVelmIndexIni; }, [](CVelmIndexIni& table) { table.load(); });
 }
 
 CVelmIndex* CVelmConfigManager::GetVelmIndex()

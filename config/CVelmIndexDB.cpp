@@ -1,9 +1,7 @@
 #include "config/CVelmIndexDB.h"
 
 #include "CVelmDatabase.h"
-#include "data/Statement.h"
-
-#include <QSqlDatabase>
+#include "data/TableReader.h"
 
 Velm::ErrorStatus CVelmIndexDB::load(CVelmDatabase& database)
 {
@@ -14,7 +12,7 @@ Velm::ErrorStatus CVelmIndexDB::load(CVelmDatabase& database)
 
 void CVelmIndexDB::loadItems(CVelmDatabase& database)
 {
-    velm::detail::TableReader rows(database.getQSqlDatabase(), QStringLiteral("indexini"));
+    velm::detail::TableReader rows(database, QStringLiteral("indexini"));
     const int code = rows.column(QStringLiteral("CODE"));
     const int name = rows.column(QStringLiteral("NAME"));
     const int width = rows.column(QStringLiteral("WIDTH"));
@@ -32,16 +30,24 @@ void CVelmIndexDB::loadItems(CVelmDatabase& database)
         m_items.insert(m_items.cend(), item.code,
                        item);  // at no cost where rows come in code order
     }
+    if (rows.brokeOff())
+        m_items.clear();
 }
 
 void CVelmIndexDB::loadExtensions(CVelmDatabase& database)
 {
-    velm::detail::TableReader rows(database.getQSqlDatabase(), QStringLiteral("IndexiniExtend"));
+    velm::detail::TableReader rows(database, QStringLiteral("IndexiniExtend"));
     const int code = rows.column(QStringLiteral("CODE"));
     const int tables = rows.column(QStringLiteral("EXTTABLE"));
-    while (rows.next()) {
-        const auto item = m_items.find(rows.text(code));
+    QVector<QPair<QString, QStringList>> extensions;
+    while (rows.next())
+        extensions.append(
+            {rows.text(code), rows.text(tables).split(QLatin1Char(';'), Qt::SkipEmptyParts)});
+    if (rows.brokeOff())
+        return;
+    for (const auto& [code, names] : qAsConst(extensions)) {
+        const auto item = m_items.find(code);
         if (item != m_items.end())
-            item->exttable = rows.text(tables).split(QLatin1Char(';'), Qt::SkipEmptyParts);
+            item->exttable = names;
     }
 }

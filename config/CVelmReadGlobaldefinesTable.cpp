@@ -1,32 +1,14 @@
 #include "CVelmReadGlobaldefinesTable.h"
 
 #include "common/Singleton.h"
-#include "config/SystemConfig.h"
-#include "CVelmDatabase.h"
+#include "config/GlobalDefine.h"
 #include "CVelmString.h"
 
-namespace {
-
-QString table()
-{
-    return QStringLiteral("globaldefines");
-}
-
-QString valueColumn()
-{
-    return QStringLiteral("value");
-}
-
-QMap<QString, QVariant> whereKeyIs(const QString& key)
-{
-    return {{QStringLiteral("key"), key}};
-}
-
-}  // namespace
+using namespace velm::detail;
 
 CVelmReadGlobaldefinesTable* CVelmReadGlobaldefinesTable::Instance()
 {
-    static velm::detail::Singleton<CVelmReadGlobaldefinesTable> instance;
+    static Singleton<CVelmReadGlobaldefinesTable> instance;
     return instance.get([] { return new CVelmReadGlobaldefinesTable; });
 }
 
@@ -36,11 +18,10 @@ CVelmReadGlobaldefinesTable::~CVelmReadGlobaldefinesTable() = default;
 
 bool CVelmReadGlobaldefinesTable::get_value(const QString& key, QString& value)
 {
-    CVelmDatabase database;
-    if (velm::detail::openSystemConfig(database) != Velm::VelmOk)
-        return false;
-    value = database.readRecord(table(), valueColumn(), whereKeyIs(key), true).toString();
-    return !value.isEmpty();
+    const Velm::ErrorStatus status = readGlobalDefine(key, value);
+    if (status == Velm::VelmTableNotExist)
+        value.clear();
+    return status == Velm::VelmOk && !value.isEmpty();
 }
 
 bool CVelmReadGlobaldefinesTable::get_value(QMap<QString, QVariant>& map, const QString& key)
@@ -55,20 +36,10 @@ bool CVelmReadGlobaldefinesTable::get_value(QMap<QString, QVariant>& map, const 
 Velm::ErrorStatus CVelmReadGlobaldefinesTable::set_value(const QString& key, const QString& value)
 {
     QString stored;
-    if (get_value(key, stored) && stored == value)
-        return Velm::VelmOk;
-    CVelmDatabase database;
-    const Velm::ErrorStatus opened = velm::detail::openSystemConfig(database);
-    if (opened != Velm::VelmOk)
-        return opened;
-    const QMap<QString, QVariant> row = {{valueColumn(), value}};
-    const bool isNew = database.readRecord(table(), whereKeyIs(key), true).isEmpty();
-    if (!database.getLastErrorText().isEmpty())
-        return Velm::VelmSqlExecFailed;
-    if (isNew)
-        return database.writeRecord(table(),
-                                    {{QStringLiteral("key"), key}, {valueColumn(), value}});
-    return database.updataRecord(table(), row, whereKeyIs(key));
+    const Velm::ErrorStatus status = readGlobalDefine(key, stored);
+    if (status != Velm::VelmOk || (stored == value && !stored.isEmpty()))
+        return status;  // what is there already takes no write lock
+    return updateGlobalDefine(key, [&](const QString&) { return value; });
 }
 
 Velm::ErrorStatus CVelmReadGlobaldefinesTable::set_value(const QString& key,

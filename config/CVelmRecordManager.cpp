@@ -1,76 +1,89 @@
 #include "CVelmRecordManager.h"
 
+#include "config/ConfigSources.h"
 #include "config/GenusLayout.h"
-#include "config/SystemConfig.h"
-#include "CVelmDatabase.h"
 #include "CVelmReadGlobaldefinesTable.h"
-#include "data/Statement.h"
+#include "data/TableReader.h"
 
 #include <QRegularExpression>
-#include <QSqlDatabase>
+
+#include <new>
 
 using namespace velm::detail;
 
 CVelmRecordManager::CVelmRecordManager()
 {
-    InitPIPSysConfig();
-    InitRecordConfigType();
-    InitRecordConfig();
+    ConfigSources sources;
+    try {
+        load(sources);
+    } catch (const std::bad_alloc&) {
+        m_pipeFields.clear();
+        m_types.clear();
+        m_configs.clear();
+        sources.addProblem(QStringLiteral("record configuration: out of memory"));
+    }
+    sources.reportProblems();
 }
+
+CVelmRecordManager::CVelmRecordManager(std::nullptr_t) {}
 
 CVelmRecordManager::~CVelmRecordManager() = default;
 
-bool CVelmRecordManager::InitPIPSysConfig()
+void CVelmRecordManager::load(ConfigSources& sources)
 {
-    m_pipeFields.clear();
-    CVelmDatabase database;
-    if (openPipeConfig(database) != Velm::VelmOk)
-        return false;
-    TableReader rows(database.getQSqlDatabase(), QStringLiteral("PIP_SysConfig"));
-    const int type = rows.column(QStringLiteral("FIELDTYPE"));
-    const int name = rows.column(QStringLiteral("FIELDNAME"));
-    while (rows.next())
-        m_pipeFields.insert(rows.value(type).toInt(), rows.text(name));
-    return true;
+    InitPIPSysConfig(sources.pipe());
+    InitRecordConfigType(sources.system());
+    InitRecordConfig(sources.system());
 }
 
-bool CVelmRecordManager::InitRecordConfigType()
+bool CVelmRecordManager::InitPIPSysConfig(const CVelmDatabase& database)
 {
-    m_types.clear();
-    CVelmDatabase database;
-    if (openSystemConfig(database) != Velm::VelmOk)
-        return false;
-    TableReader rows(database.getQSqlDatabase(), QStringLiteral("RecordConfigType"));
+    TableReader rows(database, QStringLiteral("PIP_SysConfig"));
+    const int type = rows.column(QStringLiteral("FIELDTYPE"));
+    const int name = rows.column(QStringLiteral("FIELDNAME"));
+    m_pipeFields.clear();
+    while (rows.next())
+        m_pipeFields.insert(rows.value(type).toInt(), rows.text(name));
+    if (rows.brokeOff())
+        m_pipeFields.clear();
+    return database.isOpen();
+}
+
+bool CVelmRecordManager::InitRecordConfigType(const CVelmDatabase& database)
+{
+    TableReader rows(database, QStringLiteral("RecordConfigType"));
     const int code = rows.column(QStringLiteral("CODE"));
     const int name = rows.column(QStringLiteral("NAME"));
     const int extend = rows.column(QStringLiteral("EXTEND"));
     const int table = rows.column(QStringLiteral("TABLE"));
     const int type = rows.column(QStringLiteral("TYPE"));
+    m_types.clear();
     while (rows.next())
         m_types.insert(rows.text(code), {rows.text(code), rows.text(name), rows.text(extend),
                                          rows.text(table), rows.text(type)});
-    return true;
+    if (rows.brokeOff())
+        m_types.clear();
+    return database.isOpen();
 }
 
-bool CVelmRecordManager::InitRecordConfig()
+bool CVelmRecordManager::InitRecordConfig(const CVelmDatabase& database)
 {
-    m_configs.clear();
-    CVelmDatabase database;
-    if (openSystemConfig(database) != Velm::VelmOk)
-        return false;
-    TableReader rows(database.getQSqlDatabase(), QStringLiteral("RecordConfig"));
+    TableReader rows(database, QStringLiteral("RecordConfig"));
     const int code = rows.column(QStringLiteral("CODE"));
     const int showField = rows.column(QStringLiteral("SHOWFIELD"));
     const int writeTable = rows.column(QStringLiteral("WRITETABLE"));
     const int actualField = rows.column(QStringLiteral("ACTUALFIELD"));
+    m_configs.clear();
     while (rows.next())
         m_configs[rows.text(code)].append({rows.text(code), IndexToString(rows.text(showField)),
                                            rows.text(writeTable),
                                            IndexToString(rows.text(actualField))});
-    return true;
+    if (rows.brokeOff())
+        m_configs.clear();
+    return database.isOpen();
 }
 
-QString CVelmRecordManager::IndexToString(const QString& text)
+QString CVelmRecordManager::IndexToString(const QString& text) const
 {
     static const QRegularExpression decimalInteger(QStringLiteral("^\\s*[+-]?[0-9]+\\s*$"));
     if (!decimalInteger.match(text).hasMatch())
@@ -80,7 +93,7 @@ QString CVelmRecordManager::IndexToString(const QString& text)
     return isKnown ? getPIPSysConfigInformation(number) : QString();
 }
 
-QString CVelmRecordManager::getPIPSysConfigInformation(int type)
+QString CVelmRecordManager::getPIPSysConfigInformation(int type) const
 {
     return m_pipeFields.value(type);
 }

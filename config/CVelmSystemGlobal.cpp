@@ -1,5 +1,6 @@
 #include "CVelmSystemGlobal.h"
 
+#include "common/HostCalls.h"
 #include "common/MessageHandler.h"
 #include "common/Module.h"
 #include "common/platform/Platform.h"
@@ -13,6 +14,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <new>
+
 using namespace velm::detail;
 
 VelmGlobalParam g_VelmGlobalParam;
@@ -25,6 +28,11 @@ QString configFolder(const QString& root)
 }
 
 }  // namespace
+
+void velm::detail::saveParametersAtEnd()
+{
+    CVelmSystemGlobal::Instance()->saveAtEnd();
+}
 
 CVelmSystemGlobal* CVelmSystemGlobal::Instance()
 {
@@ -62,12 +70,29 @@ QString CVelmSystemGlobal::findModuleFile(const QString& name)
 
 bool CVelmSystemGlobal::initGlobalParam() const
 {
-    return m_globalParam->load(g_VelmGlobalParam);
+    try {
+        return m_globalParam->load(g_VelmGlobalParam);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
 }
 
 bool CVelmSystemGlobal::saveGlobalParam(bool flag) const
 {
-    return m_globalParam->save(g_VelmGlobalParam, flag);
+    try {
+        return m_globalParam->save(g_VelmGlobalParam, flag, GlobalParamStore::Extent::Record);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+void CVelmSystemGlobal::saveAtEnd() const
+{
+    try {
+        m_globalParam->save(g_VelmGlobalParam, false, GlobalParamStore::Extent::Changes);
+    } catch (const std::bad_alloc&) {
+        VELM_WARN(QStringLiteral("global parameters: out of memory"));
+    }
 }
 
 bool CVelmSystemGlobal::getDataFormat(const QString& name, VelmDataFormat& format)

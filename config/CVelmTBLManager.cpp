@@ -1,14 +1,17 @@
 #include "CVelmTBLManager.h"
 
-#include "config/SystemConfig.h"
+#include "config/ConfigSources.h"
 #include "CVelmDatabase.h"
 #include "CVelmSystemGlobal.h"
 #include "data/ConfigDatabase.h"
+#include "data/TableReader.h"
 
 #include <QSqlDatabase>
-#include <QSqlQuery>
 
 #include <algorithm>
+#include <new>
+
+using namespace velm::detail;
 
 namespace {
 
@@ -26,44 +29,46 @@ bool isDictionary(const QString& table)
            });
 }
 
-/// The rows of a dictionary table. False if it cannot be read.
-bool readDictionary(const QSqlDatabase& database, const QString& table, Dictionary& dictionary)
+/// Registers the connection under which hosts may look for the database of the dictionaries. It
+/// stays closed.
+void registerConnection()
 {
-    QSqlQuery query(database);
-    query.setForwardOnly(true);
-    if (!query.exec(QStringLiteral("select code, value from ") + table))
-        return false;
-    while (query.next())
-        dictionary.append({query.value(0).toString(), query.value(1).toString()});
-    return true;
+    // A copy of the name: Qt keeps it longer than the library may be loaded.
+    const QString name = QString::fromLatin1("TBL_SQLITE");
+    if (QSqlDatabase::contains(name))
+        QSqlDatabase::removeDatabase(name);
+    QSqlDatabase::addDatabase(QString::fromLatin1("QSQLITE"), name)
+        .setDatabaseName(CVelmSystemGlobal::Instance()->getSystemConfigDb());
 }
 
-/// A connection under the given name, closed (but still registered) at the end of its scope.
-class NamedConnection
+/// The rows of a dictionary table. False if they cannot be read.
+bool readDictionary(const CVelmDatabase& database, const QString& table, Dictionary& dictionary)
 {
-public:
-    explicit NamedConnection(const QString& name)
-    {
-        if (QSqlDatabase::contains(name))
-            QSqlDatabase::removeDatabase(name);
-        m_database = QSqlDatabase::addDatabase(QString::fromLatin1("QSQLITE"), name);
-    }
-    ~NamedConnection() { m_database.close(); }
-    Q_DISABLE_COPY(NamedConnection)
-
-    QSqlDatabase& database() { return m_database; }
-
-private:
-    QSqlDatabase m_database;
-};
+    TableReader rows(database, table);
+    const int code = rows.column(QStringLiteral("CODE"));
+    const int value = rows.column(QStringLiteral("VALUE"));
+    if (code < 0 || value < 0)
+        return false;
+    while (rows.next())
+        dictionary.append({rows.text(code), rows.text(value)});
+    return !rows.brokeOff();
+}
 
 }  // namespace
 
 CVelmTBLManager::CVelmTBLManager()
 {
-    if (loadTables())
-        loadPipeDictionaries();
+    ConfigSources sources;
+    try {
+        load(sources);
+    } catch (const std::bad_alloc&) {
+        m_dictionaries.clear();
+        sources.addProblem(QStringLiteral("dictionaries: out of memory"));
+    }
+    sources.reportProblems();
 }
+
+CVelmTBLManager::CVelmTBLManager(std::nullptr_t) {}
 
 CVelmTBLManager::CVelmTBLManager(const CVelmTBLManager& other) = default;
 
@@ -71,45 +76,50 @@ CVelmTBLManager& CVelmTBLManager::operator=(const CVelmTBLManager& other) = defa
 
 CVelmTBLManager::~CVelmTBLManager() = default;
 
-/// False if the database cannot be read.
-bool CVelmTBLManager::loadTables()
+void CVelmTBLManager::load(ConfigSources& sources)
 {
-    // A copy of the name: Qt keeps it longer than the library may be loaded.
-    NamedConnection connection(QString::fromLatin1("TBL_SQLITE"));
-    QSqlDatabase& database = connection.database();
-    database.setDatabaseName(CVelmSystemGlobal::Instance()->getSystemConfigDb());
-    if (!velm::detail::openConfigConnection(database))
-        return false;
-    QSqlQuery tables(database);
-    if (!tables.exec(
-            QStringLiteral("select name from sqlite_master where type='table' order by name")))
-        return false;
-    while (tables.next()) {
-        const QString table = tables.value(0).toString();
+    registerConnection();
+    if (!sources.hasSystem())
+        return;
+    loadTables(sources.system());
+    loadPipeDictionaries(sources.pipe());
+}
+
+void CVelmTBLManager::loadTables(const CVelmDatabase& database)
+{
+    QList<QVariant> tables;
+    const ReadOutcome outcome = readColumn(
+        database.getQSqlDatabase(),
+        QStringLiteral("select name from sqlite_master where type='table' order by name"), tables);
+    if (!outcome.isComplete())
+        addReadProblem(database, QStringLiteral("sqlite_master"), describe(outcome.error));
+    for (const QVariant& name : qAsConst(tables)) {
+        const QString table = name.toString();
         Dictionary dictionary;
         if (isDictionary(table) && readDictionary(database, table, dictionary))
             m_dictionaries.insert(table, dictionary);
     }
-    return true;
 }
 
-void CVelmTBLManager::loadPipeDictionaries()
+void CVelmTBLManager::loadPipeDictionaries(const CVelmDatabase& pipe)
 {
-    CVelmDatabase database;
-    if (velm::detail::openPipeConfig(database) != Velm::VelmOk)
-        return;
-    const auto rows = database.readTable(QStringLiteral("SYS_DICTIONARY"));
-    for (const QMap<QString, QVariant>& row : rows) {
-        const QString name = row.value(QStringLiteral("NAME")).toString();
-        if (name.isEmpty())
+    TableReader rows(pipe, QStringLiteral("SYS_DICTIONARY"));
+    const int name = rows.column(QStringLiteral("NAME"));
+    const int list = rows.column(QStringLiteral("LISTVALUE"));
+    QVector<QPair<QString, Dictionary>> dictionaries;
+    while (rows.next()) {
+        if (rows.text(name).isEmpty())
             continue;
-        const QStringList values =
-            row.value(QStringLiteral("LISTVALUE")).toString().split(QLatin1Char(';'));
+        const QStringList values = rows.text(list).split(QLatin1Char(';'));
         Dictionary dictionary;
         for (int i = 0; i < values.size(); ++i)
             dictionary.append({QString::number(i), values.at(i)});
-        m_dictionaries.insert(name, dictionary);
+        dictionaries.append({rows.text(name), dictionary});
     }
+    if (rows.brokeOff())
+        return;
+    for (const auto& [name, dictionary] : qAsConst(dictionaries))
+        m_dictionaries.insert(name, dictionary);
 }
 
 bool CVelmTBLManager::GetDictByTable(const QString& name, QMap<QString, QString>& dict) const
@@ -132,7 +142,7 @@ bool CVelmTBLManager::GetDictByTable(const QString& name, Dictionary& dict) cons
     return true;
 }
 
-QStringList CVelmTBLManager::getCodeValue(const QString& name, const QString& separator)
+QStringList CVelmTBLManager::getCodeValue(const QString& name, const QString& separator) const
 {
     QStringList texts;
     const Dictionary dictionary = m_dictionaries.value(name);

@@ -1,13 +1,11 @@
 #include "config/CVelmWorkDB.h"
 
 #include "CVelmDatabase.h"
-#include "data/Statement.h"
-
-#include <QSqlDatabase>
+#include "data/TableReader.h"
 
 Velm::ErrorStatus CVelmWorkDB::initVelmWork(CVelmDatabase& db)
 {
-    velm::detail::TableReader rows(db.getQSqlDatabase(), QStringLiteral("workdef"));
+    velm::detail::TableReader rows(db, QStringLiteral("workdef"));
     const int color = rows.column(QStringLiteral("COLOR"));
     const int code = rows.column(QStringLiteral("CODE"));
     const int text = rows.column(QStringLiteral("TEXT"));
@@ -28,5 +26,7 @@ Velm::ErrorStatus CVelmWorkDB::initVelmWork(CVelmDatabase& db)
         m_items.insert(m_items.cend(), item.code,
                        item);  // at no cost where rows come in code order
     }
+    if (rows.brokeOff())
+        m_items.clear();
     return m_items.isEmpty() ? Velm::VelmNoData : Velm::VelmOk;
 }

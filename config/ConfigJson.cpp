@@ -1,6 +1,6 @@
 #include "config/ConfigJson.h"
 
-#include <QDebug>
+#include "common/HostCalls.h"
 
 namespace velm::detail {
 
@@ -8,7 +8,7 @@ ProblemSink logAs(const QString& what)
 {
     return [what](const json::Error& error) {
         for (const QString& problem : error.messages())
-            qWarning().noquote() << what + QLatin1Char(':') << problem;
+            VELM_WARN(what + QStringLiteral(": ") + problem);
     };
 }
 

@@ -3,6 +3,7 @@
 #include "config/SystemConfig.h"
 #include "CVelmDatabase.h"
 #include "CVelmString.h"
+#include "data/ConfigDatabase.h"
 
 namespace velm::detail {
 
@@ -11,10 +12,11 @@ Velm::ErrorStatus ConfigRecord::read(const QString& table, const QString& keyCol
 {
     m_values.clear();
     CVelmDatabase database;
-    const Velm::ErrorStatus status = openSystemConfig(database);
+    Velm::ErrorStatus status = openSystemConfig(database);
+    if (status == Velm::VelmOk)
+        status = readConfigRow(database, table, {{keyColumn, key}}, m_values);
     if (status != Velm::VelmOk)
         return status;
-    m_values = database.readRecord(table, {{keyColumn, key}}, true);
     return m_values.isEmpty() ? Velm::VelmNoData : Velm::VelmOk;
 }
 

@@ -15,7 +15,8 @@ class ConfigRecord
 {
 public:
     /// Opens the database and reads the first row whose @p keyColumn is exactly @p key.
-    /// @return VelmOk; VelmDatabaseOpenFailed; VelmNoData if there is no such row
+    /// @return VelmOk; VelmDatabaseOpenFailed; VelmNoData if there is no such row;
+    ///         VelmSqlExecFailed if it cannot be read
     Velm::ErrorStatus read(const QString& table, const QString& keyColumn, const QString& key);
 
     QString text(const QString& column) const { return m_values.value(column).toString(); }

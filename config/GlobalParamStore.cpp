@@ -1,12 +1,15 @@
 #include "config/GlobalParamStore.h"
 
+#include "common/HostCalls.h"
 #include "common/JsonMerge.h"
 #include "config/ConfigJson.h"
+#include "config/GlobalDefine.h"
 #include "config/GlobalParamBinding.h"
-#include "config/SystemConfig.h"
-#include "CVelmDatabase.h"
-#include "CVelmReadGlobaldefinesTable.h"
 #include "CVelmSaveUserData.h"
+#include "CVelmSystemGlobal.h"
+#include "data/WriteTransaction.h"
+
+#include <QFileInfo>
 
 #include <optional>
 #include <utility>
@@ -25,22 +28,25 @@ QString nameOfUser()
     return QStringLiteral("VelmGlobalParam");
 }
 
-/// False if the shipped default cannot be read; an empty text where there is none.
+/// False if the shipped default cannot be read; an empty text where there is none, or no
+/// configuration at all.
 bool readShipped(QString& text)
 {
-    CVelmDatabase database;
-    if (openSystemConfig(database) != Velm::VelmOk)
-        return false;
-    text = database
-               .readRecord(QStringLiteral("globaldefines"), QStringLiteral("VALUE"),
-                           {{QStringLiteral("KEY"), key()}}, true)
-               .toString();
-    return database.getLastErrorText().isEmpty();
+    text.clear();
+    if (!QFileInfo::exists(CVelmSystemGlobal::Instance()->getSystemConfigDb()))
+        return true;
+    const Velm::ErrorStatus status = readGlobalDefine(key(), text);
+    return status == Velm::VelmOk || status == Velm::VelmTableNotExist;
 }
 
 ProblemSink log()
 {
     return logAs(QStringLiteral("global parameters"));
+}
+
+bool isObject(const QString& text)
+{
+    return parseConfigObject(text, [](const json::Error&) {}).has_value();
 }
 
 std::optional<json::Document> parse(const QString& text)
@@ -67,6 +73,18 @@ QString toStorableText(const json::Value& value)
     return QString::fromUtf8(text.toUtf8()).replace(QLatin1Char('\''), QLatin1String("\\u0027"));
 }
 
+/// The first of @p candidates that is an object, with the changes and, if there is a record, with
+/// what that has beside them.
+QString mergedText(const QStringList& candidates, const json::Value& changes,
+                   const json::Value& record)
+{
+    json::Document document = firstObject(candidates);
+    json::overlay(document, changes, document.GetAllocator());
+    if (record.IsObject())
+        json::complete(document, record, document.GetAllocator());
+    return toStorableText(document);
+}
+
 /// Any text as it can stand in a literal of a statement.
 QString escaped(QString text)
 {
@@ -79,17 +97,22 @@ GlobalParamStore::GlobalParamStore(CVelmSaveUserData* (*userData)()) : m_userDat
 
 bool GlobalParamStore::readUser(QString& text) const
 {
-    return m_userData()->readUserInput(key(), nameOfUser(), text);
+    CVelmSaveUserData& data = *m_userData();
+    text.clear();
+    return data.readUserInput(key(), nameOfUser(), text)
+           || (!data.isReady() && !QFileInfo::exists(data.m_file));
 }
 
 bool GlobalParamStore::load(VelmGlobalParam& param)
 {
     QString text;
-    readUser(text);
-    m_isUsers = !text.isEmpty();
-    if (!m_isUsers)
-        readShipped(text);
+    if (!readUser(text))
+        return false;
+    const bool isUsers = !text.isEmpty();
+    if (!isUsers && !readShipped(text))
+        return false;
     const std::optional<json::Document> document = parse(text);
+    m_isUsers = isUsers;
     if (!document)
         return false;
     VelmGlobalParam loaded;
@@ -100,15 +123,18 @@ bool GlobalParamStore::load(VelmGlobalParam& param)
     return true;
 }
 
-bool GlobalParamStore::save(const VelmGlobalParam& param, bool shipped)
+bool GlobalParamStore::save(const VelmGlobalParam& param, bool shipped, Extent extent)
 {
     json::Document current = json::toDocument(param);
     const json::Document reference = json::toDocument(m_reference);
     const json::Value changes = json::difference(current, reference, current.GetAllocator());
-    if (changes.ObjectEmpty() && (m_text.isEmpty() || (m_isUsers && !shipped)))
+    const bool isKnown = m_text.isEmpty() || (m_isUsers && !shipped);
+    if (extent == Extent::Changes && changes.ObjectEmpty() && isKnown)
         return true;
-    const QString text = saveForUser(changes);
-    if (text.isEmpty() || (shipped && !saveAsDefault(text)))
+    QString text;
+    const json::Value none;
+    if (!saveForUser(changes, extent == Extent::Record ? current : none, text)
+        || (shipped && !saveAsDefault(text)))
         return false;
     m_reference = param;
     m_text = text;
@@ -116,35 +142,42 @@ bool GlobalParamStore::save(const VelmGlobalParam& param, bool shipped)
     return true;
 }
 
-QString GlobalParamStore::saveForUser(const json::Value& changes)
+bool GlobalParamStore::saveForUser(const json::Value& changes, const json::Value& record,
+                                   QString& text)
 {
+    const HostCallsLater untilCommitted;
+    CVelmSaveUserData& data = *m_userData();
     QString stored;
-    if (!readUser(stored))
-        return QString();
-    const bool readable = parse(stored).has_value();
-    if (readable && changes.ObjectEmpty())
-        return stored;
-    const QString unreadable = nameOfUser() + QStringLiteral(".unreadable");
-    if (!readable && !stored.isEmpty()
-        && !m_userData()->setUserInput(key(), unreadable, escaped(stored)))
-        return QString();
     QString shipped;
-    readShipped(shipped);
-    json::Document document = firstObject({stored, m_text, shipped});
-    json::overlay(document, changes, document.GetAllocator());
-    const QString text = toStorableText(document);
-    return m_userData()->setUserInput(key(), nameOfUser(), text) ? text : QString();
+    if (!data.readUserInput(key(), nameOfUser(), stored))
+        return false;
+    // Before the user's store is locked: the other database may keep one waiting.
+    const bool hadCopy = isObject(stored);
+    if (!hadCopy && !readShipped(shipped))
+        return false;
+    WriteTransaction transaction(data.m_database);
+    if (transaction.error().isValid() || !data.readUserInput(key(), nameOfUser(), stored))
+        return false;
+    const bool hasCopy = isObject(stored);
+    if (!hasCopy && hadCopy)
+        return false;  // gone within this moment, and the shipped default was not read
+    text = mergedText({stored, m_text, shipped}, changes, record);
+    if (hasCopy && changes.ObjectEmpty() && !record.IsObject())
+        text = stored;
+    if (text == stored)
+        return true;
+    const QString unreadable = nameOfUser() + QStringLiteral(".unreadable");
+    if (!hasCopy && !stored.isEmpty() && !data.putUserInput(key(), unreadable, escaped(stored)))
+        return false;
+    return data.putUserInput(key(), nameOfUser(), text) && !transaction.commit().isValid();
 }
 
 bool GlobalParamStore::saveAsDefault(const QString& userText)
 {
-    QString shipped;
-    if (!readShipped(shipped))
-        return false;
-    json::Document document = firstObject({shipped});
-    json::overlay(document, firstObject({userText}), document.GetAllocator());
-    return CVelmReadGlobaldefinesTable::Instance()->set_value(key(), toStorableText(document))
-           == Velm::VelmOk;
+    const Velm::ErrorStatus status = updateGlobalDefine(key(), [&](const QString& shipped) {
+        return mergedText({shipped}, firstObject({userText}), json::Value());
+    });
+    return status == Velm::VelmOk;
 }
 
 }  // namespace velm::detail

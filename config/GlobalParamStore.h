@@ -12,9 +12,9 @@ namespace velm::detail {
 /// Loads the global parameters from their stored texts and saves what became of them.
 ///
 /// There are two texts, the user's copy in the store of the user and the shipped default in the
-/// table "globaldefines"; the user's shadows the other. A save changes a stored text only where the
-/// parameters differ from what was loaded, or from their defaults if nothing was. So what could not
-/// be read, or is not known here, stays, and what was neither loaded nor set is not written.
+/// table "globaldefines"; the user's shadows the other. A save changes what is stored only where
+/// the parameters differ from what was loaded, or from their defaults if nothing was. So what could
+/// not be read, or is not known here, stays, and what another program has set meanwhile.
 class GlobalParamStore
 {
 public:
@@ -24,19 +24,29 @@ public:
 
     /// Reads the effective text into @p param, members without a readable value getting their
     /// defaults. Each of those that failed is logged by its path.
-    /// @return false, and @p param stays, if there is no text or it is no JSON object
+    /// @return false, and @p param stays, if there is no text, it cannot be read, or it is no JSON
+    ///         object
     bool load(VelmGlobalParam& param);
 
-    /// Saves to the user's copy and, if @p shipped, to the shipped default too. A user's copy that
-    /// is no JSON object is kept beside the new one, under its name with ".unreadable" behind.
-    /// @return whether everything was stored; true if there is nothing to store
-    bool save(const VelmGlobalParam& param, bool shipped);
+    enum class Extent
+    {
+        Changes,  ///< what was set since the load; nothing if nothing was
+        Record    ///< these and whatever the stored text lacks of the record
+    };
+
+    /// Saves to the user's copy and, if @p shipped, to the shipped default too; each is read,
+    /// changed and written in one step. A user's copy that is no JSON object is kept beside the new
+    /// one, under its name with ".unreadable" behind. Without a copy of the user, the shipped
+    /// default is what is changed: if it is there but cannot be read, nothing is written.
+    /// @return whether everything is stored; true if there is nothing to store
+    bool save(const VelmGlobalParam& param, bool shipped, Extent extent);
 
 private:
-    /// False if the user's copy cannot be read; an empty text where there is none.
+    /// False if the user's copy cannot be read; an empty text where there is none, nor a file.
     bool readUser(QString& text) const;
-    /// The user's record with the changes, as it is stored now; empty if it cannot be.
-    QString saveForUser(const json::Value& changes);
+    /// @p record is null to store the changes alone. @p text is the user's record as it is stored
+    /// then.
+    bool saveForUser(const json::Value& changes, const json::Value& record, QString& text);
     bool saveAsDefault(const QString& userText);
 
     CVelmSaveUserData* (*m_userData)();

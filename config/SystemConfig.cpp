@@ -16,19 +16,35 @@ Velm::ErrorStatus openPipeConfig(CVelmDatabase& database)
     return openConfigDatabase(database, CVelmSystemGlobal::Instance()->getPipeConfigDb());
 }
 
-Velm::ErrorStatus writeSystemConfig(const QString& table, const QMap<QString, QVariant>& values,
-                                    const QMap<QString, QVariant>& where)
+Velm::ErrorStatus storedTable(const CVelmDatabase& database, QString& table)
 {
-    CVelmDatabase database;
-    const Velm::ErrorStatus status = openSystemConfig(database);
-    return status == Velm::VelmOk ? database.updataRecord(table, values, where) : status;
+    const ConfigTable found = findConfigTable(database.getQSqlDatabase(), table);
+    if (found.status == Velm::VelmSqlExecFailed)
+        return keepResult(sqlFailure(found.problem));
+    table = found.name;
+    return found.status;
 }
 
-Velm::ErrorStatus deleteFromSystemConfig(const QString& table, const QMap<QString, QVariant>& where)
+Velm::ErrorStatus writeSystemConfig(QString table, const Record& values, const Record& where)
 {
     CVelmDatabase database;
-    const Velm::ErrorStatus status = openSystemConfig(database);
-    return status == Velm::VelmOk ? database.deleteRecord(table, where) : status;
+    Velm::ErrorStatus status = openSystemConfig(database);
+    if (status == Velm::VelmOk)
+        status = storedTable(database, table);
+    return status == Velm::VelmOk
+               ? database.updataRecord(table, withoutNullTexts(values), withoutNullTexts(where))
+               : status;
+}
+
+Velm::ErrorStatus deleteFromSystemConfig(QString table, const Record& where)
+{
+    CVelmDatabase database;
+    Velm::ErrorStatus status = openSystemConfig(database);
+    if (status == Velm::VelmOk)
+        status = storedTable(database, table);
+    if (status == Velm::VelmTableNotExist)
+        return Velm::VelmOk;  // nothing to delete
+    return status == Velm::VelmOk ? database.deleteRecord(table, withoutNullTexts(where)) : status;
 }
 
 }  // namespace velm::detail

@@ -8,7 +8,9 @@
 
 class CVelmDatabase;
 
-/// The one way in which configuration tables reach the system configuration database to change it.
+/// The one way in which configuration tables reach the configuration databases to ask for a row and
+/// to change one. Tables are found in any letter case; no text that is written or asked for is
+/// null.
 namespace velm::detail {
 
 /// Opens the system configuration database where CVelmSystemGlobal says it is.
@@ -18,14 +20,17 @@ Velm::ErrorStatus openSystemConfig(CVelmDatabase& database);
 /// Opens the pipe configuration database in the same way.
 Velm::ErrorStatus openPipeConfig(CVelmDatabase& database);
 
+/// Turns the name of a table into the one under which it is stored.
+/// @return VelmOk; VelmTableNotExist; VelmSqlExecFailed
+Velm::ErrorStatus storedTable(const CVelmDatabase& database, QString& table);
+
 /// Updates the rows of @p table that match @p where, or inserts one of @p where and @p values.
-/// @return VelmOk; the failure of the opening or the write
-Velm::ErrorStatus writeSystemConfig(const QString& table, const QMap<QString, QVariant>& values,
+/// @return VelmOk; VelmTableNotExist; VelmSqlExecFailed; the failure of the opening
+Velm::ErrorStatus writeSystemConfig(QString table, const QMap<QString, QVariant>& values,
                                     const QMap<QString, QVariant>& where);
 
-/// Deletes the rows of @p table that match @p where.
+/// Deletes the rows of @p table that match @p where; a missing table has none.
 /// @return VelmOk; the failure of the opening or the deletion
-Velm::ErrorStatus deleteFromSystemConfig(const QString& table,
-                                         const QMap<QString, QVariant>& where);
+Velm::ErrorStatus deleteFromSystemConfig(QString table, const QMap<QString, QVariant>& where);
 
 }  // namespace velm::detail

@@ -1,11 +1,14 @@
 #include "CVelmDatabase.h"
 
+#include "common/HostCalls.h"
 #include "data/Connection.h"
+#include "data/RowReading.h"
 #include "data/SqlText.h"
-#include "data/Statement.h"
+#include "data/WriteTransaction.h"
 
-#include <QSqlError>
 #include <QSqlQuery>
+
+#include <new>
 
 using namespace velm::detail;
 
@@ -26,39 +29,85 @@ QString accessDatabaseName(const QString& fileName, const QString& connectOption
     return name;
 }
 
-/// The first column of every row of a query.
-QList<QVariant> firstColumn(const QSqlDatabase& database, const QString& sql)
+/// Whether there is a table. A failed statement is the answer "no" of Access; SQLite is asked.
+Velm::ErrorStatus findTable(const CVelmDatabasePrivate& connection, const QString& table,
+                            bool& exists)
 {
-    QList<QVariant> values;
-    QSqlQuery query = forwardQuery(database);
-    if (runStatement(query, sql) != Velm::VelmOk)
-        return values;
-    while (query.next())
-        values.append(query.value(0));
-    keepReadError(query);
-    return values;
+    if (connection.isOdbc()) {
+        QSqlQuery query = forwardQuery(connection.database);
+        exists = runStatement(query, selectAll(table)) == Velm::VelmOk;
+        return Velm::VelmOk;
+    }
+    QVariant count;
+    const QString sql =
+        QStringLiteral("select count(*) from sqlite_master where type = 'table' and name = '")
+        + table + QLatin1Char('\'');
+    const Velm::ErrorStatus status = keep(readFirstValue(connection.database, sql, count));
+    exists = count.toInt() > 0;
+    return status;
 }
 
-/// The first column of the first row; invalid if there is none.
-QVariant firstValue(const QSqlDatabase& database, const QString& sql)
+/// Answers a statement that failed: whether because there is no such table.
+Velm::ErrorStatus tableFailure(const CVelmDatabasePrivate& connection, const QString& table,
+                               const QSqlError& error)
 {
-    QSqlQuery query = forwardQuery(database);
-    const bool found = runStatement(query, sql) == Velm::VelmOk && query.next();
-    return found ? query.value(0) : QVariant();
+    bool exists = true;
+    const bool isMissing = findTable(connection, table, exists) == Velm::VelmOk && !exists;
+    const Velm::ErrorStatus status = keepResult(error);
+    return isMissing ? Velm::VelmTableNotExist : status;
 }
 
-Velm::ErrorStatus appendRecords(const QSqlDatabase& database, const QString& sql,
-                                QVector<Record>& rows)
+ReadOutcome countRows(const QSqlDatabase& database, const QString& table, const Record& where,
+                      unsigned int& count)
 {
-    QSqlQuery query = forwardQuery(database);
-    const Velm::ErrorStatus status = runStatement(query, sql);
-    if (status != Velm::VelmOk)
-        return status;
-    const RecordReader reader(query);
-    while (query.next())
-        rows.append(reader.record(query));
-    keepReadError(query);
-    return Velm::VelmOk;
+    QVariant value;
+    const ReadOutcome outcome = readFirstValue(database,
+                                               QStringLiteral("select count(*) from ") + table
+                                                   + QLatin1Char(' ') + whereClause(where),
+                                               value);
+    count = value.toUInt();
+    return outcome;
+}
+
+QStringList tablesIn(const QString& list)
+{
+    return list.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+}
+
+QString deleteFrom(const QString& table)
+{
+    return QStringLiteral("DELETE FROM ") + table;
+}
+
+/// Replaces all rows within @p transaction. What breaks it off is @p error; rows that are refused
+/// are left out.
+/// @return VelmOk; VelmWriteTableFailed if the table then holds another number of rows
+Velm::ErrorStatus replaceRows(const CVelmDatabasePrivate& connection, const QString& table,
+                              const QVector<Record>& rows, WriteTransaction& transaction,
+                              QSqlError& error)
+{
+    const QStringList names = tablesIn(table);
+    for (const QString& name : names) {
+        error = execute(connection.database, deleteFrom(name));
+        if (error.isValid())
+            return Velm::VelmSqlExecFailed;
+    }
+    QSqlError refusal;
+    for (const Record& row : rows) {
+        const QSqlError refused =
+            execute(connection.database, insertStatement(table, row, dialectOf(connection)));
+        if (refused.isValid() && transaction.isLost()) {
+            error = refused;
+            return Velm::VelmSqlExecFailed;
+        }
+        if (!refusal.isValid())
+            refusal = refused;
+    }
+    unsigned int count = 0;
+    error = countRows(connection.database, table, {}, count).error;
+    keepResult(refusal);
+    return count == static_cast<unsigned int>(rows.size()) ? Velm::VelmOk
+                                                           : Velm::VelmWriteTableFailed;
 }
 
 QString selectField(const QString& table, const QString& field, bool distinct)
@@ -98,7 +147,10 @@ Velm::ErrorStatus CVelmDatabase::initDatabase(const QString& fileName,
     const bool opened =
         access ? d->open(QStringLiteral("QODBC"), accessDatabaseName(fileName, connectOptions))
                : d->open(QStringLiteral("QSQLITE"), fileName);
-    return opened ? Velm::VelmOk : Velm::VelmDatabaseOpenFailed;
+    if (opened)
+        return Velm::VelmOk;
+    VELM_WARN(cannotOpen(fileName, d->database.lastError()));
+    return Velm::VelmDatabaseOpenFailed;
 }
 
 Velm::ErrorStatus CVelmDatabase::closeDatabase(bool deferred, int delayMs)
@@ -139,16 +191,8 @@ QStringList CVelmDatabase::tableName() const
 
 bool CVelmDatabase::existTable(const QString& table) const
 {
-    if (d->isOdbc()) {
-        QSqlQuery query = forwardQuery(d->database);
-        return runStatement(query, selectAll(table)) == Velm::VelmOk;
-    }
-    return firstValue(d->database,
-                      QStringLiteral(
-                          "select count(*) from sqlite_master where type = 'table' and name = '")
-                          + table + QLatin1Char('\''))
-               .toInt()
-           > 0;
+    bool exists = false;
+    return findTable(*d, table, exists) == Velm::VelmOk && exists;
 }
 
 Velm::ErrorStatus CVelmDatabase::startTransaction(bool begin)
@@ -182,45 +226,57 @@ Velm::ErrorStatus CVelmDatabase::executeSql(const QString& sql)
 
 Velm::ErrorStatus CVelmDatabase::executeSql(const QString& sql, QVector<Record>& rows)
 {
-    return appendRecords(d->database, sql, rows);
+    return keep(velm::detail::readRecords(d->database, sql, rows));
 }
 
 void CVelmDatabase::clearTable(const QString& table)
 {
-    QSqlQuery query = forwardQuery(d->database);
-    const QStringList names = table.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    const QStringList names = tablesIn(table);
     for (const QString& name : names)
-        runStatement(query, QStringLiteral("DELETE FROM ") + name);
+        executeSql(deleteFrom(name));
 }
 
 Velm::ErrorStatus CVelmDatabase::writeTable(const QString& table, const QVector<Record>& rows)
 {
-    // One transaction unless there is one: it costs one flush to disk instead of one a row, and an
-    // interrupted process leaves the old rows.
-    const bool ownTransaction = !d->inTransaction && d->database.transaction();
-    clearTable(table);
-    // A locked database takes seconds to refuse a statement: one refusal is enough.
-    for (auto row = rows.cbegin(); row != rows.cend() && !lastErrorIsLock(); ++row)
-        writeRecord(table, *row);
-    if (ownTransaction && !d->database.commit()) {
-        d->database.rollback();
-        return Velm::VelmWriteTableFailed;
+    // Access has a transaction of its own kind, unless the caller began one.
+    const bool inAccess = d->isOdbc() && !d->inTransaction && d->database.transaction();
+    WriteTransaction transaction(d->database);
+    QSqlError error = transaction.error();
+    Velm::ErrorStatus status = Velm::VelmSqlExecFailed;
+    try {
+        if (!error.isValid())
+            status = replaceRows(*d, table, rows, transaction, error);
+    } catch (const std::bad_alloc&) {
+        error = outOfMemory();
     }
-    const bool complete = recordCount(table, {}) == static_cast<unsigned int>(rows.size());
-    return complete ? Velm::VelmOk : Velm::VelmWriteTableFailed;
+    if (!error.isValid())
+        error = transaction.commit();
+    if (inAccess && !error.isValid() && !d->database.commit())
+        error = d->database.lastError();
+    if (!error.isValid())
+        return status;
+    if (inAccess)
+        d->database.rollback();
+    return tableFailure(*d, table, error) == Velm::VelmTableNotExist && !rows.isEmpty()
+               ? Velm::VelmWriteTableFailed
+               : keepResult(error);
 }
 
 QVector<Record> CVelmDatabase::readTable(const QString& table) const
 {
     QVector<Record> rows;
-    appendRecords(d->database, selectAll(table), rows);
+    keep(velm::detail::readRecords(d->database, selectAll(table), rows));
     return rows;
 }
 
 Velm::ErrorStatus CVelmDatabase::getInsertSql(QString& sql, const QString& table,
                                               const Record& record) const
 {
-    if (!existTable(table))
+    bool exists = false;
+    const Velm::ErrorStatus status = findTable(*d, table, exists);
+    if (status != Velm::VelmOk)
+        return status;
+    if (!exists)
         return Velm::VelmTableNotExist;
     sql = insertStatement(table, record, dialectOf(*d));
     return Velm::VelmOk;
@@ -242,7 +298,11 @@ Velm::ErrorStatus CVelmDatabase::writeRecordBlob(const QString& table, const Rec
 Velm::ErrorStatus CVelmDatabase::getUpdataSql(QString& sql, const QString& table,
                                               const Record& values, const Record& where)
 {
-    if (recordCount(table, where) == 0) {
+    unsigned int count = 0;
+    const ReadOutcome counted = countRows(d->database, table, where, count);
+    if (!counted.isComplete())
+        return tableFailure(*d, table, counted.error);
+    if (count == 0) {
         Record record = where;
         for (auto it = values.cbegin(); it != values.cend(); ++it)
             record.insert(it.key(), it.value());
@@ -257,15 +317,25 @@ Velm::ErrorStatus CVelmDatabase::getUpdataSql(QString& sql, const QString& table
 Velm::ErrorStatus CVelmDatabase::updataRecord(const QString& table, const Record& values,
                                               const Record& where)
 {
+    WriteTransaction transaction(d->database);
+    if (transaction.error().isValid())
+        return keepResult(transaction.error());
     QString sql;
-    const Velm::ErrorStatus status = getUpdataSql(sql, table, values, where);
-    return sql.isEmpty() ? status : executeSql(sql);
+    Velm::ErrorStatus status = getUpdataSql(sql, table, values, where);
+    if (!sql.isEmpty())
+        status = executeSql(sql);
+    if (status != Velm::VelmOk)
+        return status;
+    const QSqlError error = transaction.commit();
+    return error.isValid() ? keepResult(error) : Velm::VelmOk;
 }
 
 Velm::ErrorStatus CVelmDatabase::deleteRecord(const QString& table, const Record& where)
 {
-    if (!existTable(table))
-        return Velm::VelmOk;
+    bool exists = false;
+    const Velm::ErrorStatus status = findTable(*d, table, exists);
+    if (status != Velm::VelmOk || !exists)
+        return status;
     return executeSql(QStringLiteral("delete from [") + table + QStringLiteral("] ")
                       + whereClause(where));
 }
@@ -273,27 +343,35 @@ Velm::ErrorStatus CVelmDatabase::deleteRecord(const QString& table, const Record
 Record CVelmDatabase::readRecord(const QString& table, const Record& where,
                                  bool caseSensitive) const
 {
-    QSqlQuery query = forwardQuery(d->database);
-    const QString sql = selectAllBracketed(table) + whereClause(where) + collation(caseSensitive);
-    if (runStatement(query, sql) != Velm::VelmOk || !query.next())
-        return Record();
-    return RecordReader(query).record(query);
+    Record record;
+    keep(readFirstRecord(d->database,
+                         selectAllBracketed(table) + whereClause(where) + collation(caseSensitive),
+                         record));
+    return record;
 }
 
 QVariant CVelmDatabase::readRecord(const QString& table, const QString& field, const Record& where,
                                    bool caseSensitive) const
 {
+    QVariant value;
     const QString bracketedTable = QLatin1Char('[') + table + QStringLiteral("] ");
-    return firstValue(d->database, selectField(bracketedTable, field, false) + whereClause(where)
-                                       + collation(caseSensitive));
+    keep(readFirstValue(d->database,
+                        selectField(bracketedTable, field, false) + whereClause(where)
+                            + collation(caseSensitive),
+                        value));
+    return value;
 }
 
 QList<QVariant> CVelmDatabase::readRecords(const QString& table, const QString& field,
                                            const Record& where, bool distinct,
                                            bool caseSensitive) const
 {
-    return firstColumn(d->database, selectField(table, field, distinct) + spacedWhereClause(where)
-                                        + collation(caseSensitive));
+    QList<QVariant> values;
+    keep(readColumn(d->database,
+                    selectField(table, field, distinct) + spacedWhereClause(where)
+                        + collation(caseSensitive),
+                    values));
+    return values;
 }
 
 QVector<Record>
@@ -302,22 +380,25 @@ CVelmDatabase::readRecords(const QString& table, const Record& where,
                            bool caseSensitive) const
 {
     QVector<Record> rows;
-    appendRecords(d->database,
-                  selectAllBracketed(table) + whereClause(where) + collation(caseSensitive)
-                      + orderByClause(orderBy),
-                  rows);
+    keep(velm::detail::readRecords(d->database,
+                                   selectAllBracketed(table) + whereClause(where)
+                                       + collation(caseSensitive) + orderByClause(orderBy),
+                                   rows));
     return rows;
 }
 
 QList<QVariant> CVelmDatabase::readFields(const QString& table, const QString& field,
                                           const Record& where) const
 {
-    return firstColumn(d->database, selectField(table, field, false) + spacedWhereClause(where));
+    QList<QVariant> values;
+    keep(readColumn(d->database, selectField(table, field, false) + spacedWhereClause(where),
+                    values));
+    return values;
 }
 
 unsigned int CVelmDatabase::recordCount(const QString& table, const Record& where) const
 {
-    return firstValue(d->database, QStringLiteral("select count(*) from ") + table
-                                       + QLatin1Char(' ') + whereClause(where))
-        .toUInt();
+    unsigned int count = 0;
+    keep(countRows(d->database, table, where, count));
+    return count;
 }

@@ -1,26 +1,23 @@
 #include "CVelmSaveUserData.h"
 
+#include "common/HostCalls.h"
 #include "common/platform/Platform.h"
 #include "common/Singleton.h"
 #include "CVelmMessage.h"
 #include "CVelmString.h"
+#include "data/Connection.h"
+#include "data/RowReading.h"
+#include "data/WriteTransaction.h"
 
-#include <QSqlError>
-#include <QSqlQuery>
+using namespace velm::detail;
 
 namespace {
 
-/// The first column of the first row; invalid if there is none.
-QVariant firstValue(QSqlQuery& query)
-{
-    return query.next() ? query.value(0) : QVariant();
-}
-
-velm::detail::Singleton<CVelmSaveUserData>& holder()
+Singleton<CVelmSaveUserData>& holder()
 {
     // Brings Qt's list of connections into being first, so that it outlives the store.
     static const bool listed = QSqlDatabase::contains();
-    static velm::detail::Singleton<CVelmSaveUserData> instance;
+    static Singleton<CVelmSaveUserData> instance;
     Q_UNUSED(listed)
     return instance;
 }
@@ -35,11 +32,71 @@ QString pathRecordTable()
     return QStringLiteral("PathRecord");
 }
 
+QSqlError countTable(const QSqlDatabase& database, const QString& table, int& count)
+{
+    QVariant value;
+    const ReadOutcome outcome = readFirstValue(
+        database,
+        QStringLiteral("SELECT COUNT(*) FROM sqlite_master where type='table' and name='%1'")
+            .arg(table),
+        value);
+    count = value.toInt();
+    return outcome.error;
+}
+
+QSqlError createIfMissing(const QSqlDatabase& database, const QString& table)
+{
+    int count = 0;
+    const QSqlError error = countTable(database, table, count);
+    if (error.isValid() || count > 0)
+        return error;
+    return execute(
+        database,
+        QStringLiteral("CREATE TABLE [%1]([%2] CHAR(255, 0), [%3] CHAR(255, 0) NOT NULL, "
+                       "[%4] CHAR(255, 0) NOT NULL)")
+            .arg(table, QStringLiteral("类型"), QStringLiteral("名称"), QStringLiteral("输入")));
+}
+
+QSqlError select(const QSqlDatabase& database, const QString& table, const QString& type,
+                 const QString& name, QString& value)
+{
+    QVariant found;
+    const ReadOutcome outcome =
+        readFirstValue(database,
+                       QStringLiteral("select [输入] from %1 where [类型] = '%2' and [名称] = '%3'")
+                           .arg(table, type, name),
+                       found);
+    if (outcome.isComplete())
+        value = found.toString();
+    return outcome.error;
+}
+
+QSqlError put(const QSqlDatabase& database, const QString& table, const QString& type,
+              const QString& name, const QString& value)
+{
+    QVariant count;
+    const ReadOutcome outcome =
+        readFirstValue(database,
+                       QStringLiteral("select count(*) from %1 where 类型 = '%2' and 名称 = '%3'")
+                           .arg(table, type, name),
+                       count);
+    if (!outcome.isComplete())
+        return outcome.error;
+    if (count.toInt() == 0)
+        return execute(database,
+                       QStringLiteral("insert into %1 (类型, 名称, 输入) VALUES('%2', '%3', '%4')")
+                           .arg(table, type, name, value));
+    return execute(database,
+                   QStringLiteral("update %1 set 输入 = '%2' where 类型 = '%3' and 名称 = '%4'")
+                       .arg(table, value, type, name));
+}
+
 }  // namespace
 
 CVelmSaveUserData* CVelmSaveUserData::Instance()
 {
-    return holder().get([] { return new CVelmSaveUserData(fileName()); });
+    return holder().get([] { return new CVelmSaveUserData(fileName()); },
+                        [](CVelmSaveUserData& data) { data.isReady(); });
 }
 
 void CVelmSaveUserData::prepareInstance()
@@ -49,63 +106,92 @@ void CVelmSaveUserData::prepareInstance()
 
 QString CVelmSaveUserData::fileName()
 {
-    QString path = velm::detail::platform::modulePath(nullptr);
+    QString path = platform::modulePath(nullptr);
     if (path.endsWith(QLatin1String(".exe"), Qt::CaseInsensitive))
         path.chop(4);
     return path + QStringLiteral(".dat");
 }
 
-CVelmSaveUserData::CVelmSaveUserData(const QString& file)
-{
-    initSaveUserData(file);
-}
+CVelmSaveUserData::CVelmSaveUserData(const QString& file) : m_file(file) {}
 
 CVelmSaveUserData::~CVelmSaveUserData()
+{
+    forget();
+}
+
+/// Lets go of the connection.
+void CVelmSaveUserData::forget()
 {
     const QString connection = m_database.connectionName();
     m_database = QSqlDatabase();
     QSqlDatabase::removeDatabase(connection);
 }
 
-bool CVelmSaveUserData::initSaveUserData(const QString& file)
+bool CVelmSaveUserData::isReady()
+{
+    if (m_database.isOpen())
+        return true;
+    const QSqlError error = initSaveUserData();
+    if (!error.isValid())
+        return true;
+    forget();  // a driver that is not there yet is looked for anew
+    if (m_isFailureShown)
+        return false;
+    m_isFailureShown = true;
+    VELM_WARN(cannotOpen(m_file, error));
+    callHost([] {
+        CVelmMessage::errorMsg(QStringLiteral("初始化文件失败！！！"), nullptr,
+                               QStringLiteral("错误"));
+    });
+    return false;
+}
+
+QSqlError CVelmSaveUserData::initSaveUserData()
 {
     m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), CVelmString().makeGuid());
     m_database.setUserName(QStringLiteral("velmgis"));  // SQLite ignores name and password
     m_database.setPassword(QStringLiteral("KelpoRIX"));
-    m_database.setDatabaseName(file);
-    if (!m_database.open()) {
-        CVelmMessage::errorMsg(QStringLiteral("初始化文件失败！！！"), nullptr,
-                               QStringLiteral("错误"));
-        return false;
-    }
-    createIfMissing(userInputTable());
-    createIfMissing(pathRecordTable());
-    return true;
+    m_database.setDatabaseName(m_file);
+    if (m_database.open())
+        return makeTables();
+    const QSqlError error = m_database.lastError();
+    return error.isValid() ? error : sqlFailure(QStringLiteral("the driver tells no reason"));
 }
 
-void CVelmSaveUserData::createIfMissing(const QString& table)
+/// Makes the tables unless they are there; of two programs that come at once, one.
+QSqlError CVelmSaveUserData::makeTables()
 {
-    QSqlQuery query(m_database);
-    query.exec(QStringLiteral("SELECT COUNT(*) FROM sqlite_master where type='table' and name='%1'")
-                   .arg(table));
-    if (firstValue(query) != QVariant(0))
-        return;
-    query.exec(
-        QStringLiteral("CREATE TABLE [%1]([%2] CHAR(255, 0), [%3] CHAR(255, 0) NOT NULL, "
-                       "[%4] CHAR(255, 0) NOT NULL)")
-            .arg(table, QStringLiteral("类型"), QStringLiteral("名称"), QStringLiteral("输入")));
+    int inputs = 0;
+    int paths = 0;
+    QSqlError error = countTable(m_database, userInputTable(), inputs);
+    if (!error.isValid())
+        error = countTable(m_database, pathRecordTable(), paths);
+    if (error.isValid() || (inputs > 0 && paths > 0))
+        return error;
+    WriteTransaction transaction(m_database);
+    error = transaction.error();
+    if (!error.isValid())
+        error = createIfMissing(m_database, userInputTable());
+    if (!error.isValid())
+        error = createIfMissing(m_database, pathRecordTable());
+    return error.isValid() ? error : transaction.commit();
 }
 
 QString CVelmSaveUserData::userInput(const QString& type, const QString& name)
 {
     QString value;
-    readUserInput(type, name, value);
+    read(userInputTable(), type, name, value);
     return value;
 }
 
 bool CVelmSaveUserData::readUserInput(const QString& type, const QString& name, QString& value)
 {
-    return read(userInputTable(), type, name, value);
+    return isReady() && !select(m_database, userInputTable(), type, name, value).isValid();
+}
+
+bool CVelmSaveUserData::putUserInput(const QString& type, const QString& name, const QString& value)
+{
+    return isReady() && !put(m_database, userInputTable(), type, name, value).isValid();
 }
 
 QString CVelmSaveUserData::pathRecord(const QString& type, const QString& name)
@@ -129,38 +215,25 @@ bool CVelmSaveUserData::setPathRecord(const QString& type, const QString& name,
 bool CVelmSaveUserData::read(const QString& table, const QString& type, const QString& name,
                              QString& value)
 {
-    if (!m_database.isOpen())
-        return false;  // the user knows since the opening
-    QSqlQuery query(m_database);
-    const QString statement =
-        QStringLiteral("select [输入] from %1 where [类型] = '%2' and [名称] = '%3'")
-            .arg(table, type, name);
-    if (!query.exec(statement)) {
-        CVelmMessage::warnMsg(query.lastError().text(), nullptr, QStringLiteral("警告"));
+    if (!isReady())
         return false;
-    }
-    value = firstValue(query).toString();
-    return true;
+    const QSqlError error = select(m_database, table, type, name, value);
+    if (error.isValid())
+        callHost([=] { CVelmMessage::warnMsg(error.text(), nullptr, QStringLiteral("警告")); });
+    return !error.isValid();
 }
 
 bool CVelmSaveUserData::write(const QString& table, const QString& type, const QString& name,
                               const QString& value)
 {
-    if (!m_database.isOpen()) {
-        CVelmMessage::errorMsg(QStringLiteral("文件未打开，写入数据失败！！！"), nullptr,
-                               QStringLiteral("错误"));
+    if (!isReady()) {
+        callHost([] {
+            CVelmMessage::errorMsg(QStringLiteral("文件未打开，写入数据失败！！！"), nullptr,
+                                   QStringLiteral("错误"));
+        });
         return false;
     }
-    QSqlQuery query(m_database);
-    if (!query.exec(QStringLiteral("select count(*) from %1 where 类型 = '%2' and 名称 = '%3'")
-                        .arg(table, type, name)))
-        return false;
-    const bool isNew = firstValue(query).toInt() == 0;
-    query.finish();
-    if (isNew)
-        return query.exec(
-            QStringLiteral("insert into %1 (类型, 名称, 输入) VALUES('%2', '%3', '%4')")
-                .arg(table, type, name, value));
-    return query.exec(QStringLiteral("update %1 set 输入 = '%2' where 类型 = '%3' and 名称 = '%4'")
-                          .arg(table, value, type, name));
+    WriteTransaction transaction(m_database);
+    return !transaction.error().isValid() && !put(m_database, table, type, name, value).isValid()
+           && !transaction.commit().isValid();
 }

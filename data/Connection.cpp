@@ -2,8 +2,12 @@
 
 #include "CVelmString.h"
 
-#include <QSqlError>
 #include <QTimer>
+
+QString velm::detail::cannotOpen(const QString& fileName, const QSqlError& error)
+{
+    return QStringLiteral("cannot open the database \"%1\": ").arg(fileName) + error.text();
+}
 
 CVelmDatabasePrivate::CVelmDatabasePrivate()
 {
@@ -14,6 +18,7 @@ CVelmDatabasePrivate::CVelmDatabasePrivate()
 
 bool CVelmDatabasePrivate::open(const QString& driver, const QString& databaseName)
 {
+    problems.clear();
     connectionName = CVelmString::makeGuid();
     database = QSqlDatabase::addDatabase(driver, connectionName);
     database.setDatabaseName(databaseName);

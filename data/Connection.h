@@ -1,9 +1,20 @@
 #pragma once
 
+#include "CVelmDatabase.h"
+
 #include <QSqlDatabase>
+#include <QSqlError>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
+
+namespace velm::detail {
+
+/// What the log tells about an opening that failed: the file and the driver's own words.
+QString cannotOpen(const QString& fileName, const QSqlError& error);
+
+}  // namespace velm::detail
 
 /// What the copies of one CVelmDatabase share. The last owner closes the connection.
 class CVelmDatabasePrivate
@@ -28,6 +39,17 @@ public:
     bool isOdbc() const { return database.driverName() == QLatin1String("QODBC"); }
 
     bool inTransaction = false;
+    QStringList problems;    // what could not be read of the database that is open
     QString connectionName;  // empty while nothing is open
     QSqlDatabase database;
 };
+
+namespace velm::detail {
+
+/// Leads from a database object to its connection.
+struct DatabaseAccess
+{
+    static CVelmDatabasePrivate& connection(const CVelmDatabase& database) { return *database.d; }
+};
+
+}  // namespace velm::detail

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 namespace velm::detail {
 
@@ -27,6 +28,13 @@ QString shortestNumber(double value)
     return QString::number(value, 'g', QLocale::FloatingPointShortest);
 }
 
+QString shortestNumber(float value)
+{
+    std::array<char, 32> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
+    return QString::fromLatin1(text.data(), static_cast<int>(end - text.data()));
+}
+
 /// The value of a condition term; empty for types that have no text form there.
 QString conditionValue(const QVariant& value)
 {
@@ -39,8 +47,9 @@ QString conditionValue(const QVariant& value)
     case QMetaType::LongLong:
         return QString::number(value.toLongLong());
     case QMetaType::Double:
-    case QMetaType::Float:
         return shortestNumber(value.toDouble());
+    case QMetaType::Float:
+        return shortestNumber(value.toFloat());
     case QMetaType::QChar:
         return value.toString();
     case QMetaType::QString:
@@ -141,8 +150,9 @@ QString literal(const QVariant& value, SqlDialect dialect)
     case QMetaType::ULongLong:
         return QString::number(value.toULongLong());
     case QMetaType::Double:
-    case QMetaType::Float:
         return shortestNumber(value.toDouble());
+    case QMetaType::Float:
+        return shortestNumber(value.toFloat());
     case QMetaType::QDate:
     case QMetaType::QTime:
     case QMetaType::QDateTime:

@@ -1,13 +1,7 @@
 #include "data/Statement.h"
 
-#include "data/SqlText.h"
-
 #include <QMutex>
 #include <QMutexLocker>
-#include <QSqlError>
-#include <QSqlRecord>
-
-#include <algorithm>
 
 namespace velm::detail {
 
@@ -18,7 +12,6 @@ struct LastError
 {
     QMutex mutex;
     QString text;
-    bool isLock = false;
 };
 
 LastError& lastError()
@@ -27,25 +20,18 @@ LastError& lastError()
     return error;
 }
 
-/// SQLITE_BUSY and SQLITE_LOCKED.
-bool isLock(const QSqlError& error)
-{
-    return error.nativeErrorCode() == QLatin1String("5")
-           || error.nativeErrorCode() == QLatin1String("6");
-}
-
-Velm::ErrorStatus keepResult(const QSqlQuery& query, bool succeeded)
-{
-    const QMutexLocker lock(&lastError().mutex);
-    lastError().text = succeeded ? QString() : query.lastError().text();
-    lastError().isLock = !succeeded && isLock(query.lastError());
-    return succeeded ? Velm::VelmOk : Velm::VelmSqlExecFailed;
-}
-
 /// SQLite's driver binds a float as text.
 QVariant bindable(const QVariant& value)
 {
     return value.userType() == QMetaType::Float && !value.isNull() ? value.toDouble() : value;
+}
+
+/// An error that @p sql cannot be run for; none if it can.
+QSqlError refusal(const QString& sql)
+{
+    if (!sql.contains(QChar::Null))
+        return QSqlError();
+    return sqlFailure(QStringLiteral("a statement cannot hold a NUL character"));
 }
 
 }  // namespace
@@ -59,15 +45,37 @@ QSqlQuery forwardQuery(const QSqlDatabase& database)
     return query;
 }
 
+QSqlError execute(QSqlQuery& query, const QString& sql)
+{
+    QSqlError error = refusal(sql);
+    if (error.isValid() || query.exec(sql))
+        return error;
+    error = query.lastError();
+    if (error.isValid())
+        return error;
+    // A query without a database has no error of its own.
+    return sqlFailure(error.text().isEmpty() ? QStringLiteral("the database is not open")
+                                             : error.text());
+}
+
+QSqlError execute(const QSqlDatabase& database, const QString& sql)
+{
+    QSqlQuery query = forwardQuery(database);
+    return execute(query, sql);
+}
+
 Velm::ErrorStatus runStatement(QSqlQuery& query, const QString& sql)
 {
     if (query.isValid())
         return Velm::VelmQueryBusy;
-    return keepResult(query, query.exec(sql));
+    return keepResult(execute(query, sql));
 }
 
 Velm::ErrorStatus runBound(QSqlQuery& query, const QString& sql, const QVariantList& values)
 {
+    const QSqlError refused = refusal(sql);
+    if (refused.isValid())
+        return keepResult(refused);
     bool succeeded = query.prepare(sql);
     if (succeeded) {
         // By position: Qt finds no placeholder by a name that is not ASCII.
@@ -75,19 +83,24 @@ Velm::ErrorStatus runBound(QSqlQuery& query, const QString& sql, const QVariantL
             query.bindValue(i, bindable(values.at(i)));
         succeeded = query.exec();
     }
-    return keepResult(query, succeeded);
+    return keepResult(succeeded ? QSqlError() : query.lastError());
 }
 
-void keepReadError(const QSqlQuery& query)
-{
-    if (query.lastError().isValid())
-        keepResult(query, false);
-}
-
-bool lastErrorIsLock()
+Velm::ErrorStatus keepResult(const QSqlError& error)
 {
     const QMutexLocker lock(&lastError().mutex);
-    return lastError().isLock;
+    lastError().text = error.isValid() ? error.text() : QString();
+    return error.isValid() ? Velm::VelmSqlExecFailed : Velm::VelmOk;
+}
+
+QSqlError sqlFailure(const QString& text)
+{
+    return QSqlError(QString(), text, QSqlError::UnknownError);
+}
+
+QSqlError outOfMemory()
+{
+    return sqlFailure(QStringLiteral("out of memory"));
 }
 
 QString lastErrorText()
@@ -96,45 +109,12 @@ QString lastErrorText()
     return lastError().text;
 }
 
-RecordReader::RecordReader(const QSqlQuery& query)
+bool isLock(const QSqlError& error)
 {
-    const QSqlRecord fields = query.record();
-    m_columns.reserve(fields.count());
-    for (int i = 0; i < fields.count(); ++i)
-        m_columns.append({fields.fieldName(i).toUpper(), i});
-    std::stable_sort(m_columns.begin(), m_columns.end(),
-                     [](const Column& a, const Column& b) { return a.key < b.key; });
-}
-
-Record RecordReader::record(const QSqlQuery& query) const
-{
-    Record record;
-    for (const Column& column : m_columns)
-        record.insert(record.cend(), column.key, query.value(column.index));
-    return record;
-}
-
-TableReader::TableReader(const QSqlDatabase& database, const QString& table)
-    : m_query(forwardQuery(database))
-{
-    if (runStatement(m_query, selectAll(table)) != Velm::VelmOk)
-        return;
-    const QSqlRecord fields = m_query.record();
-    for (int i = 0; i < fields.count(); ++i)
-        m_columns.insert(fields.fieldName(i).toUpper(), i);
-}
-
-bool TableReader::next()
-{
-    const bool found = m_query.next();
-    if (!found)
-        keepReadError(m_query);
-    return found;
-}
-
-int TableReader::column(const QString& upperName) const
-{
-    return m_columns.value(upperName, -1);
+    // SQLITE_BUSY and SQLITE_LOCKED, whatever their extension
+    bool isNumber = false;
+    const int code = error.nativeErrorCode().toInt(&isNumber) & 0xFF;
+    return isNumber && (code == 5 || code == 6);
 }
 
 }  // namespace velm::detail

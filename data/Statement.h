@@ -4,19 +4,28 @@
 
 #include <QMap>
 #include <QSqlDatabase>
+#include <QSqlError>
 #include <QSqlQuery>
 #include <QString>
 #include <QVariant>
 #include <QVector>
 
-/// Running statements and reading their rows: the one way in which the database wrapper reaches the
-/// driver.
+/// Running statements: the one way in which the library reaches the driver. What became of a
+/// statement is its return value; the process-wide last-error text is only kept for callers who
+/// ask for it, and nothing is decided by it.
 namespace velm::detail {
 
 using Record = QMap<QString, QVariant>;
 
 /// A query that reads its rows once, from first to last.
 QSqlQuery forwardQuery(const QSqlDatabase& database);
+
+/// Executes @p sql without a trace in the last-error text. A statement with a NUL character is not
+/// run: the driver would cut it there.
+/// @return no error, or what went wrong
+QSqlError execute(QSqlQuery& query, const QString& sql);
+/// The same for a statement whose rows, if any, do not matter.
+QSqlError execute(const QSqlDatabase& database, const QString& sql);
 
 /// Executes @p sql and keeps or empties the process-wide last error text.
 /// @return VelmOk; VelmQueryBusy if @p query stands on a record (nothing is run); VelmSqlExecFailed
@@ -27,50 +36,19 @@ Velm::ErrorStatus runStatement(QSqlQuery& query, const QString& sql);
 /// @return VelmOk; VelmSqlExecFailed
 Velm::ErrorStatus runBound(QSqlQuery& query, const QString& sql, const QVariantList& values);
 
-/// Keeps what ended the reading of rows early, damage in the file for example, as the error text.
-void keepReadError(const QSqlQuery& query);
+/// Keeps @p error as the process-wide last error text, or empties that if it is none.
+/// @return VelmSqlExecFailed for an error; else VelmOk
+Velm::ErrorStatus keepResult(const QSqlError& error);
+
+/// A failure of our own, as an error of a statement.
+QSqlError sqlFailure(const QString& text);
+/// The failure to get memory.
+QSqlError outOfMemory();
 
 /// The driver's text about the last statement of the process; empty if it succeeded.
 QString lastErrorText();
 
-/// Whether the last statement of the process failed because another connection locks the database.
-bool lastErrorIsLock();
-
-/// Turns the rows of an executed query into records with upper-case keys.
-class RecordReader
-{
-public:
-    explicit RecordReader(const QSqlQuery& query);
-    /// The record on which @p query stands.
-    Record record(const QSqlQuery& query) const;
-
-private:
-    struct Column
-    {
-        QString key;
-        int index;
-    };
-    QVector<Column> m_columns;  // in key order, so that a record is built by appending
-};
-
-/// Reads one table row by row and finds its columns by upper-case name.
-class TableReader
-{
-public:
-    /// Begins to read; a table that cannot be read has no rows.
-    TableReader(const QSqlDatabase& database, const QString& table);
-
-    /// The number of a column for value() and text(); -1 if there is none.
-    int column(const QString& upperName) const;
-    /// Steps to the next row. False behind the last one.
-    bool next();
-    /// The value in the row; invalid for column -1.
-    QVariant value(int column) const { return column < 0 ? QVariant() : m_query.value(column); }
-    QString text(int column) const { return value(column).toString(); }
-
-private:
-    QSqlQuery m_query;
-    QMap<QString, int> m_columns;
-};
+/// Whether the error is that another connection locks the database.
+bool isLock(const QSqlError& error);
 
 }  // namespace velm::detail

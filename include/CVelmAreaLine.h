@@ -50,8 +50,9 @@ public:
     /// Inserts or replaces an item in the database and then in memory.
     /// @return false if the database refuses; memory stays as it was
     bool addAreaLineItem(const VelmAreaLineItem& item);
-    /// Inserts or replaces items in the database, each for itself, and loads the whole table again
-    /// if at least one was written.
+    /// Inserts or replaces items in the database, all at once, and loads the whole table again if
+    /// at least one was written. An item that is refused takes no other along. If another program
+    /// locks the database, or the changes cannot be kept, none is written.
     /// @return whether all were written; true for none
     bool UpdateAreaLine(const QVector<VelmAreaLineItem>& items);
 
@@ -66,6 +67,7 @@ private:
     /// @return whether nothing was loaded: the sense is inverted, which is wanted so
     bool initVelmAreaLineConfig(CVelmDatabase& db);
 
+    void reload(CVelmDatabase& database);
     VelmAreaLineItem item(const QString& code) const;
 
     QMap<QString, VelmAreaLineItem> m_items;  // by code

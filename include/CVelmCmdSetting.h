@@ -9,6 +9,8 @@
 #include <QStringList>
 #include <QVariant>
 
+class CVelmDatabase;
+
 /// The settings of drawing commands: JSON texts from the table "VelmCmdSetting".
 /// Every getter reads the database, and compares the command's name exactly; getCommandVersion()
 /// answers from what was read at the start. One thread at a time. Only the configuration manager
@@ -19,7 +21,8 @@ public:
     virtual ~CVelmCmdSetting();
 
     /// The stored text. @p text is written in any case, empty where there is none.
-    /// @return VelmOk; VelmSettingNotFound, also if the database cannot be opened
+    /// @return VelmOk; VelmSettingNotFound, also if the database cannot be opened;
+    ///         VelmSqlExecFailed if it cannot be read, then @p text stays
     Velm::ErrorStatus getCommandSettingString(const QString& cmdName, QString& text);
     /// The setting parsed from JSON; invalid for a text that does not parse.
     /// @return like getCommandSettingString()
@@ -45,7 +48,8 @@ private:
     CVelmCmdSetting();
     Q_DISABLE_COPY(CVelmCmdSetting)
 
-    void load();
+    /// Fills the cache.
+    void load(CVelmDatabase& database);
 
     QMap<QString, QVariant> m_cache;  // by upper-case command name
 };

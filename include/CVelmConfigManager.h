@@ -3,6 +3,8 @@
 #include "VelmCommonGlobal.h"
 #include "VelmTypes.h"
 
+#include <QStringList>
+
 class CVelmAnnotate;
 class CVelmAreaLine;
 class CVelmAttribute;
@@ -19,6 +21,10 @@ class CVelmWork;
 class CVelmWorkDB;
 class CVelmWorkDef;
 
+namespace velm::detail {
+class ConfigSources;
+}
+
 /// The owner of all symbol-configuration tables: it loads them, rebuilds them on request and hands
 /// them out. The tables live until the process ends; flushVelmConfig() replaces them, and pointers
 /// taken before become invalid. Instance() may be called from any thread; the rest belongs to the
@@ -33,9 +39,15 @@ public:
 
     /// Rebuilds the tables from disk, but for frames, annotations and command settings, which stay
     /// as they are. The old database index is abandoned, not freed, which is wanted so.
-    /// @return false if the system configuration database cannot be opened; the tables are empty
-    /// then
+    /// Waits at most 5 s for databases that other programs lock. A table that is missing or cannot
+    /// be read to its end is empty.
+    /// @return false if the system configuration database cannot be opened, is locked or no
+    /// database, or if memory runs out; the tables are empty then
     bool flushVelmConfig();
+    /// What the last load could not read, a line each: no such file, not a database, locked, a
+    /// missing table, a view in its place, a reading that broke off. Empty when all is well: then a
+    /// code that is not found is not defined. The lines are in the log, too.
+    QStringList loadProblems() const;
 
     /// Selects the configuration set. A version below VersionDatabase loads the text files that are
     /// not loaded yet.
@@ -66,6 +78,10 @@ private:
     CVelmConfigManager();
     Q_DISABLE_COPY(CVelmConfigManager)
 
+    void loadFirst();
+    void makeEmptyTables();
+    bool load(velm::detail::ConfigSources& sources);
+    bool loadTables(velm::detail::ConfigSources& sources);
     bool usesDatabase() const { return m_version >= Velm::VersionDatabase; }
 
     Velm::Version m_version = Velm::VersionDatabase;
@@ -81,4 +97,5 @@ private:
     CVelmTBLManager* m_tblManager = nullptr;
     CVelmCmdSetting* m_cmdSetting = nullptr;
     CVelmRecordManager* m_recordManager = nullptr;
+    QStringList m_loadProblems;
 };

@@ -17,6 +17,10 @@
 
 class CVelmDatabasePrivate;
 
+namespace velm::detail {
+struct DatabaseAccess;
+}
+
 /// One connection to a SQLite file or, for a file named "*.mdb", to Microsoft Access through ODBC.
 ///
 /// A record is a map from column name to value, a table a vector of records, and a condition a
@@ -177,5 +181,7 @@ public:
                                        const QString& newName);
 
 private:
+    friend struct velm::detail::DatabaseAccess;
+
     std::shared_ptr<CVelmDatabasePrivate> d;
 };

@@ -18,7 +18,7 @@ public:
     virtual ~CVelmReadGlobaldefinesTable();
 
     /// Whether there is a value that is not empty. @p value is written whenever the database can be
-    /// opened: it is empty for a key that is missing.
+    /// read: it is empty for a key that is missing.
     bool get_value(const QString& key, QString& value);
     /// Reads a JSON object. @p map is written if the key has a value, and is empty if that is no
     /// JSON object.
@@ -26,7 +26,8 @@ public:
     bool get_value(QMap<QString, QVariant>& map, const QString& key);
 
     /// Inserts or updates a value; nothing is written if it is stored already.
-    /// @return VelmOk; VelmDatabaseOpenFailed; the failure of the write
+    /// @return VelmOk; VelmDatabaseOpenFailed; VelmTableNotExist; VelmSqlExecFailed if the database
+    ///         cannot be read or written
     Velm::ErrorStatus set_value(const QString& key, const QString& value);
     /// Stores a map as a JSON object. @return VelmInvalidValue if it has no JSON text; else as
     /// above

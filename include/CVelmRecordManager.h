@@ -8,6 +8,14 @@
 #include <QStringList>
 #include <QVector>
 
+#include <cstddef>
+
+class CVelmDatabase;
+
+namespace velm::detail {
+class ConfigSources;
+}
+
 /// The record type of a feature code; the texts are those of the table "RecordConfigType".
 struct VelmRecordConfigType
 {
@@ -48,7 +56,7 @@ public:
     virtual ~CVelmRecordManager();
 
     /// The pipe field of that number; empty if there is none.
-    QString getPIPSysConfigInformation(int type);
+    QString getPIPSysConfigInformation(int type) const;
 
     /// All record types by code. @return whether there is one
     bool getRecordConfigType(QMap<QString, VelmRecordConfigType>& types) const;
@@ -65,10 +73,15 @@ public:
     bool getGenusDatabase(VelmRecordGenusDatabase& layout) const;
 
 private:
-    bool InitPIPSysConfig();
-    bool InitRecordConfigType();
-    bool InitRecordConfig();
-    QString IndexToString(const QString& text);
+    friend class CVelmConfigManager;
+
+    explicit CVelmRecordManager(std::nullptr_t);  // empty
+
+    void load(velm::detail::ConfigSources& sources);
+    bool InitPIPSysConfig(const CVelmDatabase& database);
+    bool InitRecordConfigType(const CVelmDatabase& database);
+    bool InitRecordConfig(const CVelmDatabase& database);
+    QString IndexToString(const QString& text) const;
 
     QMap<int, QString> m_pipeFields;
     QMap<QString, VelmRecordConfigType> m_types;         // by code

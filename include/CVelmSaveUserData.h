@@ -3,6 +3,7 @@
 #include "VelmCommonGlobal.h"
 
 #include <QSqlDatabase>
+#include <QSqlError>
 #include <QString>
 
 namespace velm::detail {
@@ -12,8 +13,8 @@ class GlobalParamStore;
 /// Small values of the user in a SQLite file beside the host program: "cad.dat" for "cad.exe".
 /// A value has two keys, a type and a name. Keys and values go into statements as they are, so one
 /// that holds a single quote cannot be stored (false) or read (empty). What fails is shown in a
-/// message box. Instance() may be called from any thread; the rest belongs to the host's main
-/// thread.
+/// message box. A file that could not be opened is tried again at the next call. Instance() may be
+/// called from any thread; the rest belongs to the host's main thread.
 class VELMCOMMON_EXPORT CVelmSaveUserData
 {
 public:
@@ -45,14 +46,22 @@ private:
     /// younger one.
     static void prepareInstance();
 
-    /// userInput() that tells a failure, false, from a value that is not there, empty.
+    /// userInput() that tells a failure, false, from a value that is not there, empty. Shows
+    /// nothing.
     bool readUserInput(const QString& type, const QString& name, QString& value);
+    /// setUserInput() within a transaction of the caller. Shows nothing.
+    bool putUserInput(const QString& type, const QString& name, const QString& value);
 
-    bool initSaveUserData(const QString& file);
-    void createIfMissing(const QString& table);
+    /// Opens the file unless it is open; the first failure is shown.
+    bool isReady();
+    QSqlError initSaveUserData();
+    QSqlError makeTables();
+    void forget();
     bool read(const QString& table, const QString& type, const QString& name, QString& value);
     bool write(const QString& table, const QString& type, const QString& name,
                const QString& value);
 
-    QSqlDatabase m_database;
+    const QString m_file;
+    QSqlDatabase m_database;  // not valid while the file is not open
+    bool m_isFailureShown = false;
 };

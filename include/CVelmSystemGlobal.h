@@ -13,7 +13,8 @@ struct VelmDataFormat;
 
 namespace velm::detail {
 class GlobalParamStore;
-}
+void saveParametersAtEnd();
+}  // namespace velm::detail
 
 /// How CVelmSystemGlobal::createProcess() starts a program.
 struct VelmProcessParam
@@ -60,10 +61,12 @@ public:
     /// default; the latter are logged.
     /// @return false, and g_VelmGlobalParam stays, if there is no text or it is no JSON object
     bool initGlobalParam() const;
-    /// Saves what was loaded or set since to the user's copy and, with @p flag, to the shipped
-    /// default too. Members that still have their default and were not loaded are not written, nor
-    /// is anything if that holds for all of them. Other keys of the stored text stay.
-    /// @return false if a text could not be stored; it is the older one then
+    /// Saves the whole of g_VelmGlobalParam to the user's copy and, with @p flag, what the copy
+    /// then holds to the shipped default too. Where the stored text has members that were not
+    /// changed here, they stay, since another program may have set them; so do keys that are not
+    /// known.
+    /// @return false if a text could not be stored, or one on which it depends could not be read;
+    ///         it is the older one then
     bool saveGlobalParam(bool flag) const;
     /// The data format of exactly that name in g_VelmGlobalParam; false if there is none.
     bool getDataFormat(const QString& name, VelmDataFormat& format);
@@ -108,10 +111,13 @@ public:
 
 private:
     friend class CVelmConfigManager;
+    friend void velm::detail::saveParametersAtEnd();
 
     CVelmSystemGlobal();
     Q_DISABLE_COPY(CVelmSystemGlobal)
 
+    /// Saves what was set since the load.
+    void saveAtEnd() const;
     bool addModuleFolder(const QString& modulePath, unsigned short level);
 
     std::unique_ptr<velm::detail::GlobalParamStore> m_globalParam;

@@ -8,6 +8,14 @@
 #include <QStringList>
 #include <QVector>
 
+#include <cstddef>
+
+class CVelmDatabase;
+
+namespace velm::detail {
+class ConfigSources;
+}
+
 /// The dictionaries of the configuration: code lists with the value of each code.
 ///
 /// Every table of the system configuration database whose name begins with "TBL_" or "TB_" (in any
@@ -31,11 +39,16 @@ public:
     /// A dictionary as pairs of code and value, in stored order.
     bool GetDictByTable(const QString& name, QVector<QPair<QString, QString>>& dict) const;
     /// "code, separator, value" of each entry in stored order; empty for an unknown name.
-    QStringList getCodeValue(const QString& name, const QString& separator);
+    QStringList getCodeValue(const QString& name, const QString& separator) const;
 
 private:
-    bool loadTables();
-    void loadPipeDictionaries();
+    friend class CVelmConfigManager;
+
+    explicit CVelmTBLManager(std::nullptr_t);  // empty
+
+    void load(velm::detail::ConfigSources& sources);
+    void loadTables(const CVelmDatabase& database);
+    void loadPipeDictionaries(const CVelmDatabase& pipe);
 
     QMap<QString, QVector<QPair<QString, QString>>> m_dictionaries;  // by name
 };

@@ -36,7 +36,7 @@ protected:
         EXPECT_EQ(database.recordCount(kTable, {}), count);
         EXPECT_EQ(database.readTable(kTable).size(), static_cast<int>(count));
         EXPECT_NE(database.writeRecord(kTable, row(1, 1)), Velm::VelmOk);
-        EXPECT_EQ(database.writeTable(kTable, Rows(3)), Velm::VelmWriteTableFailed);
+        EXPECT_EQ(database.writeTable(kTable, Rows(3)), Velm::VelmSqlExecFailed);
         EXPECT_EQ(database.executeSql(u"delete from 管线表"_s), Velm::VelmSqlExecFailed);
     }
 
@@ -165,7 +165,7 @@ TEST_F(DatabaseFile, ThatCannotBeCommittedIsNotReportedAsReplaced)
     ASSERT_EQ(reader.initDatabase(file, QString()), Velm::VelmOk);
     ASSERT_EQ(reader.startTransaction(true), Velm::VelmOk);
     ASSERT_EQ(reader.recordCount(kTable, {}), 1U);  // holds a shared lock from here
-    EXPECT_EQ(database.writeTable(kTable, {row(1, u"new"_s)}), Velm::VelmWriteTableFailed);
+    EXPECT_EQ(database.writeTable(kTable, {row(1, u"new"_s)}), Velm::VelmSqlExecFailed);
     EXPECT_EQ(database.readTable(kTable), Rows{row(1, u"old"_s)});
 }
 

@@ -15,6 +15,7 @@
 #include <memory>
 
 using velm::detail::GlobalParamStore;
+using Extent = GlobalParamStore::Extent;
 
 /// Opens a store of the user elsewhere than beside the program.
 class UserDataPeer
@@ -22,7 +23,9 @@ class UserDataPeer
 public:
     static std::unique_ptr<CVelmSaveUserData> open(const QString& file)
     {
-        return std::unique_ptr<CVelmSaveUserData>(new CVelmSaveUserData(file));
+        auto data = std::unique_ptr<CVelmSaveUserData>(new CVelmSaveUserData(file));
+        data->isReady();
+        return data;
     }
 };
 
@@ -139,18 +142,18 @@ TEST_F(GlobalParam, SavesWhatWasLoadedOrSetAndKeepsTheRest)
     ship(u"{\"Later\":{\"x\":[1]},\"CommandInfo\":{\"SaveDwgVersion\":\"?\"},"
          "\"SortRule\":{\"SortMode\":3}}"_s);
     ASSERT_TRUE(m_store.load(m_param));
-    EXPECT_TRUE(m_store.save(m_param, false));
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
     EXPECT_EQ(stored(), shipped().value(0)) << "loaded, so it becomes the user's copy";
 
     m_param.m_sortRule.m_SortDir1 = 2;
     m_param.m_mustFieldData.m_symbolText = u"O'Brien"_s;
-    EXPECT_TRUE(m_store.save(m_param, false));
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
     const QString expected = u"{\"Later\":{\"x\":[1]},\"CommandInfo\":{\"SaveDwgVersion\":\"?\"},"
                              "\"SortRule\":{\"SortMode\":3,\"SortDir1\":2},"
                              "\"MustFieldData\":{\"SymbolText\":\"O\\u0027Brien\"}}"_s;
     EXPECT_EQ(stored(), expected);
     EXPECT_FALSE(shipped().value(0).contains(u"Brien"_s));
-    EXPECT_TRUE(m_store.save(m_param, true));
+    EXPECT_TRUE(m_store.save(m_param, true, Extent::Changes));
     EXPECT_EQ(shipped(), QStringList{expected});
 
     VelmGlobalParam again;
@@ -160,18 +163,18 @@ TEST_F(GlobalParam, SavesWhatWasLoadedOrSetAndKeepsTheRest)
 
 TEST_F(GlobalParam, NeverSavesDefaultsOverTheUsersRecord)
 {
-    EXPECT_TRUE(m_store.save(m_param, true));
+    EXPECT_TRUE(m_store.save(m_param, true, Extent::Changes));
     EXPECT_EQ(stored(), QString()) << "nothing was loaded or set";
 
     const QString broken = u"{\"CommandInfo\":'"_s;
     store(u"{\"CommandInfo\":''"_s);
     ASSERT_FALSE(m_store.load(m_param));
-    EXPECT_TRUE(m_store.save(m_param, false));
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
     EXPECT_EQ(stored(), broken);
 
     m_param.m_frameData.m_frameSave.m_frameSpaceX = 3;
     m_param.m_frameData.m_frameSave.m_frameSpaceY = 7;
-    EXPECT_TRUE(m_store.save(m_param, false));
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
     EXPECT_EQ(stored(), u"{\"FrameData\":{\"FrameSave\":{\"FrameSpaceX\":7}}}"_s)
         << "one key for both, the vertical one counts";
     EXPECT_EQ(userData->userInput(u"GlobalParam"_s, u"VelmGlobalParam.unreadable"_s), broken);
@@ -183,13 +186,13 @@ TEST_F(GlobalParam, SettingsOfAnotherProgramSurvive)
     ASSERT_TRUE(m_store.load(m_param));
     store(u"{\"SortRule\":{\"SortMode\":9}}"_s);  // saved by another program meanwhile
     m_param.m_drawModeParam.m_keepPolyline = false;
-    EXPECT_TRUE(m_store.save(m_param, false));
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
     EXPECT_EQ(stored(),
               u"{\"SortRule\":{\"SortMode\":9},\"DrawModeParam\":{\"KeepPolyline\":false}}"_s);
     store(u"{\"DrawModeParam\":{\"KeepPolyline\":true}}"_s);
     m_param.m_sortRule.m_SortDir2 = 1;
     m_param.m_annNameMap.m_nameForamt = u"x"_s + QChar(0xD800);  // half of a pair
-    EXPECT_TRUE(m_store.save(m_param, false));
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
     EXPECT_TRUE(stored().contains(u"\"KeepPolyline\":true"_s))
         << "saved before, so no change of ours";
     EXPECT_TRUE(stored().contains(u"\"SortDir2\":1"_s));
@@ -200,11 +203,11 @@ TEST_F(GlobalParam, KeepsTheRecordOfAUserThatCannotBeReadNow)
     store(u"{\"Mine\":1}"_s);
     runSql({u"alter table UserInput rename to Hidden"_s}, QString::fromUtf16(kFile));
     m_param.m_sortRule.m_SortMode = 5;
-    EXPECT_FALSE(m_store.save(m_param, false));
+    EXPECT_FALSE(m_store.save(m_param, false, Extent::Changes));
     EXPECT_FALSE(userData->setUserInput(u"t"_s, u"n"_s, u"v"_s));
     runSql({u"alter table Hidden rename to UserInput"_s}, QString::fromUtf16(kFile));
     EXPECT_EQ(stored(), u"{\"Mine\":1}"_s);
-    EXPECT_TRUE(m_store.save(m_param, false));
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
     EXPECT_EQ(stored(), u"{\"Mine\":1,\"SortRule\":{\"SortMode\":5}}"_s);
 }
 

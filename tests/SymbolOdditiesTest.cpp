@@ -23,9 +23,11 @@ public:
 class CmdSettingPeer
 {
 public:
-    static std::unique_ptr<CVelmCmdSetting> make()
+    static std::unique_ptr<CVelmCmdSetting> load(CVelmDatabase& database)
     {
-        return std::unique_ptr<CVelmCmdSetting>(new CVelmCmdSetting);
+        auto settings = std::unique_ptr<CVelmCmdSetting>(new CVelmCmdSetting);
+        settings->load(database);
+        return settings;
     }
 };
 
@@ -45,7 +47,9 @@ TEST_F(SymbolOddities, ACommandWithASettingHasNoVersion)
 {
     runSql({u"create table VelmCmdSetting (CmdName text, CmdText text)"_s,
             u"insert into VelmCmdSetting values ('Draw', '{\"v1\":1}')"_s});
-    const auto settings = CmdSettingPeer::make();
+    CVelmDatabase database;
+    ASSERT_EQ(database.initDatabase(path(u"config/peltaconfig.db"_s), QString()), Velm::VelmOk);
+    const auto settings = CmdSettingPeer::load(database);
     QStringList versions{u"kept"_s};
     EXPECT_EQ(settings->getCommandVersion(u"dRAW"_s, versions), Velm::VelmNotFound);
     EXPECT_EQ(settings->getCommandVersion(u"other"_s, versions), Velm::VelmOk);

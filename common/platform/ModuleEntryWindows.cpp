@@ -19,7 +19,7 @@ bool loadedWithProcess = false;
 /// While all threads still run, unlike later in DllMain.
 void saveWithApplication()
 {
-    CVelmSystemGlobal::Instance()->saveGlobalParam(false);
+    saveParametersAtEnd();
 }
 
 void enter(HINSTANCE library, bool withProcess)

@@ -1,0 +1,79 @@
+#include "config/GlobalDefine.h"
+
+#include "common/HostCalls.h"
+#include "config/SystemConfig.h"
+#include "CVelmDatabase.h"
+#include "data/ConfigDatabase.h"
+#include "data/WriteTransaction.h"
+
+namespace velm::detail {
+
+namespace {
+
+QString keyColumn()
+{
+    return QStringLiteral("key");
+}
+
+QString valueColumn()
+{
+    return QStringLiteral("value");
+}
+
+Velm::ErrorStatus openTable(CVelmDatabase& database, QString& table)
+{
+    table = QStringLiteral("globaldefines");
+    const Velm::ErrorStatus status = openSystemConfig(database);
+    return status == Velm::VelmOk ? storedTable(database, table) : status;
+}
+
+QString valueOf(const Record& row)
+{
+    return row.value(valueColumn().toUpper()).toString();
+}
+
+}  // namespace
+
+Velm::ErrorStatus readGlobalDefine(const QString& key, QString& value)
+{
+    CVelmDatabase database;
+    QString table;
+    Record row;
+    Velm::ErrorStatus status = openTable(database, table);
+    if (status == Velm::VelmOk)
+        status = readConfigRow(database, table, {{keyColumn(), key}}, row);
+    if (status == Velm::VelmOk)
+        value = valueOf(row);
+    return status;
+}
+
+Velm::ErrorStatus updateGlobalDefine(const QString& key, const MergeValue& merge)
+{
+    CVelmDatabase database;
+    QString table;
+    Velm::ErrorStatus status = openTable(database, table);
+    if (status != Velm::VelmOk)
+        return status;
+    const HostCallsLater untilCommitted;
+    WriteTransaction transaction(database.getQSqlDatabase());
+    if (transaction.error().isValid())
+        return keepResult(transaction.error());
+    const Record where = withoutNullTexts({{keyColumn(), key}});
+    Record row;
+    status = readConfigRow(database, table, where, row);
+    if (status != Velm::VelmOk)
+        return status;
+    const std::optional<QString> merged = merge(valueOf(row));
+    if (!merged)
+        return Velm::VelmOk;
+    Record values = withoutNullTexts({{valueColumn(), *merged}});
+    if (row.isEmpty()) {
+        values.insert(keyColumn(), where.value(keyColumn()));
+        status = database.writeRecord(table, values);
+    } else {
+        status = database.updataRecord(table, values, where);
+    }
+    return status == Velm::VelmOk ? keepResult(transaction.commit()) : status;
+}
+
+}  // namespace velm::detail

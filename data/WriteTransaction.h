@@ -1,0 +1,49 @@
+#pragma once
+
+#include "VelmTypes.h"
+
+#include <QSqlDatabase>
+#include <QSqlError>
+
+namespace velm::detail {
+
+/// Makes reading and writing one step: on SQLite it holds the write lock from its beginning, so
+/// that nothing that was read can have changed when it is written. Within a transaction that is
+/// open already it is a part of that one, which can be taken back alone. Rolled back at its end
+/// unless committed. Access gets no transaction: each statement counts at once.
+class WriteTransaction
+{
+public:
+    /// Waits for the lock as long as the connection does.
+    explicit WriteTransaction(const QSqlDatabase& database);
+    ~WriteTransaction();
+    Q_DISABLE_COPY(WriteTransaction)
+
+    /// Why there is none; no error if it has begun.
+    const QSqlError& error() const { return m_error; }
+
+    /// Makes the changes permanent, or part of the outer transaction. If that fails, they are
+    /// rolled back. @return no error, or what went wrong
+    QSqlError commit();
+
+    /// Whether SQLite has rolled everything back by itself, as it does when a disk is full. To be
+    /// asked after a statement that failed: what comes then would count at once.
+    bool isLost();
+
+private:
+    enum class Kind
+    {
+        None,
+        Own,
+        Part
+    };
+
+    QSqlError run(const char* sql) const;
+    void rollBack();
+
+    QSqlDatabase m_database;
+    Kind m_kind = Kind::None;
+    QSqlError m_error;
+};
+
+}  // namespace velm::detail
