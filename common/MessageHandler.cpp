@@ -47,10 +47,16 @@ QString lineOf(QtMsgType type, const QMessageLogContext& context, const QString&
         .arg(message);
 }
 
+thread_local bool inCallback = false;
+
 void call(const QString& line)
 {
-    if (const LogCallback callback = logCallback)
-        callback(line);
+    const LogCallback callback = logCallback;
+    if (!callback)
+        return;
+    inCallback = true;
+    callback(line);
+    inCallback = false;
 }
 
 void deliver(const QString& line)
@@ -68,7 +74,9 @@ void setLogCallback(LogCallback callback)
 
 void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
-    if (silent)
+    if (type == QtFatalMsg && inCallback)
+        std::abort();
+    if (silent || inCallback)
         return;
     const std::lock_guard<std::mutex> lock(logMutex);
     const QString line = lineOf(type, context, message);

@@ -9,8 +9,8 @@ namespace velm::detail {
 
 using LogCallback = void (*)(const QString& line);
 
-/// The callback gets one line at a time, whichever thread logs, and must not log through Qt itself:
-/// it runs under the handler's lock. Null drops the lines.
+/// The callback gets one line at a time, whichever thread logs: it runs under the handler's lock.
+/// What it logs itself is dropped. Null drops all lines.
 void setLogCallback(LogCallback callback);
 
 /// The handler for qInstallMessageHandler(). A fatal message ends the process and reaches no

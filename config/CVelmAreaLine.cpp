@@ -163,7 +163,7 @@ bool CVelmAreaLine::addAreaLineItem(const VelmAreaLineItem& item)
 {
     CVelmDatabase database;
     QString table = tableName();
-    if (openSystemConfig(database) != Velm::VelmOk || storedTable(database, table) != Velm::VelmOk
+    if (openForWriting(database) != Velm::VelmOk || storedTable(database, table) != Velm::VelmOk
         || write(database, table, item) != Velm::VelmOk)
         return false;
     m_items.insert(item.code, item);
@@ -173,7 +173,7 @@ bool CVelmAreaLine::addAreaLineItem(const VelmAreaLineItem& item)
 bool CVelmAreaLine::UpdateAreaLine(const QVector<VelmAreaLineItem>& items)
 {
     CVelmDatabase database;
-    if (openSystemConfig(database) != Velm::VelmOk)
+    if (openForWriting(database) != Velm::VelmOk)
         return false;
     if (items.isEmpty())
         return true;

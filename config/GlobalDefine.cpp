@@ -20,11 +20,9 @@ QString valueColumn()
     return QStringLiteral("value");
 }
 
-Velm::ErrorStatus openTable(CVelmDatabase& database, QString& table)
+QString tableName()
 {
-    table = QStringLiteral("globaldefines");
-    const Velm::ErrorStatus status = openSystemConfig(database);
-    return status == Velm::VelmOk ? storedTable(database, table) : status;
+    return QStringLiteral("globaldefines");
 }
 
 QString valueOf(const Record& row)
@@ -37,9 +35,11 @@ QString valueOf(const Record& row)
 Velm::ErrorStatus readGlobalDefine(const QString& key, QString& value)
 {
     CVelmDatabase database;
-    QString table;
+    QString table = tableName();
     Record row;
-    Velm::ErrorStatus status = openTable(database, table);
+    Velm::ErrorStatus status = openSystemConfig(database);
+    if (status == Velm::VelmOk)
+        status = storedTable(database, table);
     if (status == Velm::VelmOk)
         status = readConfigRow(database, table, {{keyColumn(), key}}, row);
     if (status == Velm::VelmOk)
@@ -50,8 +50,10 @@ Velm::ErrorStatus readGlobalDefine(const QString& key, QString& value)
 Velm::ErrorStatus updateGlobalDefine(const QString& key, const MergeValue& merge)
 {
     CVelmDatabase database;
-    QString table;
-    Velm::ErrorStatus status = openTable(database, table);
+    QString table = tableName();
+    Velm::ErrorStatus status = openForWriting(database);
+    if (status == Velm::VelmOk)
+        status = storedTable(database, table);
     if (status != Velm::VelmOk)
         return status;
     const HostCallsLater untilCommitted;

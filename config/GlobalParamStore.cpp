@@ -147,29 +147,38 @@ bool GlobalParamStore::saveForUser(const json::Value& changes, const json::Value
 {
     const HostCallsLater untilCommitted;
     CVelmSaveUserData& data = *m_userData();
-    QString stored;
-    QString shipped;
-    if (!data.readUserInput(key(), nameOfUser(), stored))
-        return false;
-    // Before the user's store is locked: the other database may keep one waiting.
-    const bool hadCopy = isObject(stored);
-    if (!hadCopy && !readShipped(shipped))
-        return false;
-    WriteTransaction transaction(data.m_database);
-    if (transaction.error().isValid() || !data.readUserInput(key(), nameOfUser(), stored))
-        return false;
-    const bool hasCopy = isObject(stored);
-    if (!hasCopy && hadCopy)
-        return false;  // gone within this moment, and the shipped default was not read
-    text = mergedText({stored, m_text, shipped}, changes, record);
-    if (hasCopy && changes.ObjectEmpty() && !record.IsObject())
-        text = stored;
-    if (text == stored)
-        return true;
+    std::optional<QString> shipped;
+    for (;;) {
+        if (!data.isReady())
+            return false;
+        WriteTransaction transaction(data.m_database);
+        QString stored;
+        if (transaction.error().isValid() || !data.readUserInput(key(), nameOfUser(), stored))
+            return false;
+        const bool hasCopy = isObject(stored);
+        if (hasCopy || shipped) {
+            text = hasCopy && changes.ObjectEmpty() && !record.IsObject()
+                       ? stored
+                       : mergedText({stored, m_text, shipped.value_or(QString())}, changes, record);
+            return text == stored
+                   || (store(stored, hasCopy, text) && !transaction.commit().isValid());
+        }
+        // Not while the user's store is locked: the other database may keep one waiting.
+        transaction.rollBack();
+        shipped.emplace();
+        if (!readShipped(*shipped))
+            return false;
+    }
+}
+
+/// Puts @p text in place of what is stored, and keeps that if it is no object.
+bool GlobalParamStore::store(const QString& stored, bool hasCopy, const QString& text)
+{
+    CVelmSaveUserData& data = *m_userData();
     const QString unreadable = nameOfUser() + QStringLiteral(".unreadable");
-    if (!hasCopy && !stored.isEmpty() && !data.putUserInput(key(), unreadable, escaped(stored)))
-        return false;
-    return data.putUserInput(key(), nameOfUser(), text) && !transaction.commit().isValid();
+    const bool isKept =
+        hasCopy || stored.isEmpty() || data.putUserInput(key(), unreadable, escaped(stored));
+    return isKept && data.putUserInput(key(), nameOfUser(), text);
 }
 
 bool GlobalParamStore::saveAsDefault(const QString& userText)

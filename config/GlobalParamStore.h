@@ -47,6 +47,7 @@ private:
     /// @p record is null to store the changes alone. @p text is the user's record as it is stored
     /// then.
     bool saveForUser(const json::Value& changes, const json::Value& record, QString& text);
+    bool store(const QString& stored, bool hasCopy, const QString& text);
     bool saveAsDefault(const QString& userText);
 
     CVelmSaveUserData* (*m_userData)();

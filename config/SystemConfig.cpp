@@ -16,6 +16,14 @@ Velm::ErrorStatus openPipeConfig(CVelmDatabase& database)
     return openConfigDatabase(database, CVelmSystemGlobal::Instance()->getPipeConfigDb());
 }
 
+Velm::ErrorStatus openForWriting(CVelmDatabase& database)
+{
+    const Velm::ErrorStatus status = openSystemConfig(database);
+    if (status == Velm::VelmOk)
+        distrustSchema(database);
+    return status;
+}
+
 Velm::ErrorStatus storedTable(const CVelmDatabase& database, QString& table)
 {
     const ConfigTable found = findConfigTable(database.getQSqlDatabase(), table);
@@ -28,7 +36,7 @@ Velm::ErrorStatus storedTable(const CVelmDatabase& database, QString& table)
 Velm::ErrorStatus writeSystemConfig(QString table, const Record& values, const Record& where)
 {
     CVelmDatabase database;
-    Velm::ErrorStatus status = openSystemConfig(database);
+    Velm::ErrorStatus status = openForWriting(database);
     if (status == Velm::VelmOk)
         status = storedTable(database, table);
     return status == Velm::VelmOk
@@ -39,7 +47,7 @@ Velm::ErrorStatus writeSystemConfig(QString table, const Record& values, const R
 Velm::ErrorStatus deleteFromSystemConfig(QString table, const Record& where)
 {
     CVelmDatabase database;
-    Velm::ErrorStatus status = openSystemConfig(database);
+    Velm::ErrorStatus status = openForWriting(database);
     if (status == Velm::VelmOk)
         status = storedTable(database, table);
     if (status == Velm::VelmTableNotExist)

@@ -17,6 +17,9 @@ namespace velm::detail {
 /// @return VelmOk; VelmDatabaseOpenFailed, also if it does not exist
 Velm::ErrorStatus openSystemConfig(CVelmDatabase& database);
 
+/// The same for a database that is to be changed: code in its schema is not trusted.
+Velm::ErrorStatus openForWriting(CVelmDatabase& database);
+
 /// Opens the pipe configuration database in the same way.
 Velm::ErrorStatus openPipeConfig(CVelmDatabase& database);
 

@@ -27,11 +27,6 @@ QString refusalOf(const QString& path)
     return QString();
 }
 
-void distrustSchema(const QSqlDatabase& database)
-{
-    execute(database, QStringLiteral("pragma trusted_schema=off"));
-}
-
 QString asLiteral(QString text)
 {
     return QLatin1Char('\'') + text.replace(QLatin1Char('\''), QLatin1String("''"))
@@ -67,9 +62,7 @@ Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& pat
         return Velm::VelmDatabaseOpenFailed;
     }
     const Velm::ErrorStatus status = database.initDatabase(path, QString());
-    if (status == Velm::VelmOk)
-        distrustSchema(database.getQSqlDatabase());
-    else
+    if (status != Velm::VelmOk)
         why = database.getQSqlDatabase().lastError().text();
     return status;
 }
@@ -80,42 +73,29 @@ Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& pat
     return openConfigDatabase(database, path, why);
 }
 
-bool openConfigConnection(QSqlDatabase& connection)
-{
-    const QString path = connection.databaseName();
-    const QString why = refusalOf(path);
-    if (why.isEmpty() && (connection.isOpen() || connection.open())) {
-        distrustSchema(connection);
-        return true;
-    }
-    VELM_WARN(cannotOpen(path, why.isEmpty() ? connection.lastError() : sqlFailure(why)));
-    return false;
-}
-
 ConfigTable findConfigTable(const QSqlDatabase& database, const QString& name)
 {
-    Record found;
-    ReadOutcome outcome = readFirstRecord(
-        database,
-        QStringLiteral("select name, type, rootpage, sql from sqlite_master where name = ")
-            + asLiteral(name) + QStringLiteral(" collate nocase and type in ('table', 'view')"),
-        found);
-    if (outcome.isComplete() && found.isEmpty())
-        return {Velm::VelmTableNotExist, name, QStringLiteral("no such table")};
-    const QString stored = found.value(QStringLiteral("NAME")).toString();
-    // Views have no page of their own, nor have virtual tables.
+    QSqlQuery found = forwardQuery(database);
+    QSqlError error =
+        execute(found, QStringLiteral("select name, rootpage, sql from sqlite_master where name = ")
+                           + asLiteral(name)
+                           + QStringLiteral(" collate nocase and type in ('table', 'view')"));
+    if (!error.isValid() && !found.next()) {
+        error = found.lastError();
+        if (!error.isValid())
+            return {Velm::VelmTableNotExist, name, QStringLiteral("no such table")};
+    }
+    if (error.isValid())
+        return {Velm::VelmSqlExecFailed, name, describe(error)};
+    const QString stored = found.value(0).toString();
+    if (found.value(1).toLongLong() <= 0)  // no page of its own
+        return {Velm::VelmTableNotExist, stored, QStringLiteral("a view in its place")};
     bool computed = false;
-    const bool isStored = found.value(QStringLiteral("ROOTPAGE")).toLongLong() > 0;
-    if (outcome.isComplete() && isStored)
-        outcome =
-            isComputed(database, stored, found.value(QStringLiteral("SQL")).toString(), computed);
-    if (!outcome.isComplete())
-        return {Velm::VelmSqlExecFailed, name, describe(outcome.error)};
-    if (isStored && !computed)
-        return {Velm::VelmOk, stored, QString()};
-    return {Velm::VelmTableNotExist, stored,
-            computed ? QStringLiteral("columns are computed")
-                     : QStringLiteral("a view in its place")};
+    error = isComputed(database, stored, found.value(2).toString(), computed).error;
+    if (error.isValid())
+        return {Velm::VelmSqlExecFailed, stored, describe(error)};
+    return {computed ? Velm::VelmTableNotExist : Velm::VelmOk, stored,
+            computed ? QStringLiteral("columns are computed") : QString()};
 }
 
 Velm::ErrorStatus readConfigRow(const CVelmDatabase& database, const QString& table,
@@ -136,6 +116,11 @@ Velm::ErrorStatus readConfigRow(const CVelmDatabase& database, const QString& ta
                         row);
     keep(outcome);
     return outcome.isComplete() ? Velm::VelmOk : Velm::VelmSqlExecFailed;
+}
+
+void distrustSchema(const CVelmDatabase& database)
+{
+    execute(database.getQSqlDatabase(), QStringLiteral("pragma trusted_schema=off"));
 }
 
 Record withoutNullTexts(Record values)

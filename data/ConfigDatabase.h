@@ -12,15 +12,11 @@ class CVelmDatabase;
 namespace velm::detail {
 
 /// Opens a configuration database by its configured path. A missing file is a failure and does not
-/// come into being, empty, by being asked; so is one of more than 1 GiB. Functions in the schema of
-/// the file that could do harm are off. Whether the file can be read, the first statement tells.
-/// Why it cannot be opened is logged.
+/// come into being, empty, by being asked; so is one of more than 1 GiB. Whether the file can be
+/// read, the first statement tells. Why it cannot be opened is logged.
 /// @return VelmOk; VelmDatabaseOpenFailed, then @p why tells
 Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& path, QString& why);
 Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& path);
-
-/// The same for a connection of Qt that names its SQLite file already. Whether it is open.
-bool openConfigConnection(QSqlDatabase& connection);
 
 /// A table of a configuration database as it is found there.
 struct ConfigTable
@@ -40,6 +36,10 @@ ConfigTable findConfigTable(const QSqlDatabase& database, const QString& name);
 /// @return VelmOk; VelmSqlExecFailed if it cannot be read, then @p row stays
 Velm::ErrorStatus readConfigRow(const CVelmDatabase& database, const QString& table,
                                 const Record& where, Record& row);
+
+/// Turns off, before something is written, the functions that could do harm in triggers and the
+/// like of the file's schema. Reading runs none: only stored columns of tables are read.
+void distrustSchema(const CVelmDatabase& database);
 
 /// What stands for @p values in the configuration, where no text is null: a null code is the empty
 /// code.

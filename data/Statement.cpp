@@ -2,6 +2,7 @@
 
 #include <QMutex>
 #include <QMutexLocker>
+#include <QSqlDriver>
 
 namespace velm::detail {
 
@@ -26,12 +27,14 @@ QVariant bindable(const QVariant& value)
     return value.userType() == QMetaType::Float && !value.isNull() ? value.toDouble() : value;
 }
 
-/// An error that @p sql cannot be run for; none if it can.
-QSqlError refusal(const QString& sql)
+/// Why a statement is not handed to the driver; no error if it is.
+QSqlError refusal(const QSqlQuery& query, const QString& sql)
 {
-    if (!sql.contains(QChar::Null))
-        return QSqlError();
-    return sqlFailure(QStringLiteral("a statement cannot hold a NUL character"));
+    if (!query.driver()->isOpen())
+        return sqlFailure(QStringLiteral("the database is not open"));
+    if (sql.contains(QChar::Null))
+        return sqlFailure(QStringLiteral("a statement cannot hold a NUL character"));
+    return QSqlError();
 }
 
 }  // namespace
@@ -47,15 +50,11 @@ QSqlQuery forwardQuery(const QSqlDatabase& database)
 
 QSqlError execute(QSqlQuery& query, const QString& sql)
 {
-    QSqlError error = refusal(sql);
-    if (error.isValid() || query.exec(sql))
-        return error;
-    error = query.lastError();
-    if (error.isValid())
-        return error;
-    // A query without a database has no error of its own.
-    return sqlFailure(error.text().isEmpty() ? QStringLiteral("the database is not open")
-                                             : error.text());
+    const QSqlError refused = refusal(query, sql);
+    if (refused.isValid() || query.exec(sql))
+        return refused;
+    const QSqlError error = query.lastError();
+    return error.isValid() ? error : sqlFailure(error.text());
 }
 
 QSqlError execute(const QSqlDatabase& database, const QString& sql)
@@ -73,7 +72,7 @@ Velm::ErrorStatus runStatement(QSqlQuery& query, const QString& sql)
 
 Velm::ErrorStatus runBound(QSqlQuery& query, const QString& sql, const QVariantList& values)
 {
-    const QSqlError refused = refusal(sql);
+    const QSqlError refused = refusal(query, sql);
     if (refused.isValid())
         return keepResult(refused);
     bool succeeded = query.prepare(sql);

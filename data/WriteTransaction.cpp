@@ -1,16 +1,27 @@
 #include "data/WriteTransaction.h"
 
-#include "data/Statement.h"
+#include "data/RowReading.h"
+
+#include <QDeadlineTimer>
+#include <QRandomGenerator>
+#include <QThread>
 
 #include <new>
 
 namespace velm::detail {
 
+namespace {
+
+constexpr int kShortestPauseUs = 500;
+constexpr int kLongestPauseUs = 5000;
+
+}  // namespace
+
 WriteTransaction::WriteTransaction(const QSqlDatabase& database) : m_database(database)
 {
     if (database.driverName() != QLatin1String("QSQLITE"))
         return;
-    m_error = run("begin immediate");
+    m_error = begin();
     if (!m_error.isValid()) {
         m_kind = Kind::Own;
     } else if (!isLock(m_error)) {  // there may be a transaction already, begun by whatever text
@@ -27,6 +38,23 @@ WriteTransaction::~WriteTransaction()
     } catch (const std::bad_alloc&) {
         m_kind = Kind::None;  // the end of the connection rolls back
     }
+}
+
+/// Takes the write lock. SQLite itself asks for it ever more seldom, every 100 ms in the end, and
+/// so hardly gets it where several programs write one after the other.
+QSqlError WriteTransaction::begin() const
+{
+    QVariant patienceMs;
+    readFirstValue(m_database, QStringLiteral("pragma busy_timeout"), patienceMs);
+    const QDeadlineTimer deadline(patienceMs.toInt());
+    run("pragma busy_timeout=0");
+    QSqlError error = run("begin immediate");
+    while (isLock(error) && !deadline.hasExpired()) {
+        QThread::usleep(QRandomGenerator::global()->bounded(kShortestPauseUs, kLongestPauseUs));
+        error = run("begin immediate");
+    }
+    execute(m_database, QStringLiteral("pragma busy_timeout=%1").arg(patienceMs.toInt()));
+    return error;
 }
 
 QSqlError WriteTransaction::commit()

@@ -26,6 +26,9 @@ public:
     /// rolled back. @return no error, or what went wrong
     QSqlError commit();
 
+    /// Takes the changes back before the end of its scope.
+    void rollBack();
+
     /// Whether SQLite has rolled everything back by itself, as it does when a disk is full. To be
     /// asked after a statement that failed: what comes then would count at once.
     bool isLost();
@@ -38,8 +41,8 @@ private:
         Part
     };
 
+    QSqlError begin() const;
     QSqlError run(const char* sql) const;
-    void rollBack();
 
     QSqlDatabase m_database;
     Kind m_kind = Kind::None;

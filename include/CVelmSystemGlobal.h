@@ -72,7 +72,7 @@ public:
     bool getDataFormat(const QString& name, VelmDataFormat& format);
 
     /// Sets what gets the lines of Qt's log, in place of an earlier one; null drops them. It gets
-    /// one line at a time from whichever thread logs, and must not log through Qt itself.
+    /// one line at a time from whichever thread logs; what it logs itself through Qt is dropped.
     void installMessageHandler(void (*handler)(const QString&));
 
     /// Starts another program, found on PATH unless @p program is a path. It goes on when the wait

@@ -132,6 +132,29 @@ TEST_F(DatabaseFile, ReplacesATableOrTellsThatRowsAreMissing)
     EXPECT_EQ(database.writeTable(u"无"_s, rows), Velm::VelmWriteTableFailed);
 }
 
+TEST_F(DatabaseFile, KeepsTheOldRowsOfATableThatCannotBeReplaced)
+{
+    execute(u"create table once (编号 integer primary key on conflict rollback, 值)"_s);
+    const Rows old{row(1, u"a"_s), row(2, u"b"_s)};
+    ASSERT_EQ(database.writeTable(u"once"_s, old), Velm::VelmOk);
+    EXPECT_EQ(database.writeTable(u"once"_s, {row(5, 0), row(5, 0), row(6, 0)}),
+              Velm::VelmSqlExecFailed)
+        << "the second row makes SQLite roll back";
+    execute(u"create trigger t before delete on once begin select raise(fail, 'kept'); end"_s);
+    EXPECT_EQ(database.writeTable(u"once"_s, {row(7, 0)}), Velm::VelmSqlExecFailed);
+    EXPECT_EQ(database.getLastErrorText().section(u' ', 0, 0), u"kept"_s);
+    EXPECT_EQ(database.readTable(u"once"_s), old);
+}
+
+TEST_F(DatabaseFile, RefusesStatementsWithANul)
+{
+    const QString nul = u"a"_s + QChar::Null + u"b"_s;
+    ASSERT_EQ(database.writeTable(kTable, {row(1, u"x"_s), row(2, u"y"_s)}), Velm::VelmOk);
+    EXPECT_EQ(database.updataRecord(kTable, {{kValue, nul}}, {{kKey, 1}}), Velm::VelmSqlExecFailed);
+    EXPECT_EQ(database.deleteRecord(kTable, {{kValue, nul}}), Velm::VelmSqlExecFailed);
+    EXPECT_EQ(database.readTable(kTable), (Rows{row(1, u"x"_s), row(2, u"y"_s)}));
+}
+
 TEST_F(DatabaseFile, ShowsATransactionToOthersWhenItEnds)
 {
     CVelmDatabase other;

@@ -72,6 +72,9 @@ TEST_F(UserData, TellsOnceThatItsFileCannotBeOpened)
     EXPECT_EQ(m_boxes.take(), QString());
     EXPECT_FALSE(data->setPathRecord(u"t"_s, u"n"_s, u"v"_s));
     EXPECT_EQ(m_boxes.take(), u"40010 错误: 文件未打开，写入数据失败！！！"_s);
+    ASSERT_TRUE(QDir().rmdir(file()));
+    EXPECT_TRUE(data->setPathRecord(u"t"_s, u"n"_s, u"v"_s)) << "is tried again";
+    EXPECT_EQ(data->pathRecord(u"t"_s, u"n"_s), u"v"_s);
 }
 
 namespace {
@@ -209,6 +212,36 @@ TEST_F(GlobalParam, KeepsTheRecordOfAUserThatCannotBeReadNow)
     EXPECT_EQ(stored(), u"{\"Mine\":1}"_s);
     EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
     EXPECT_EQ(stored(), u"{\"Mine\":1,\"SortRule\":{\"SortMode\":5}}"_s);
+}
+
+TEST_F(GlobalParam, SavesTheWholeRecordForTheHost)
+{
+    ship(u"{\"SortRule\":{\"SortMode\":3}}"_s);
+    store(u"{\"Mine\":1,\"SortRule\":7,\"CommandInfo\":{\"SaveDwgVersion\":31}}"_s);
+    m_param.m_drawModeParam.m_DrawMode = 2;
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Record));
+    EXPECT_TRUE(stored().startsWith(u"{\"Mine\":1,\"SortRule\":{\"SortMode\":0,\"SortType\":0,"_s))
+        << stored().toStdString();
+    VelmGlobalParam read;
+    EXPECT_TRUE(GlobalParamStore(sharedUserData).load(read));
+    EXPECT_EQ(read.m_drawModeParam.m_DrawMode, 2);
+    EXPECT_EQ(read.m_commandInfo.m_SaveDwgVersion, 31) << "stored, and not changed here";
+    const auto keys = velm::detail::json::toDocument(m_param).MemberCount();
+    EXPECT_EQ(velm::detail::json::parse(stored()).MemberCount(), keys + 1) << "and \"Mine\"";
+}
+
+TEST_F(GlobalParam, AreNotWrittenWhereTheShippedDefaultCannotBeRead)
+{
+    writeFile(u"config/peltaconfig.db"_s, QByteArray(2000, 'x'));
+    m_param.m_sortRule.m_SortMode = 5;
+    for (const Extent extent : {Extent::Changes, Extent::Record})
+        EXPECT_FALSE(m_store.save(m_param, false, extent));
+    EXPECT_EQ(stored(), QString());
+    EXPECT_FALSE(m_store.load(m_param));
+    EXPECT_EQ(m_param.m_sortRule.m_SortMode, 5);
+    ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes)) << "nothing is shipped";
+    EXPECT_EQ(stored(), u"{\"SortRule\":{\"SortMode\":5}}"_s);
 }
 
 TEST(GlobalParamKeys, AreThoseOfTheSampleSet)

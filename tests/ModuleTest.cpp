@@ -11,6 +11,9 @@
 #include <QFile>
 #include <QThread>
 
+#include <thread>
+#include <vector>
+
 namespace {
 
 /// A host in a folder of its own, with a copy of the library and what lies beside it.
@@ -29,6 +32,9 @@ protected:
                 << name.toStdString();
     }
     void bringAll() { bring({hostName(), libraryName(), kBundle, kCompanion}); }
+
+    /// The store of the user beside the host.
+    static QString storeName() { return hostName().remove(u".exe"_s) + u".dat"_s; }
 
     ChildAnswer host(const QStringList& arguments, bool startsItself = false)
     {
@@ -89,6 +95,31 @@ TEST_F(ModuleTest, LosesNoRecordWhenItIsKilledWhileSaving)
         EXPECT_EQ(symbol.size(), 100000);
         EXPECT_EQ(symbol, QString(100000, symbol.isEmpty() ? QChar() : symbol.at(0)));
     }
+}
+
+TEST_F(ModuleTest, LosesNoSettingOfEightProgramsThatSaveAtATime)
+{
+    bringAll();
+    std::vector<std::thread> programs;
+    for (int i = 0; i < 8; ++i)
+        programs.emplace_back([this, i] {
+            EXPECT_EQ(host({u"set-often"_s, QString::number(i)}).exitCode, 0) << i;
+        });
+    for (std::thread& program : programs)
+        program.join();
+    EXPECT_EQ(host({u"show-numbers"_s}).output, u"140 240 340 440 540 640 740 840"_s);
+    EXPECT_EQ(querySql(u"select count(*) || ' ' || count(distinct 名称) from UserInput"_s,
+                       u"宿主/"_s + storeName()),
+              QStringList{u"41 41"_s})
+        << "one row for each name, whoever came first";
+}
+
+TEST_F(ModuleTest, LetsTheHostAskBackWhileItMakesWhatWasAskedFor)
+{
+    bringAll();
+    ASSERT_TRUE(QDir().mkpath(hostFolder() + QLatin1Char('/') + storeName()));
+    EXPECT_EQ(host({u"ask-back"_s}).output, u"line\nline\nline\nbox"_s)
+        << "two databases and the store cannot be opened";
 }
 
 TEST_F(ModuleTest, HandsNoFatalMessageOn)

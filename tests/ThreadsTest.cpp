@@ -1,5 +1,6 @@
 #include "CVelmCalculate.h"
 #include "CVelmConfigManager.h"
+#include "CVelmDatabase.h"
 #include "CVelmEvent.h"
 #include "CVelmFilePath.h"
 #include "CVelmFindFile.h"
@@ -8,6 +9,7 @@
 #include "CVelmSaveUserData.h"
 #include "CVelmSystemGlobal.h"
 
+#include "support/TemporaryRoot.h"
 #include "support/Text.h"
 
 #include <gtest/gtest.h>
@@ -55,6 +57,72 @@ TEST(Threads, MeetAtOneInstance)
     EXPECT_EQ(gather([] { return CVelmObjectManager::Instance(); }).size(), 1U);
     EXPECT_EQ(gather([] { return CVelmReadGlobaldefinesTable::Instance(); }).size(), 1U);
     EXPECT_EQ(gather([] { return CVelmSaveUserData::Instance(); }).size(), 1U);
+}
+
+namespace {
+
+constexpr char16_t kCreate[] = u"create table T (a integer primary key, b text)";
+
+/// Replaces, inserts and updates the rows of a file of its own again and again.
+int failuresOnOwnFile(const QString& file)
+{
+    CVelmDatabase database;
+    int failures = database.initDatabase(file, QString()) == Velm::VelmOk ? 0 : 1;
+    failures += database.executeSql(QString::fromUtf16(kCreate)) == Velm::VelmOk ? 0 : 1;
+    QVector<QMap<QString, QVariant>> rows;
+    for (int i = 0; i < 100; ++i)
+        rows.append({{u"a"_s, i}, {u"b"_s, u"测绘"_s}});
+    for (int round = 0; round < 10; ++round) {
+        failures += database.writeTable(u"T"_s, rows) == Velm::VelmOk ? 0 : 1;
+        for (int i = 0; i < 100; ++i)
+            failures += database.updataRecord(u"T"_s, {{u"b"_s, i}}, {{u"a"_s, 50 + i}}) ? 1 : 0;
+    }
+    return failures + (database.recordCount(u"T"_s, {}) == 150 ? 0 : 1);
+}
+
+/// Meets the lock of another connection, and tables that are missing, without end.
+void failUntil(const std::atomic<bool>& ended, const QString& file)
+{
+    CVelmDatabase owner;
+    CVelmDatabase database;
+    owner.initDatabase(file, QString());
+    owner.executeSql(QString::fromUtf16(kCreate));
+    owner.executeSql(u"begin exclusive"_s);
+    database.initDatabase(file, QString());
+    database.executeSql(u"pragma busy_timeout = 0"_s);
+    while (!ended) {
+        database.writeTable(u"T"_s, {{{u"a"_s, 1}}});
+        database.updataRecord(u"none"_s, {{u"b"_s, 1}}, {{u"a"_s, 1}});
+    }
+}
+
+using ThreadsOnFiles = TemporaryRoot;
+
+}  // namespace
+
+TEST_F(ThreadsOnFiles, AreNotDisturbedByFailuresOnAnotherFile)
+{
+    runSql({u"create table globaldefines (key text, value text)"_s});
+    std::atomic<bool> ended{false};
+    std::thread failing([&] { failUntil(ended, path(u"locked.db"_s)); });
+    std::atomic<int> failures{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 2; ++i)
+        threads.emplace_back([&, i] { failures += failuresOnOwnFile(path(u"own%1.db"_s.arg(i))); });
+    threads.emplace_back([&] {
+        for (int i = 0; i < 200; ++i)
+            failures += CVelmReadGlobaldefinesTable::Instance()->set_value(u"k%1"_s.arg(i % 50),
+                                                                           QString::number(i))
+                            ? 1
+                            : 0;
+    });
+    for (std::thread& thread : threads)
+        thread.join();
+    ended = true;
+    failing.join();
+    EXPECT_EQ(failures, 0);
+    EXPECT_EQ(querySql(u"select count(*) || ' ' || sum(value) from globaldefines"_s),
+              QStringList{u"50 8725"_s});  // 150 + ... + 199
 }
 
 namespace {

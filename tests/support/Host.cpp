@@ -2,7 +2,9 @@
 // processes: run as "host COMMAND [ARGUMENT...]", often as a copy in another folder. It prints
 // UTF-8.
 
+#include "CVelmConfigManager.h"
 #include "CVelmMessage.h"
+#include "CVelmSaveUserData.h"
 #include "CVelmSystemGlobal.h"
 #include "VelmGlobalParam.h"
 
@@ -84,6 +86,59 @@ int saveForEver(const QStringList&)
     }
 }
 
+/// Sets one of eight parameters and one value of the store 40 times, beside others that do the
+/// same.
+int setOften(const QStringList& arguments)
+{
+    VelmGlobalParam& param = g_VelmGlobalParam;
+    int* const numbers[] = {
+        &param.m_sortRule.m_SortMode,          &param.m_sortRule.m_SortType,
+        &param.m_sortRule.m_SortPoint,         &param.m_sortRule.m_SortDir1,
+        &param.m_sortRule.m_SortDir2,          &param.m_sortRule.m_DrawDirection,
+        &param.m_commandInfo.m_SaveDwgVersion, &param.m_drawModeParam.m_DrawMode};
+    const int which = arguments.value(0).toInt();
+    for (int i = 1; i <= 40; ++i) {
+        *numbers[which] = 100 * (which + 1) + i;
+        if (!system().saveGlobalParam(false)
+            || !CVelmSaveUserData::Instance()->setUserInput(
+                QStringLiteral("t"), QStringLiteral("n%1").arg(i), QString::number(which)))
+            return 1;
+    }
+    return 0;
+}
+
+int showNumbers(const QStringList&)
+{
+    system().initGlobalParam();
+    const VelmGlobalParam& param = g_VelmGlobalParam;
+    const VelmSortRule& rule = param.m_sortRule;
+    print(QStringLiteral("%1 %2 %3 %4 %5 %6 %7 %8")
+              .arg(rule.m_SortMode)
+              .arg(rule.m_SortType)
+              .arg(rule.m_SortPoint)
+              .arg(rule.m_SortDir1)
+              .arg(rule.m_SortDir2)
+              .arg(rule.m_DrawDirection)
+              .arg(param.m_commandInfo.m_SaveDwgVersion)
+              .arg(param.m_drawModeParam.m_DrawMode));
+    return 0;
+}
+
+/// Asks for objects of the library from what the library calls while it makes them.
+int askBack(const QStringList&)
+{
+    CVelmMessage::installPresenter([](const QString&, const QString&, unsigned int, HWND) {
+        print(CVelmSaveUserData::Instance() ? QStringLiteral("box") : QString());
+        return 1;
+    });
+    system().installMessageHandler([](const QString&) {
+        print(CVelmConfigManager::Instance() ? QStringLiteral("line") : QString());
+    });
+    CVelmConfigManager::Instance();
+    CVelmSaveUserData::Instance();
+    return 0;
+}
+
 QSemaphore inCallback;
 
 /// Ends the process while another thread is in the handler of messages, and has its lock.
@@ -134,13 +189,11 @@ struct Command
 };
 
 constexpr Command kCommands[] = {
-    {"start", start},
-    {"set", set},
-    {"show", show},
-    {"save-for-ever", saveForEver},
-    {"end-with-lock", endWithLock},
-    {"fatal", fatal},
-    {"echo", echo},
+    {"start", start},        {"set", set},
+    {"show", show},          {"save-for-ever", saveForEver},
+    {"set-often", setOften}, {"show-numbers", showNumbers},
+    {"ask-back", askBack},   {"end-with-lock", endWithLock},
+    {"fatal", fatal},        {"echo", echo},
     {"echo-late", echoLate},
 };
 

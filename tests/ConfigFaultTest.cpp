@@ -1,0 +1,246 @@
+#include "CVelmAreaLine.h"
+#include "CVelmAttribute.h"
+#include "CVelmConfigManager.h"
+#include "CVelmDatabase.h"
+#include "CVelmIndex.h"
+#include "CVelmReadGlobaldefinesTable.h"
+#include "CVelmRecordManager.h"
+#include "CVelmTBLManager.h"
+#include "CVelmWork.h"
+
+#include "support/LogLines.h"
+#include "support/Printers.h"
+#include "support/Records.h"
+#include "support/TemporaryRoot.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <future>
+
+namespace {
+
+const QString kDefinitions =
+    u"create table globaldefines (key text, value text); "
+    "create table indexini (code text, name text, ltype text, width real, [table] text, "
+    "usecode text); "
+    "create table IndexiniExtend (code text, exttable text); "
+    "create table Workdef (code text, layer text, enttype int, par1 text, par2 text, text text, "
+    "color int); "
+    "create table QuobAreaLine (CODE text, LINEWIDTH real, ENTTYPE text, ANNRULE text, AREARULE "
+    "text, GROUPNAME text, LINETYPESCALE real, HATCHCOLOR int, HATCHBKCOLOR int); "
+    "create table Attributetable ([TABLE] text, TEXT text, GISTABLE text, TYPE int); "
+    "create table Attributefield ([TABLE] text, NAME text); "
+    "create table VelmCmdSetting (CmdName text, CmdText text); "
+    "create table RecordConfig (CODE text); create table RecordConfigType (CODE text)"_s;
+const QString kPipeDefinitions =
+    u"create table SYS_DICTIONARY (NAME text, LISTVALUE text); "
+    "create table SYS_GISTABLE (LAYERNAME text); create table SYS_ATTRIBUTEDEF (TABLENAME text); "
+    "create table PIP_SysConfig (FIELDTYPE int, FIELDNAME text)"_s;
+const QString kPipe = u"config/PipeConfig.db"_s;
+
+/// The configuration manager on a configuration with all tables and one code, "A".
+class ConfigFault : public TemporaryRoot
+{
+protected:
+    ConfigFault()
+    {
+        runSql(kDefinitions.split(u';'));
+        runSql(kPipeDefinitions.split(u';'), kPipe);
+        runSql({u"insert into indexini (code, name) values ('A', 'first')"_s,
+                u"insert into Workdef (code, layer) values ('A', 'L')"_s,
+                u"insert into QuobAreaLine (CODE, GROUPNAME) values ('A', 'G')"_s});
+    }
+
+    QString file() const { return path(u"config/peltaconfig.db"_s); }
+
+    /// How many codes, layers and area lines are loaded.
+    QString loaded() const
+    {
+        QString layer;
+        return u"%1 %2 %3"_s.arg(m_manager->GetVelmIndex()->getIndexMap().size())
+            .arg(m_manager->GetVelmWork()->get_layer(u"A"_s, layer, false) == Velm::VelmOk)
+            .arg(m_manager->GetVelmAreaLine()->GetAllAreaLineArray().size());
+    }
+
+    CVelmConfigManager* const m_manager = CVelmConfigManager::Instance();
+    LogLines m_log;
+};
+
+struct LoadCase
+{
+    const char* name;
+    void (*breakIt)(const QString& root);
+    bool answer;
+    const char* loaded;   ///< codes, layer, area lines
+    const char* problem;  ///< all that is told, without the text of the driver
+};
+
+class LoadFault : public ConfigFault, public testing::WithParamInterface<LoadCase>
+{};
+
+void execute(const QString& file, const char* sql)
+{
+    CVelmDatabase database;
+    ASSERT_EQ(database.initDatabase(file, QString()), Velm::VelmOk);
+    for (const QString& statement : QString::fromUtf8(sql).split(u';'))
+        ASSERT_EQ(database.executeSql(statement), Velm::VelmOk) << statement.toStdString();
+}
+
+void overwrite(const QString& file, qint64 position, const QByteArray& bytes)
+{
+    QFile broken(file);
+    ASSERT_TRUE(broken.open(QIODevice::ReadWrite) && broken.seek(position));
+    ASSERT_EQ(broken.write(bytes), bytes.size());
+}
+
+VelmAreaLineItem areaLine(const QString& code)
+{
+    VelmAreaLineItem item;
+    item.code = code;
+    item.groupname = code;
+    return item;
+}
+
+}  // namespace
+
+TEST_P(LoadFault, IsToldAndLeavesWhatCannotBeReadEmpty)
+{
+    const LoadCase& c = GetParam();
+    c.breakIt(path(u"config/"_s));
+    m_log.take();
+    EXPECT_EQ(m_manager->flushVelmConfig(), c.answer);
+    EXPECT_EQ(loaded(), QLatin1String(c.loaded));
+    const QStringList problems = m_manager->loadProblems();
+    const QString expected = QString::fromUtf8(c.problem);
+    EXPECT_EQ(problems.size(), expected.isEmpty() ? 0 : 1) << problems.join(u'\n').toStdString();
+    EXPECT_EQ(problems.value(0).left(expected.size()), expected);
+    EXPECT_EQ(m_log.take().size(), problems.size()) << "a line in the log for each";
+}
+INSTANTIATE_TEST_SUITE_P(
+    Databases, LoadFault,
+    testing::Values(
+        LoadCase{"None", [](const QString&) {}, true, "1 1 1", ""},
+        LoadCase{"MissingFile", [](const QString& c) { QFile::remove(c + u"peltaconfig.db"_s); },
+                 false, "0 0 0", "peltaconfig.db: no such file"},
+        LoadCase{"MissingPipe", [](const QString& c) { QFile::remove(c + u"PipeConfig.db"_s); },
+                 true, "1 1 1", "PipeConfig.db: no such file"},
+        LoadCase{
+            "NoDatabase",
+            [](const QString& c) { overwrite(c + u"peltaconfig.db"_s, 0, QByteArray(4000, 'x')); },
+            false, "0 0 0", "peltaconfig.db: not a database: "},
+        LoadCase{"MissingTable",
+                 [](const QString& c) { execute(c + u"peltaconfig.db"_s, "drop table Workdef"); },
+                 true, "1 0 1", "peltaconfig.db, table \"workdef\": no such table"},
+        LoadCase{"EndlessView",
+                 [](const QString& c) {
+                     execute(c + u"peltaconfig.db"_s,
+                             "drop table indexini; create view INDEXINI as with recursive n(i) as "
+                             "(select 1 union all select i + 1 from n) select i as code from n");
+                 },
+                 true, "0 1 1", "peltaconfig.db, table \"indexini\": a view in its place"},
+        LoadCase{"ComputedColumn",
+                 [](const QString& c) {
+                     execute(c + u"peltaconfig.db"_s,
+                             "alter table Workdef add column x as (zeroblob(1000000000))");
+                 },
+                 true, "1 0 1", "peltaconfig.db, table \"workdef\": columns are computed"},
+        LoadCase{"DamagedPage",
+                 [](const QString& c) {
+                     execute(c + u"peltaconfig.db"_s,
+                             "with recursive n(i) as (select 1 union all select i + 1 from n where "
+                             "i < 9000) insert into indexini (code, name) select i, 'abcdefgh' "
+                             "from n");
+                     const qint64 end = QFile(c + u"peltaconfig.db"_s).size();
+                     overwrite(c + u"peltaconfig.db"_s, end - 50000, QByteArray(30000, '\xff'));
+                 },
+                 true, "0 1 1", "peltaconfig.db, table \"indexini\": reading broke off: damaged"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(ConfigFault, NothingIsWrittenOrAnsweredUnderTheLockOfAnotherProgram)
+{
+    runSql({u"insert into globaldefines values ('k', 'v')"_s});
+    ASSERT_TRUE(m_manager->flushVelmConfig());
+    CVelmDatabase other;
+    ASSERT_EQ(other.initDatabase(file(), QString()), Velm::VelmOk);
+    ASSERT_EQ(other.executeSql(u"begin exclusive"_s), Velm::VelmOk);
+
+    // All at the same time: each waits for seconds.
+    const auto at = std::launch::async;
+    VelmIndexItem changed;
+    changed.code = u"A"_s;
+    const VelmAreaLineItem area = areaLine(u"B"_s);
+    auto index = std::async(at, [&] { return m_manager->GetVelmIndex()->addItem(changed); });
+    auto areas = std::async(at, [&] {
+        return m_manager->GetVelmAreaLine()->UpdateAreaLine({area, area});
+    });
+    auto define = std::async(
+        at, [] { return CVelmReadGlobaldefinesTable::Instance()->set_value(u"k"_s, u"w"_s); });
+    auto work = std::async(at, [&] { return m_manager->GetVelmWork()->removeItem(u"A"_s); });
+    EXPECT_EQ(index.get(), Velm::VelmSqlExecFailed);
+    EXPECT_FALSE(areas.get());
+    EXPECT_EQ(define.get(), Velm::VelmSqlExecFailed);
+    EXPECT_EQ(work.get(), Velm::VelmSqlExecFailed);
+    m_log.take();
+    EXPECT_FALSE(m_manager->flushVelmConfig());
+    EXPECT_EQ(loaded(), u"0 0 0"_s);
+    EXPECT_TRUE(m_manager->loadProblems().value(0).startsWith(u"peltaconfig.db: locked: "_s));
+    EXPECT_EQ(m_log.take().size(), 1);
+
+    ASSERT_EQ(other.executeSql(u"commit"_s), Velm::VelmOk);
+    for (const char* table : {"indexini", "Workdef", "QuobAreaLine", "globaldefines"})
+        EXPECT_EQ(querySql(u"select count(*) from "_s + QLatin1String(table)), QStringList{u"1"_s})
+            << table;
+    EXPECT_EQ(querySql(u"select name || value from indexini, globaldefines"_s),
+              QStringList{u"firstv"_s});
+}
+
+TEST_F(ConfigFault, TablesAreWrittenInAnyLetterCaseAndNeverWithANullCode)
+{
+    runSql({u"alter table indexini rename to x"_s, u"alter table x rename to IndexIni"_s,
+            u"alter table Workdef rename to y"_s, u"alter table y rename to workdef"_s,
+            u"alter table QuobAreaLine rename to z"_s, u"alter table z rename to quobarealine"_s,
+            u"alter table globaldefines rename to w"_s,
+            u"alter table w rename to GlobalDefines"_s});
+    ASSERT_TRUE(m_manager->flushVelmConfig());
+    CVelmIndex* index = m_manager->GetVelmIndex();
+    CVelmWork* work = m_manager->GetVelmWork();
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(index->addItem(VelmIndexItem()), Velm::VelmOk);
+        EXPECT_EQ(work->addItem(VelmWorkItem()), Velm::VelmOk);
+        EXPECT_TRUE(m_manager->GetVelmAreaLine()->addAreaLineItem(VelmAreaLineItem()));
+        EXPECT_EQ(CVelmReadGlobaldefinesTable::Instance()->set_value(QString(), u"v"_s),
+                  Velm::VelmOk);
+    }
+    EXPECT_EQ(work->removeItem(u"A"_s), Velm::VelmOk);
+    EXPECT_EQ(index->removeItem(u""_s), Velm::VelmOk);
+    EXPECT_EQ(querySql(u"select code from indexini"_s), QStringList{u"A"_s});
+    EXPECT_EQ(querySql(u"select quote(code) from Workdef"_s), QStringList{u"''"_s});
+    EXPECT_EQ(querySql(u"select count(*) || group_concat(quote(CODE)) from QuobAreaLine"_s),
+              QStringList{u"2'A',''"_s});
+    EXPECT_EQ(querySql(u"select quote(key) || value from globaldefines"_s), QStringList{u"''v"_s});
+    runSql(
+        {u"drop table GlobalDefines"_s, u"create view globaldefines as select 'k' key, 1 value"_s});
+    EXPECT_EQ(CVelmReadGlobaldefinesTable::Instance()->set_value(u"k"_s, u"v"_s),
+              Velm::VelmTableNotExist);
+}
+
+TEST_F(ConfigFault, AreaLinesAreWrittenAllAtOnce)
+{
+    ASSERT_TRUE(m_manager->flushVelmConfig());
+    CVelmAreaLine* areas = m_manager->GetVelmAreaLine();
+    const QVector<VelmAreaLineItem> items{areaLine(u"B"_s), areaLine(u"refused"_s)};
+    runSql(
+        {u"create trigger t before insert on QuobAreaLine when new.CODE = 'refused' begin select "
+         "raise(rollback, 'the disk is full'); end"_s});
+    EXPECT_FALSE(areas->UpdateAreaLine(items)) << "as on a full disk, everything is taken back";
+    EXPECT_EQ(querySql(u"select CODE from QuobAreaLine"_s), QStringList{u"A"_s});
+    EXPECT_EQ(loaded(), u"1 1 1"_s);
+    runSql(
+        {u"drop trigger t"_s, u"create unique index once on QuobAreaLine (GROUPNAME)"_s,
+         u"create trigger t before insert on QuobAreaLine when new.CODE = 'refused' begin select "
+         "raise(abort, 'no'); end"_s});
+    EXPECT_FALSE(areas->UpdateAreaLine(items));
+    EXPECT_EQ(querySql(u"select CODE from QuobAreaLine"_s), (QStringList{u"A"_s, u"B"_s}));
+    EXPECT_EQ(loaded(), u"1 1 2"_s) << "one that is refused takes no other along";
+}
