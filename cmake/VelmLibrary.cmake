@@ -16,6 +16,7 @@ add_library(velm_objects OBJECT
     common/CVelmString.cpp
     common/CVelmStringLists.cpp
     common/CVelmStringVariant.cpp
+    common/FolderWalk.cpp
     common/Gb18030.cpp
     common/Json.cpp
     common/JsonBinding.cpp
