@@ -64,8 +64,11 @@ TEST_F(ModuleTest, StartsOnceWithBundleAndCompanion)
     EXPECT_EQ(host({u"start"_s}, true).output,
               u"box 40010 错误: 无法找到资源文件[VelmResource.rcc\n"_s + bare);
     writeFile(u"config/sub/velmresource.rcc"_s, "no bundle");
-    EXPECT_EQ(host({u"start"_s}, true).output, bare)
-        << "found on the search paths, which come first";
+    EXPECT_EQ(host({u"start"_s}, true).output, bare) << "found below a search path";
+    bring({kBundle});
+    EXPECT_EQ(host({u"start"_s}, true).output, whole) << "beside the library comes before";
+    writeFile(u"VelmResource.rcc"_s, "no bundle");
+    EXPECT_EQ(host({u"start"_s}, true).output, bare) << "in a search path itself comes first";
 }
 
 TEST_F(ModuleTest, SavesTheGlobalParametersWhenItEnds)
