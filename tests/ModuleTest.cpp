@@ -9,6 +9,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QThread>
 
 namespace {
@@ -100,6 +101,17 @@ TEST_F(ModuleTest, HandsNoFatalMessageOn)
     const ChildAnswer answer = host({u"fatal"_s});
     EXPECT_NE(answer.exitCode, 0);
     EXPECT_EQ(answer.output, QString());
+}
+
+TEST_F(ModuleTest, TellsWhereItsOwnMessagesComeFrom)
+{
+    bringAll();
+    runSql({u"create table globaldefines (KEY, VALUE)"_s,
+            u"insert into globaldefines values ('GlobalParam', '[]')"_s});
+    const QRegularExpression line(u"^Warning: File:\\w+\\.cpp Function:\\S.* Line:[1-9]\\d* "
+                                  "Content:global parameters: "_s);
+    const QString output = host({u"show"_s}).output;
+    EXPECT_TRUE(line.match(output).hasMatch()) << output.toStdString();
 }
 
 #ifdef Q_OS_WIN
