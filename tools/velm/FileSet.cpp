@@ -90,8 +90,8 @@ bool FileSet::lock(QString& problem)
 {
     do {  // another run may make the folder while this one waits
         m_isNew = !QFileInfo::exists(m_folder);
-        const QString place = m_isNew ? QFileInfo(m_folder).absolutePath() : m_folder;
-        const QString file = place + QStringLiteral("/.velm-commit.lock");
+        const QString file =
+            StagingFolder::commitLock(m_isNew ? QFileInfo(m_folder).absolutePath() : m_folder);
         m_lock = std::make_unique<FileLock>(file);
         if (!m_lock->lock(kOtherRunMs)) {
             problem = inFile(file, QStringLiteral("another run holds it, or it cannot be made"));

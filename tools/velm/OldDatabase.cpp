@@ -57,7 +57,10 @@ QString OldDatabase::settle()
         problem = execute(QStringLiteral("begin exclusive"), busy);
     if (busy)
         return QStringLiteral("another program uses it");
-    if (problem.isEmpty() || !hasSideFiles(m_path))
+    if (problem.isEmpty())
+        return QString();
+    QSqlDatabase::removeDatabase(m_connection);  // SQLite may remove what belongs to nothing now
+    if (!hasSideFiles(m_path))
         return QString();
     return QStringLiteral("what SQLite has left beside it cannot be brought into it: ") + problem;
 }

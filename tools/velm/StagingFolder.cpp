@@ -30,9 +30,14 @@ StagingFolder::~StagingFolder()
         removeFolder(m_path);  // while the lock is held
 }
 
+QString StagingFolder::commitLock(const QString& folder)
+{
+    return folder + QStringLiteral("/.velm-commit") + lockSuffix();
+}
+
 void StagingFolder::removeLeftOver(const QString& folder)
 {
-    static const QRegularExpression ours(QStringLiteral("^\\.velm-[0-9a-f]{8}\\.lock$"));
+    static const QRegularExpression ours(QStringLiteral("^\\.velm-([0-9a-f]{8}|commit)\\.lock$"));
     const QFileInfoList locks = QDir(folder).entryInfoList(
         {QStringLiteral(".velm-*") + lockSuffix()}, QDir::Files | QDir::Hidden | QDir::NoSymLinks);
     for (const QFileInfo& file : locks) {

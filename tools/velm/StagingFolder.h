@@ -17,7 +17,10 @@ public:
     StagingFolder(const StagingFolder&) = delete;
     StagingFolder& operator=(const StagingFolder&) = delete;
 
-    /// Removes those in @p folder whose process has ended.
+    /// The lock of those who give files their places in @p folder.
+    static QString commitLock(const QString& folder);
+
+    /// Removes those in @p folder whose process has ended, and such a process's commit lock.
     static void removeLeftOver(const QString& folder);
 
     /// Makes it in @p folder. False if that cannot be done.
