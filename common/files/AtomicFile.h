@@ -16,8 +16,7 @@ public:
 
     /// @p made is where the content is made, in the same file system as @p target. @p spare is a
     /// free name there, which keeps the old file for undo(); empty if there will be no undo().
-    explicit AtomicFile(const QString& target, const QString& made,
-                        const QString& spare = QString());
+    AtomicFile(const QString& target, const QString& made, const QString& spare = QString());
 
     QString target() const { return m_target; }
 

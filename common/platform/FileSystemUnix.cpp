@@ -82,7 +82,8 @@ void copyAccess(const QString& from, const QString& to)
     mode_t mode = access.st_mode & kPermissions;
     if (chown(target.constData(), access.st_uid, access.st_gid) != 0
         && chown(target.constData(), static_cast<uid_t>(-1), access.st_gid) != 0)
-        mode &= ~static_cast<mode_t>(S_IRWXG);  // they were meant for another group
+        // What was meant for another group: this one gets no more than everybody.
+        mode &= ~static_cast<mode_t>(S_IRWXG) | (mode & S_IRWXO) << 3;
     chmod(target.constData(), mode);
 }
 
