@@ -6,10 +6,14 @@ target_compile_options(velm_flags INTERFACE
     -finput-charset=UTF-8 -fexec-charset=UTF-8
     # A fused or extended-precision operation would change how an area rounds and which branch an
     # index picks.
-    -ffp-contract=off)
+    -ffp-contract=off
+    # A log line names its source file, not the machine that compiled it.
+    -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/= -fmacro-prefix-map=${PROJECT_BINARY_DIR}/=)
 target_compile_definitions(velm_flags INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS
-    QT_DEPRECATED_WARNINGS)
+    QT_DEPRECATED_WARNINGS
+    # File, function and line of a log line, which Qt leaves out of release builds.
+    QT_MESSAGELOGCONTEXT)
 
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "^i[3-6]86$")
     target_compile_options(velm_flags INTERFACE -msse2 -mfpmath=sse -mstackrealign)

@@ -3,6 +3,18 @@
 
 set(VELM_SYSTEM $<IF:$<PLATFORM_ID:Windows>,Windows,Unix>)
 
+# Files that take their place whole. It stands on its own, so that each module can hold its copy.
+add_library(velm_files STATIC
+    common/files/AtomicFile.cpp
+    common/files/FileLock.cpp
+    common/platform/FileSystem${VELM_SYSTEM}.cpp)
+set_target_properties(velm_files PROPERTIES
+    POSITION_INDEPENDENT_CODE ON
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+target_include_directories(velm_files PUBLIC ${PROJECT_SOURCE_DIR})
+target_link_libraries(velm_files PUBLIC Qt5::Core PRIVATE velm_flags)
+
 add_library(velm_objects OBJECT
     include/CVelmEvent.h  # for moc
     common/ChineseNumber.cpp
@@ -16,6 +28,7 @@ add_library(velm_objects OBJECT
     common/CVelmString.cpp
     common/CVelmStringLists.cpp
     common/CVelmStringVariant.cpp
+    common/FolderWalk.cpp
     common/Gb18030.cpp
     common/HostCalls.cpp
     common/Json.cpp

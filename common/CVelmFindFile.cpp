@@ -1,66 +1,30 @@
 #include "CVelmFindFile.h"
 
+#include "common/FolderWalk.h"
 #include "common/Singleton.h"
 #include "CVelmSystemGlobal.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QSet>
 
 #include <functional>
 
+using velm::detail::FolderWalk;
+using velm::detail::isFile;
+using velm::detail::isFolder;
+
 namespace {
-
-/// Gets one entry; true ends the walk.
-using Visit = std::function<bool(const QFileInfo& entry)>;
-
-/// Walks folders in listing order, entering a folder where it is met.
-class FolderWalk
-{
-public:
-    FolderWalk(const Visit& visit, bool recursive) : m_visit(visit), m_recursive(recursive) {}
-
-    /// True if a visit ended the walk.
-    bool walk(const QString& folder)
-    {
-        const QString canonical = QDir(folder).canonicalPath();
-        if (folder.isEmpty() || canonical.isEmpty() || m_entered.contains(canonical))
-            return false;
-        m_entered.insert(canonical);
-        return visitEntries(folder);
-    }
-
-private:
-    bool visitEntries(const QString& folder)
-    {
-        const QFileInfoList entries = QDir(folder).entryInfoList(
-            QDir::Dirs | QDir::Files | QDir::NoDot | QDir::NoDotDot, QDir::Name | QDir::IgnoreCase);
-        for (const QFileInfo& entry : entries) {
-            if (m_visit(entry))
-                return true;
-            if (m_recursive && entry.isDir() && walk(entry.absoluteFilePath()))
-                return true;
-        }
-        return false;
-    }
-
-    const Visit& m_visit;
-    bool m_recursive;
-    QSet<QString> m_entered;  // canonical paths: links lead to no folder twice
-};
 
 using Test = std::function<bool(const QFileInfo& entry)>;
 
 QStringList collect(const QString& folder, bool recursive, const Test& wanted)
 {
     QStringList paths;
-    const Visit visit = [&](const QFileInfo& entry) {
+    FolderWalk(recursive).walk(folder, [&](const QFileInfo& entry) {
         if (wanted(entry))
             paths.append(entry.absoluteFilePath());
         return false;
-    };
-    FolderWalk(visit, recursive).walk(folder);
+    });
     return paths;
 }
 
@@ -108,13 +72,12 @@ QString CVelmFindFile::findFile(const QString& name, bool recursive)
 QString CVelmFindFile::findFile(const QString& folder, const QString& name, bool recursive)
 {
     QString found;
-    const Visit visit = [&](const QFileInfo& entry) {
-        if (!entry.isFile() || !same(entry.fileName(), name))
+    FolderWalk(recursive).walk(folder, [&](const QFileInfo& entry) {
+        if (!isFile(entry) || !same(entry.fileName(), name))
             return false;
         found = entry.absoluteFilePath();
         return true;
-    };
-    FolderWalk(visit, recursive).walk(folder);
+    });
     return found;
 }
 
@@ -131,7 +94,7 @@ QStringList CVelmFindFile::findFileNoSuffix(const QString& folder, const QString
                                             bool recursive)
 {
     return collect(folder, recursive, [&](const QFileInfo& entry) {
-        return entry.isFile() && same(entry.completeBaseName(), name);
+        return isFile(entry) && same(entry.completeBaseName(), name);
     });
 }
 
@@ -140,7 +103,7 @@ QStringList CVelmFindFile::findFileBySuffix(const QString& folder, const QString
 {
     const QStringList wanted = splitSuffixes(suffixes);
     return collect(folder, recursive, [&](const QFileInfo& entry) {
-        return entry.isFile() && wanted.contains(entry.suffix(), Qt::CaseInsensitive);
+        return isFile(entry) && wanted.contains(entry.suffix(), Qt::CaseInsensitive);
     });
 }
 
@@ -149,7 +112,7 @@ QStringList CVelmFindFile::fuzzyQueryFile(const QString& folder, const QString& 
 {
     const QStringList wanted = splitSuffixes(suffix);
     return collect(folder, recursive, [&](const QFileInfo& entry) {
-        return entry.isFile() && entry.fileName().contains(text, Qt::CaseInsensitive)
+        return isFile(entry) && entry.fileName().contains(text, Qt::CaseInsensitive)
                && (wanted.isEmpty() || wanted.contains(entry.suffix(), Qt::CaseInsensitive));
     });
 }
@@ -161,24 +124,24 @@ QStringList CVelmFindFile::findAll(const QString& folder, bool recursive)
 
 QStringList CVelmFindFile::findAllFile(const QString& folder, bool recursive)
 {
-    return collect(folder, recursive, [](const QFileInfo& entry) { return entry.isFile(); });
+    return collect(folder, recursive, [](const QFileInfo& entry) { return isFile(entry); });
 }
 
 QStringList CVelmFindFile::findAllFile(const QString& folder, const QString& name, bool recursive)
 {
     return collect(folder, recursive, [&](const QFileInfo& entry) {
-        return entry.isFile() && same(entry.fileName(), name);
+        return isFile(entry) && same(entry.fileName(), name);
     });
 }
 
 QStringList CVelmFindFile::findFolder(const QString& folder, bool recursive)
 {
-    return collect(folder, recursive, [](const QFileInfo& entry) { return entry.isDir(); });
+    return collect(folder, recursive, [](const QFileInfo& entry) { return isFolder(entry); });
 }
 
 QStringList CVelmFindFile::findFolder(const QString& folder, const QString& name, bool recursive)
 {
     return collect(folder, recursive, [&](const QFileInfo& entry) {
-        return entry.isDir() && same(entry.fileName(), name);
+        return isFolder(entry) && same(entry.fileName(), name);
     });
 }

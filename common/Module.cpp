@@ -1,9 +1,9 @@
 #include "common/Module.h"
 
+#include "common/FolderWalk.h"
 #include "common/MessageBox.h"
 #include "common/MessageHandler.h"
 #include "common/platform/Platform.h"
-#include "CVelmFindFile.h"
 #include "CVelmMessage.h"
 #include "CVelmSystemGlobal.h"
 
@@ -12,6 +12,8 @@
 #include <QPointer>
 #include <QResource>
 #include <QTranslator>
+
+#include <algorithm>
 
 namespace velm::detail::module {
 
@@ -29,6 +31,33 @@ struct State
 };
 
 State state;
+
+constexpr int kMostEntries = 10000;  // a search path may be a whole disk, and every start waits
+
+QString findDirectly(const QStringList& folders, const QString& name)
+{
+    for (const QString& folder : folders) {
+        const QFileInfo file(folder + QLatin1Char('/') + name);
+        if (file.isFile())
+            return file.absoluteFilePath();
+    }
+    return QString();
+}
+
+QString findBelow(const QStringList& folders, const QString& name)
+{
+    QString found;
+    FolderWalk walk(true, kMostEntries);
+    const auto visit = [&](const QFileInfo& entry) {
+        if (!isFile(entry) || entry.fileName().compare(name, Qt::CaseInsensitive) != 0)
+            return false;
+        found = entry.absoluteFilePath();
+        return true;
+    };
+    std::any_of(folders.begin(), folders.end(),
+                [&](const QString& folder) { return walk.walk(folder, visit); });
+    return found;
+}
 
 QString bundleName()
 {
@@ -120,12 +149,10 @@ void stop()
 
 QString findFile(const QString& name)
 {
-    QString path = CVelmFindFile::Instance()->findFile(name, true);
-    if (path.isEmpty()) {
-        const QString folder = QFileInfo(platform::modulePath(state.library)).path();
-        path = CVelmFindFile::Instance()->findFile(folder, name, false);
-    }
-    return path;
+    const QStringList paths = CVelmSystemGlobal::Instance()->getSearchPaths();
+    const QString beside = QFileInfo(platform::modulePath(state.library)).path();
+    const QString direct = findDirectly(paths + QStringList{beside}, name);
+    return direct.isEmpty() ? findBelow(paths, name) : direct;
 }
 
 }  // namespace velm::detail::module

@@ -7,8 +7,10 @@
 
 /// Finds files and folders by name, in one folder or on the application's search paths.
 /// Letter case never counts. A folder is listed in name order, folders among files and hidden
-/// entries left out; a recursive search enters a folder where it meets it, and no folder
-/// twice, however links lead to it. Results are absolute paths. A missing folder lists nothing.
+/// entries left out; a recursive search enters a folder where it meets it. A folder that a link
+/// leads to is entered too, unless the search is inside it already, and at most 16 times in one
+/// search and 8 links deep: whatever links do, each folder is listed at its own place. A Windows
+/// shortcut (*.lnk) is a file. Results are absolute paths. A missing folder lists nothing.
 /// Holds no state; Instance() may be called from any thread.
 class VELMCOMMON_EXPORT CVelmFindFile
 {

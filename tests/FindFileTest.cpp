@@ -99,20 +99,34 @@ TEST_F(FindFileTest, AsksTheSearchPathsInTheirOrder)
     EXPECT_EQ(found(true), 5);
 }
 
-#ifdef Q_OS_UNIX  // Wine has no symbolic links
-TEST_F(FindFileTest, EntersNoFolderTwiceHoweverLinksLead)
+#ifdef Q_OS_WIN
+TEST_F(FindFileTest, TakesAShortcutForAFile)
+{
+    ASSERT_TRUE(QFile::link(path(u"tree/c"_s), path(u"tree/a/far.lnk"_s)));
+    EXPECT_EQ(relative(finder().findAllFile(path(u"tree/a"_s), true)),
+              list("a/far.lnk a/note.tar.gz a/one.SHP"));
+    EXPECT_EQ(relative(finder().findFolder(tree(), true)), list("a c"));
+}
+#else
+TEST_F(FindFileTest, FollowsLinksWithoutLosingAFolderOrItsWay)
 {
     ASSERT_TRUE(QFile::link(tree(), path(u"tree/c/loop"_s)));
+    ASSERT_TRUE(QFile::link(path(u"tree/c"_s), path(u"tree/a/ahead"_s)));
     EXPECT_EQ(relative(finder().findAllFile(tree(), true)),
-              list("a/note.tar.gz a/one.SHP B.txt c/b.TXT c/地形.dwg"));
+              list("a/ahead/b.TXT a/ahead/地形.dwg a/note.tar.gz a/one.SHP B.txt c/b.TXT "
+                   "c/地形.dwg"));
 
-    // Were each way through these gone, it would be ten factorial of them.
-    for (int from = 0; from < 10; ++from)
-        ASSERT_TRUE(QDir().mkpath(path(u"web/%1"_s.arg(from))));
-    for (int from = 0; from < 10; ++from) {
-        for (int to = 0; to < 10; ++to)
-            QFile::link(path(u"web/%1"_s.arg(to)), path(u"web/%1/to%2"_s.arg(from).arg(to)));
+    // Were each way through these gone, it would be twenty factorial of them.
+    constexpr int kFolders = 20;
+    for (int from = 0; from < kFolders; ++from)
+        writeFile(u"web/%1/here"_s.arg(from), "x");
+    for (int from = 0; from < kFolders; ++from) {
+        for (int to = 0; to < kFolders; ++to)
+            QFile::link(path(u"web/%1"_s.arg(to)), path(u"web/%1/a%2"_s.arg(from).arg(to)));
     }
-    EXPECT_EQ(finder().findFile(path(u"web"_s), u"nothing"_s, true), QString());
+    const QStringList found = finder().findAllFile(path(u"web"_s), u"here"_s, true);
+    for (int folder = 0; folder < kFolders; ++folder)
+        EXPECT_TRUE(found.contains(path(u"web/%1/here"_s.arg(folder)))) << folder;
+    EXPECT_GT(found.size(), kFolders) << "links are ways too";
 }
 #endif

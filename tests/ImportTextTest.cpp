@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTextCodec>
 
 namespace {
@@ -92,4 +94,95 @@ TEST_F(ImportText, ReportsTheLinesThatItCannotUse)
         QDir(path(u"new"_s)).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
         QStringList{u"made.db"_s})
         << "nothing is half written";
+}
+
+namespace {
+
+/// A program that works on the database "live.db" and can be looked at, or killed, at any moment.
+class Writer
+{
+public:
+    explicit Writer(const QString& file)
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"writer"_s);
+        database.setDatabaseName(file);
+        database.open();
+    }
+    ~Writer() { QSqlDatabase::removeDatabase(u"writer"_s); }
+
+    void run(const QStringList& statements) const
+    {
+        for (const QString& statement : statements)
+            EXPECT_TRUE(QSqlQuery(QSqlDatabase::database(u"writer"_s)).exec(statement))
+                << statement.toStdString();
+    }
+};
+
+class ImportOverDatabase : public ImportText
+{
+protected:
+    ImportOverDatabase()
+    {
+        writeFile(u"old/index.ini"_s, "A,,1,n\n");
+        runSql({u"create table mine (a)"_s, u"insert into mine values (1)"_s}, u"live.db"_s);
+    }
+
+    /// What a program killed now would leave, as "new/made.db".
+    void leave() const
+    {
+        QDir().mkpath(path(u"new"_s));
+        for (const QString& suffix : {u""_s, u"-journal"_s, u"-wal"_s})
+            QFile::copy(path(u"live.db"_s) + suffix, path(u"new/made.db"_s) + suffix);
+    }
+
+    QString made() const
+    {
+        return QDir(path(u"new"_s))
+            .entryList(QDir::Files | QDir::Hidden, QDir::Name)
+            .join(QLatin1Char(' '));
+    }
+
+    const QStringList kForce{u"--force"_s};
+};
+
+}  // namespace
+
+TEST_F(ImportOverDatabase, LetsNothingOfTheOldOneIntoTheNewOne)
+{
+    const struct
+    {
+        const char* sideFile;
+        QStringList statements;
+    } cases[] = {
+        {"-journal",
+         {u"pragma cache_size = 1"_s, u"begin"_s,
+          u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 99) "
+          "insert into mine select randomblob(900) from n"_s}},
+        {"-wal",
+         {u"rollback"_s, u"pragma journal_mode = wal"_s, u"insert into mine values (2)"_s}}};
+    const Writer writer(path(u"live.db"_s));
+    for (const auto& c : cases) {
+        writer.run(c.statements);
+        leave();
+        ASSERT_EQ(made(), u"made.db made.db%1"_s.arg(QLatin1String(c.sideFile)));
+        EXPECT_EQ(import(u"old"_s, kForce).exitCode, 0) << c.sideFile;
+        EXPECT_EQ(made(), u"made.db"_s);
+        EXPECT_EQ(rows(u"new/made.db"_s, "select CODE from indexini"), QStringList{u"A"_s});
+        EXPECT_EQ(rows(u"new/made.db"_s, "select name from sqlite_master where name = 'mine'"),
+                  QStringList());
+        ASSERT_TRUE(QFile::remove(path(u"new/made.db"_s)));
+    }
+}
+
+TEST_F(ImportOverDatabase, LeavesOneAloneThatIsInUse)
+{
+    {
+        const Writer writer(path(u"live.db"_s));
+        writer.run({u"begin immediate"_s});
+        const Answer used =
+            velm({u"import-text"_s, u"--force"_s, u"-o"_s, path(u"live.db"_s), path(u"old"_s)});
+        EXPECT_EQ(used.exitCode, 3);
+        EXPECT_TRUE(used.talk.contains(u"another program uses it"_s)) << used.talk.toStdString();
+    }
+    EXPECT_EQ(rows(u"live.db"_s, "select a from mine"), QStringList{u"1"_s});
 }

@@ -9,6 +9,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QThread>
 
 #include <thread>
@@ -70,8 +71,11 @@ TEST_F(ModuleTest, StartsOnceWithBundleAndCompanion)
     EXPECT_EQ(host({u"start"_s}, true).output,
               u"box 40010 错误: 无法找到资源文件[VelmResource.rcc\n"_s + bare);
     writeFile(u"config/sub/velmresource.rcc"_s, "no bundle");
-    EXPECT_EQ(host({u"start"_s}, true).output, bare)
-        << "found on the search paths, which come first";
+    EXPECT_EQ(host({u"start"_s}, true).output, bare) << "found below a search path";
+    bring({kBundle});
+    EXPECT_EQ(host({u"start"_s}, true).output, whole) << "beside the library comes before";
+    writeFile(u"VelmResource.rcc"_s, "no bundle");
+    EXPECT_EQ(host({u"start"_s}, true).output, bare) << "in a search path itself comes first";
 }
 
 TEST_F(ModuleTest, SavesTheGlobalParametersWhenItEnds)
@@ -128,6 +132,17 @@ TEST_F(ModuleTest, HandsNoFatalMessageOn)
     const ChildAnswer answer = host({u"fatal"_s});
     EXPECT_NE(answer.exitCode, 0);
     EXPECT_EQ(answer.output, QString());
+}
+
+TEST_F(ModuleTest, TellsWhereItsOwnMessagesComeFrom)
+{
+    bringAll();
+    runSql({u"create table globaldefines (KEY, VALUE)"_s,
+            u"insert into globaldefines values ('GlobalParam', '[]')"_s});
+    const QRegularExpression line(u"^Warning: File:\\w+\\.cpp Function:\\S.* Line:[1-9]\\d* "
+                                  "Content:global parameters: "_s);
+    const QString output = host({u"show"_s}).output;
+    EXPECT_TRUE(line.match(output).hasMatch()) << output.toStdString();
 }
 
 #ifdef Q_OS_WIN

@@ -10,6 +10,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLockFile>
 #include <QProcess>
 #include <QRegularExpression>
 
@@ -163,6 +164,42 @@ TEST_F(ToolTest, WritesTheWholeSampleSetOrNothing)
     EXPECT_EQ(files().size(), 5);
     EXPECT_EQ(velm({u"init"_s, path(u"config/index.ini/below"_s)}).exitCode, 3);
 }
+
+TEST_F(ToolTest, RemovesWhatAKilledRunLeftAndNothingElse)
+{
+    QLockFile living(path(u"config/.velm-00000001.lock"_s));
+    ASSERT_TRUE(living.lock());
+    writeFile(u"config/.velm-00000001/new/x"_s, "of a run that goes on");
+    writeFile(u"config/.velm-mine/x"_s, "the user's");
+    const QStringList others{u".velm-00000001"_s, u".velm-00000001.lock"_s, u".velm-mine"_s};
+    for (const QString& dead : {u"config/.velm-0badcafe"_s, u".velm-0badcafe"_s}) {
+        writeFile(dead + u".lock"_s, "");
+        writeFile(dead + u"/new/x"_s, "x");
+    }
+    writeFile(u"config/.velm-commit.lock"_s, "");
+    EXPECT_EQ(init().exitCode, 0);
+    EXPECT_EQ(files(),
+              others + words("attribute.def index.ini peltaconfig.db PipeConfig.db work.def"));
+    EXPECT_EQ(QDir(root()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList{u"config"_s});
+}
+
+#ifdef Q_OS_UNIX
+TEST_F(ToolTest, KeepsThePermissionsOfFilesThatItReplaces)
+{
+    writeFile(u"usual"_s, "x");
+    const auto mode = [this](const QString& file) { return QFile::permissions(path(file)); };
+    const auto only = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+    ASSERT_EQ(velm({u"init"_s, path(u"new"_s)}).exitCode, 0);
+    EXPECT_EQ(mode(u"new/config/index.ini"_s), mode(u"usual"_s));
+    EXPECT_EQ(mode(u"new/config"_s), mode(u"config"_s));
+    for (const QString& file : {u"new/config/index.ini"_s, u"new/config/peltaconfig.db"_s})
+        ASSERT_TRUE(QFile::setPermissions(path(file), only));
+    ASSERT_EQ(velm({u"init"_s, u"--force"_s, path(u"new"_s)}).exitCode, 0);
+    EXPECT_EQ(mode(u"new/config/index.ini"_s), only);
+    EXPECT_EQ(mode(u"new/config/peltaconfig.db"_s), only);
+}
+#endif
 
 TEST_F(ToolTest, FillsTheSampleSetWithDataThatFitTogether)
 {

@@ -1,4 +1,5 @@
-# Installs the build into a scratch folder, builds examples/ against the installed package and runs it there.
+# Installs the build into a scratch folder, builds examples/ against the installed package and runs it there. The README
+# shows the same program.
 # cmake -D BUILD=<build folder> -D SOURCE=<source folder> -D SCRATCH=<folder> -D TOOLCHAIN=<file or empty>
 #       -D EMULATOR=<program or empty> -D SUFFIX=<of programs> -D BUILD_TYPE=<type> -P install_consumer.cmake
 
@@ -14,6 +15,12 @@ function(run)
 endfunction()
 
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
+if(BUILD_TYPE STREQUAL "Release")  # other builds hold debug information
+    execute_process(COMMAND grep -rlF ${SOURCE} ${prefix} RESULT_VARIABLE status OUTPUT_VARIABLE output)
+    if(NOT status EQUAL 1)
+        message(FATAL_ERROR "these name the folder they were built in: ${output}")
+    endif()
+endif()
 
 set(options -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_TYPE=${BUILD_TYPE} "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}")
 if(TOOLCHAIN)
@@ -34,7 +41,21 @@ run(${EMULATOR} ${prefix}/bin/velm${SUFFIX} init ${SCRATCH}/root)
 set(ENV{VELM_ROOT} ${SCRATCH}/root)
 run(${EMULATOR} ${prefix}/bin/velm${SUFFIX} doctor)
 run(${EMULATOR} ${prefix}/bin/velm${SUFFIX} lookup 110102)
-run(${EMULATOR} ${example} 110102)
-if(NOT output MATCHES "三角点 on layer KZD")
-    message(FATAL_ERROR "the example answered: ${output}")
+
+file(READ ${SOURCE}/README.md readme)
+file(READ ${SOURCE}/examples/feature_name.cpp program)
+string(FIND "${readme}" "```cpp\n${program}```" place)
+if(place EQUAL -1)
+    message(FATAL_ERROR "README.md shows another program than examples/feature_name.cpp")
+endif()
+set(ENV{LC_ALL} C.UTF-8)
+set(to_utf8)
+if(TOOLCHAIN)
+    set(to_utf8 COMMAND iconv -f GBK -t UTF-8)
+endif()
+run(${EMULATOR} ${example} 310301 ${to_utf8})
+string(STRIP "${output}" output)
+string(FIND "${readme}" "prints `${output}`" place)
+if(NOT output MATCHES "^一般房屋 on layer JMD_M$" OR place EQUAL -1)
+    message(FATAL_ERROR "the example printed, unlike what the README says: ${output}")
 endif()

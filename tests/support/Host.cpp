@@ -70,6 +70,7 @@ int set(const QStringList& arguments)
 
 int show(const QStringList&)
 {
+    system().installMessageHandler(print);
     print(system().initGlobalParam() ? g_VelmGlobalParam.m_mustFieldData.m_symbolText
                                      : QStringLiteral("nothing"));
     return 0;

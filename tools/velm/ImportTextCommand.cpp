@@ -16,22 +16,26 @@ int cannot(const QString& problem)
     return ExitCannotOpen;
 }
 
-/// Makes the database as a whole or not at all. @return what went wrong; empty if nothing did
-QString write(const SampleDatabase& database, const QFileInfo& target)
+QString alreadyThere(const QString& file)
 {
-    const QString cannotWrite =
-        QStringLiteral("cannot write \"") + target.filePath() + QStringLiteral("\": ");
+    return QStringLiteral("\"%1\" exists; --force replaces it").arg(file);
+}
+
+/// Makes the database as a whole or not at all. @return what went wrong; empty if nothing did
+QString write(const SampleDatabase& database, const QFileInfo& target, bool replace)
+{
+    const QString cannotWrite = QStringLiteral("cannot write ");
     FileSet files(target.absolutePath());
     QString problem;
     if (!files.prepare(problem))
         return cannotWrite + problem;
-    problem = writeSampleDatabase(database, files.stage(target.fileName()));
-    if (!problem.isEmpty())
+    problem = writeSampleDatabase(database, files.stageDatabase(target.fileName()));
+    if (!problem.isEmpty() || !files.lock(problem))
         return cannotWrite + problem;
-    for (const char* suffix : {"-journal", "-wal", "-shm"})
-        files.drop(target.fileName() + QLatin1String(suffix));
-    QString failed;
-    return files.commit(failed) ? QString() : cannotWrite + QStringLiteral("it cannot be replaced");
+    const QStringList existing = files.existing();
+    if (!existing.isEmpty() && !replace)
+        return alreadyThere(target.dir().filePath(existing.first()));
+    return files.commit(problem) ? QString() : cannotWrite + problem;
 }
 
 QVector<SampleTable> filledTables(const TextImport& import)
@@ -94,9 +98,9 @@ int commands::importText(const QStringList& arguments)
     const QFileInfo target(args.value(QStringLiteral("o")));
     if (target.fileName().isEmpty())
         return args.usageError(QStringLiteral("name the database to make: -o FILE"));
-    if (target.exists() && !args.isSet(QStringLiteral("force")))
-        return args.usageError(
-            QStringLiteral("\"%1\" exists; --force replaces it").arg(target.filePath()));
+    const bool replace = args.isSet(QStringLiteral("force"));
+    if (target.exists() && !replace)
+        return args.usageError(alreadyThere(target.filePath()));
 
     QString problem;
     TextImport import(systemDatabase(problem));
@@ -110,7 +114,7 @@ int commands::importText(const QStringList& arguments)
         && QFileInfo(folder).canonicalFilePath() == target.dir().canonicalPath())
         problem = QStringLiteral("\"%1\" is one of the files to read").arg(target.filePath());
     if (problem.isEmpty())
-        problem = write(import.database(), target);
+        problem = write(import.database(), target, replace);
     if (!problem.isEmpty())
         return cannot(problem);
     if (args.json())

@@ -19,21 +19,13 @@ int cannotWrite(const QString& problem)
     return ExitCannotOpen;
 }
 
-QString configName(const QString& fileName)
-{
-    return QStringLiteral("config/") + fileName;
-}
-
 /// Makes all files of the set in the staging folder. @return what went wrong; empty if nothing did
 QString stageSet(const QVector<SampleDatabase>& databases, FileSet& files)
 {
     for (const SampleDatabase& database : databases) {
-        QString problem = writeSampleDatabase(database, files.stage(configName(database.fileName)));
+        QString problem = writeSampleDatabase(database, files.stageDatabase(database.fileName));
         if (!problem.isEmpty())
             return problem;
-        // What SQLite left beside a database of this name would be played into the new one.
-        for (const char* suffix : {"-journal", "-wal", "-shm"})
-            files.drop(configName(database.fileName) + QLatin1String(suffix));
         if (database.fileName != QLatin1String("peltaconfig.db"))
             continue;
         const QMap<QString, QByteArray> texts{
@@ -41,7 +33,7 @@ QString stageSet(const QVector<SampleDatabase>& databases, FileSet& files)
             {QStringLiteral("work.def"), older::workDef(database)},
             {QStringLiteral("attribute.def"), older::attributeDef(database)}};
         for (auto it = texts.begin(); it != texts.end(); ++it) {
-            QFile file(files.stage(configName(it.key())));
+            QFile file(files.stage(it.key()));
             if (!file.open(QIODevice::WriteOnly) || file.write(it.value()) != it.value().size()
                 || !file.flush())
                 return it.key() + QStringLiteral(": ") + file.errorString();
@@ -93,22 +85,21 @@ int commands::init(const QStringList& arguments)
     const QVector<SampleDatabase> databases = readSampleSet(problem);
     if (!problem.isEmpty())
         return cannotWrite(problem);
-    FileSet files(folder);
+    FileSet files(folder + QStringLiteral("/config"));
     if (!files.prepare(problem))
-        return cannotWrite(QStringLiteral("cannot write into \"") + folder + QStringLiteral("\": ")
-                           + problem);
+        return cannotWrite(QStringLiteral("cannot write ") + problem);
     problem = stageSet(databases, files);
     if (!problem.isEmpty())
         return cannotWrite(problem);
+    if (!files.lock(problem))
+        return cannotWrite(QStringLiteral("cannot write ") + problem);
     const QStringList existing = files.existing();
     if (!existing.isEmpty() && !args.isSet(QStringLiteral("force")))
-        return args.usageError(QStringLiteral("\"") + folder + QStringLiteral("\" holds ")
-                               + existing.join(QStringLiteral(", "))
+        return args.usageError(QStringLiteral("\"") + folder + QStringLiteral("\" holds config/")
+                               + existing.join(QStringLiteral(", config/"))
                                + QStringLiteral(" already; --force replaces them"));
-    QString failed;
-    if (!files.commit(failed))
-        return cannotWrite(QStringLiteral("cannot write \"") + failed + QStringLiteral("\" in \"")
-                           + folder + QLatin1Char('"'));
+    if (!files.commit(problem))
+        return cannotWrite(QStringLiteral("cannot write ") + problem);
     report(databases, folder, args.json());
     return ExitFine;
 }

@@ -1,0 +1,55 @@
+#include "common/files/AtomicFile.h"
+
+#include "common/platform/FileSystem.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace velm::detail {
+
+bool AtomicFile::canReplace(const QString& path)
+{
+    const QFileInfo there(path);
+    return !there.isSymLink() && (!there.exists() || there.isFile());
+}
+
+AtomicFile::AtomicFile(const QString& target, const QString& made, const QString& spare)
+    : m_target(target), m_made(made), m_spare(spare)
+{}
+
+bool AtomicFile::commit(QString& problem)
+{
+    problem.clear();
+    m_replaced = QFileInfo::exists(m_target);
+    if (!canReplace(m_target))
+        problem = QStringLiteral("it is a link, a folder or a device");
+    else if (m_replaced && !keepOld())
+        problem = QStringLiteral("the file that is there cannot be kept for the case of a failure");
+    if (!problem.isEmpty())
+        return false;
+    if (!platform::syncFile(m_made)) {
+        problem = QStringLiteral("its content cannot be brought to the disk");
+        return false;
+    }
+    if (m_replaced)
+        platform::copyAccess(m_target, m_made);
+    if (!platform::replaceFile(m_made, m_target)) {
+        problem = QStringLiteral("it cannot be moved into its place; is the file there in use?");
+        return false;
+    }
+    platform::syncFolder(QFileInfo(m_target).path());
+    return true;
+}
+
+bool AtomicFile::undo()
+{
+    return m_replaced ? platform::replaceFile(m_spare, m_target) : QFile::remove(m_target);
+}
+
+bool AtomicFile::keepOld() const
+{
+    return m_spare.isEmpty() || platform::linkFile(m_target, m_spare)
+           || (QFile::copy(m_target, m_spare) && platform::syncFile(m_spare));
+}
+
+}  // namespace velm::detail

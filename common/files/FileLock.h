@@ -1,0 +1,32 @@
+#pragma once
+
+#include "common/platform/FileSystem.h"
+
+#include <QString>
+
+namespace velm::detail {
+
+/// Keeps other processes out by a file that exists while the lock is held. A process that ends in
+/// whatever way holds no lock any more; the file that it may leave is taken over. An object belongs
+/// to one thread.
+class FileLock
+{
+public:
+    explicit FileLock(const QString& file);
+    /// Lets go.
+    ~FileLock();
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+
+    /// False if another process or object holds it, or if the file cannot be made.
+    bool tryLock();
+    /// Tries again and again for about @p timeoutMs.
+    bool lock(int timeoutMs);
+    void unlock();
+
+private:
+    QString m_file;
+    qintptr m_lock = platform::kNoLock;
+};
+
+}  // namespace velm::detail

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+
+/// What each system does in its own way with files. Paths have "/" throughout.
+namespace velm::detail::platform {
+
+/// Gives the file @p from the name @p to in one step: whoever looks at that name finds the old file
+/// or the new one, also if the process ends meanwhile. Both are in one file system.
+bool replaceFile(const QString& from, const QString& to);
+
+/// The same for a folder, which replaces nothing (elsewhere than on Windows an empty folder).
+bool moveFolder(const QString& from, const QString& to);
+
+/// Whether replaceFile() replaces a file that a process, this one included, has open.
+bool replacesOpenFiles();
+
+/// Gives a file a second name. False where the file system has no such thing.
+bool linkFile(const QString& file, const QString& name);
+
+/// Waits until the content of a file has reached the disk.
+bool syncFile(const QString& file);
+/// The same for the names in a folder, where the system has a call for it.
+void syncFolder(const QString& folder);
+
+/// Gives @p to the owner and the permissions of @p from, as far as this process may. On Windows a
+/// file has those of its folder.
+void copyAccess(const QString& from, const QString& to);
+
+constexpr qintptr kNoLock = -1;
+
+/// Makes and locks a file; the system lets go of it with the process, however that ends. kNoLock if
+/// another process holds it or it cannot be made.
+qintptr lockFile(const QString& file);
+/// Removes the file and lets go of it.
+void unlockFile(const QString& file, qintptr lock);
+
+}  // namespace velm::detail::platform

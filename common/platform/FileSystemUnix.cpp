@@ -1,0 +1,113 @@
+#include "common/platform/FileSystem.h"
+
+#include <QFile>
+
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace velm::detail::platform {
+
+namespace {
+
+bool renameEntry(const QString& from, const QString& to)
+{
+    return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+}
+
+bool syncEntry(const QString& path, int flags)
+{
+    const int file = open(QFile::encodeName(path).constData(), flags | O_CLOEXEC);
+    if (file < 0)
+        return false;
+    const bool synced = fsync(file) == 0;
+    close(file);
+    return synced;
+}
+
+/// Whether the open file still has that name: another process may have removed it meanwhile.
+bool hasName(int file, const char* name)
+{
+    struct stat opened
+    {};
+    struct stat named
+    {};
+    return fstat(file, &opened) == 0 && lstat(name, &named) == 0 && opened.st_dev == named.st_dev
+           && opened.st_ino == named.st_ino;
+}
+
+}  // namespace
+
+bool replaceFile(const QString& from, const QString& to)
+{
+    return renameEntry(from, to);
+}
+
+bool moveFolder(const QString& from, const QString& to)
+{
+    return renameEntry(from, to);
+}
+
+bool replacesOpenFiles()
+{
+    return true;
+}
+
+bool linkFile(const QString& file, const QString& name)
+{
+    return link(QFile::encodeName(file).constData(), QFile::encodeName(name).constData()) == 0;
+}
+
+bool syncFile(const QString& file)
+{
+    return syncEntry(file, O_RDONLY);
+}
+
+void syncFolder(const QString& folder)
+{
+    syncEntry(folder, O_RDONLY | O_DIRECTORY);
+}
+
+void copyAccess(const QString& from, const QString& to)
+{
+    struct stat access
+    {};
+    if (stat(QFile::encodeName(from).constData(), &access) != 0)
+        return;
+    const QByteArray target = QFile::encodeName(to);
+    constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
+    mode_t mode = access.st_mode & kPermissions;
+    if (chown(target.constData(), access.st_uid, access.st_gid) != 0
+        && chown(target.constData(), static_cast<uid_t>(-1), access.st_gid) != 0)
+        // What was meant for another group: this one gets no more than everybody.
+        mode &= ~static_cast<mode_t>(S_IRWXG) | (mode & S_IRWXO) << 3;
+    chmod(target.constData(), mode);
+}
+
+qintptr lockFile(const QString& file)
+{
+    const QByteArray name = QFile::encodeName(file);
+    for (;;) {
+        const int lock =
+            open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
+        if (lock < 0)
+            return kNoLock;
+        const bool locked = flock(lock, LOCK_EX | LOCK_NB) == 0;
+        if (locked && hasName(lock, name.constData()))
+            return lock;
+        close(lock);
+        if (!locked)
+            return kNoLock;
+    }
+}
+
+void unlockFile(const QString& file, qintptr lock)
+{
+    unlink(QFile::encodeName(file).constData());
+    close(static_cast<int>(lock));
+}
+
+}  // namespace velm::detail::platform

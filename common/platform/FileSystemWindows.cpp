@@ -1,0 +1,80 @@
+#include "common/platform/FileSystem.h"
+
+#include <QDir>
+
+#include <string>
+
+#include <windows.h>
+
+namespace velm::detail::platform {
+
+namespace {
+
+std::wstring native(const QString& path)
+{
+    return QDir::toNativeSeparators(path).toStdWString();
+}
+
+}  // namespace
+
+bool replaceFile(const QString& from, const QString& to)
+{
+    return MoveFileExW(native(from).c_str(), native(to).c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
+           != 0;
+}
+
+bool moveFolder(const QString& from, const QString& to)
+{
+    return MoveFileExW(native(from).c_str(), native(to).c_str(), MOVEFILE_WRITE_THROUGH) != 0;
+}
+
+bool replacesOpenFiles()
+{
+    return false;
+}
+
+bool linkFile(const QString& file, const QString& name)
+{
+    return CreateHardLinkW(native(name).c_str(), native(file).c_str(), nullptr) != 0;
+}
+
+bool syncFile(const QString& file)
+{
+    const HANDLE handle =
+        CreateFileW(native(file).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return false;
+    const bool synced = FlushFileBuffers(handle) != 0;
+    CloseHandle(handle);
+    return synced;
+}
+
+void syncFolder(const QString& folder)
+{
+    Q_UNUSED(folder);  // moving a file writes its name through
+}
+
+void copyAccess(const QString& from, const QString& to)
+{
+    Q_UNUSED(from);
+    Q_UNUSED(to);
+}
+
+qintptr lockFile(const QString& file)
+{
+    // The system removes it with the handle, also when the process is ended.
+    const HANDLE handle =
+        CreateFileW(native(file).c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr,
+                    OPEN_ALWAYS, FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    return handle == INVALID_HANDLE_VALUE ? kNoLock : reinterpret_cast<qintptr>(handle);
+}
+
+void unlockFile(const QString& file, qintptr lock)
+{
+    Q_UNUSED(file);
+    CloseHandle(reinterpret_cast<HANDLE>(lock));
+}
+
+}  // namespace velm::detail::platform

@@ -1,0 +1,74 @@
+#include "StagingFolder.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QUuid>
+
+using velm::detail::FileLock;
+
+namespace {
+
+QString lockSuffix()
+{
+    return QStringLiteral(".lock");
+}
+
+void removeFolder(const QString& path)
+{
+    if (QFileInfo(path).isDir() && !QFileInfo(path).isSymLink())
+        QDir(path).removeRecursively();
+}
+
+}  // namespace
+
+StagingFolder::StagingFolder() = default;
+
+StagingFolder::~StagingFolder()
+{
+    if (m_lock)
+        removeFolder(m_path);  // while the lock is held
+}
+
+QString StagingFolder::commitLock(const QString& folder)
+{
+    return folder + QStringLiteral("/.velm-commit") + lockSuffix();
+}
+
+void StagingFolder::removeLeftOver(const QString& folder)
+{
+    static const QRegularExpression ours(QStringLiteral("^\\.velm-([0-9a-f]{8}|commit)\\.lock$"));
+    const QFileInfoList locks = QDir(folder).entryInfoList(
+        {QStringLiteral(".velm-*") + lockSuffix()}, QDir::Files | QDir::Hidden | QDir::NoSymLinks);
+    for (const QFileInfo& file : locks) {
+        QString path = file.absoluteFilePath();
+        FileLock lock(path);
+        if (!ours.match(file.fileName()).hasMatch() || !lock.tryLock())
+            continue;
+        path.chop(lockSuffix().size());
+        removeFolder(path);
+    }
+}
+
+bool StagingFolder::make(const QString& folder)
+{
+    m_path =
+        folder + QStringLiteral("/.velm-") + QUuid::createUuid().toString(QUuid::Id128).left(8);
+    auto lock = std::make_unique<FileLock>(m_path + lockSuffix());
+    if (!lock->tryLock())
+        return false;
+    m_lock = std::move(lock);
+    return QDir().mkdir(m_path);
+}
+
+QString StagingFolder::path(const QString& relative) const
+{
+    QString path = m_path + QLatin1Char('/') + relative;
+    QDir().mkpath(QFileInfo(path).path());
+    return path;
+}
+
+void StagingFolder::keep()
+{
+    m_lock.reset();
+}
