@@ -29,6 +29,8 @@ TEST_F(GlobalDefines, InsertsUpdatesAndLeavesEqualValuesAlone)
     EXPECT_EQ(defines().set_value(u"k"_s, u"v"_s), Velm::VelmDatabaseOpenFailed);
     EXPECT_FALSE(QFileInfo::exists(path(u"config/peltaconfig.db"_s)));
 
+    runSql({u"create table other (key text)"_s});
+    EXPECT_EQ(defines().set_value(u"k"_s, u"v"_s), Velm::VelmTableNotExist);
     runSql({u"create table globaldefines (key text, value text, note text default 'new')"_s,
             u"create table writes (n int)"_s,
             u"create trigger t after update on globaldefines begin insert into writes values (1); "

@@ -269,6 +269,12 @@ TEST_F(SymbolTables, TellHowRecordsAreShownAndWritten)
     EXPECT_EQ(layout.fieldType + layout.fieldDecimal, (QList<int>{0, 3, 0, 2}));
     EXPECT_TRUE(layout.showPoint);
     EXPECT_EQ(layout.matchRule, 0);
+    runSql({u"update globaldefines set value = '{\"HeaderList\":[\"a\",5,\"c\"],"
+            "\"FieldType\":[\"x\",2]}'"_s});
+    EXPECT_TRUE(m_manager->GetVelmRecordManager()->getGenusDatabase(layout));
+    EXPECT_EQ(layout.headerList, (QStringList{u"a"_s, u""_s, u"c"_s})) << "places count";
+    EXPECT_EQ(layout.fieldType, (QList<int>{0, 2}));
+    EXPECT_EQ(m_manager->GetVelmRecordManager()->getPIPSysConfigInformation(3), u"材质"_s);
 }
 
 TEST_F(SymbolTables, TakeHostileValuesAsTextOrAsNothing)
