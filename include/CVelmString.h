@@ -99,7 +99,7 @@ public:
     /// need not be digits.
     static bool CheckIDCard18(const QString& id);
 
-    // --- Lists and numbers
+    // --- Lists and numbers. Where memory runs out a list is empty, and no number found.
 
     /// Splits at @p separator, letter case counting, empty parts kept. With @p keepLeading a
     /// separator at the start of a part stays with it, so that a minus sign survives: "-3-6" gives
@@ -111,7 +111,7 @@ public:
     static QStringList SplitString(const QString& text, const QString& separator);
     /// Expands a list of numbers and ranges: "1,3-6,9" gives 1, 3, 4, 5, 6, 9 and "6-3" gives 6, 5,
     /// 4, 3. What is no digit string is skipped, and so is a range whose ends are 2147483647 or
-    /// more apart or that memory cannot hold.
+    /// more apart, and a number or range that would make more than 16,777,216 numbers in all.
     static QVector<long> String2LongList(const QString& text, const QString& rangeSeparator,
                                          const QString& listSeparator);
     /// String2LongList() of every element, joined in list order.
