@@ -1,31 +1,35 @@
 #include "support/StarvedMemory.h"
 
-#include <cstdint>
+#include <atomic>
 
 namespace {
 
-thread_local std::size_t t_size = SIZE_MAX;
-thread_local int t_rest = 0;  // requests up to the one that fails, that one included
+// Not thread_local, which asks for memory itself on Windows.
+std::atomic<std::uintptr_t> g_thread{0};
+std::size_t g_size = 0;
+int g_rest = 0;  // requests up to the one that fails, that one included
 
 }  // namespace
 
 bool isStarved(std::size_t size)
 {
-    return size > t_size && t_rest > 0 && --t_rest == 0;
+    return g_thread != 0 && g_thread == thisThread() && size > g_size && g_rest > 0
+           && --g_rest == 0;
 }
 
 StarvedMemory::StarvedMemory(std::size_t size, int which)
 {
-    t_rest = which;
-    t_size = size;
+    g_size = size;
+    g_rest = which;
+    g_thread = thisThread();
 }
 
 StarvedMemory::~StarvedMemory()
 {
-    t_size = SIZE_MAX;
+    g_thread = 0;
 }
 
 bool StarvedMemory::hasFailed() const
 {
-    return t_rest == 0;
+    return g_rest == 0;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 /// Lets memory run out: while it lives, one request of this thread for more than some bytes fails,
 /// whether it comes from malloc, calloc, realloc or operator new, and in whatever library. To try
@@ -17,7 +18,7 @@
 ///         ... what must hold in spite of it
 ///     }
 ///
-/// One at a time in a thread. Under a sanitizer, which serves the requests itself, none fails; on
+/// One at a time in a program. Under a sanitizer, which serves the requests itself, none fails; on
 /// Windows none of a library that is loaded later than isPossible() was asked.
 class StarvedMemory
 {
@@ -35,5 +36,9 @@ public:
     bool hasFailed() const;
 };
 
-/// For the functions that serve the requests: whether this one fails.
+// For the functions that serve the requests.
+
+/// Whether this request fails.
 bool isStarved(std::size_t size);
+/// The system's number of the calling thread, found without any request.
+std::uintptr_t thisThread();

@@ -2,6 +2,13 @@
 
 #include "support/StarvedMemory.h"
 
+#include <pthread.h>
+
+std::uintptr_t thisThread()
+{
+    return static_cast<std::uintptr_t>(pthread_self());
+}
+
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 
 bool StarvedMemory::isPossible()

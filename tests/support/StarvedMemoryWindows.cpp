@@ -11,52 +11,53 @@
 
 namespace {
 
-/// A function of the C library itself, whatever stands in the tables.
-template<class Function>
-Function* original(const char* name)
-{
-    const FARPROC found = GetProcAddress(GetModuleHandleW(L"msvcrt.dll"), name);
-    return reinterpret_cast<Function*>(reinterpret_cast<void*>(found));
-}
+// The functions of the C library itself, whatever stands in the tables.
+void* (*g_malloc)(size_t);
+void* (*g_calloc)(size_t, size_t);
+void* (*g_realloc)(void*, size_t);
+void* (*g_alignedMalloc)(size_t, size_t);
 
 void* starvedMalloc(size_t size)
 {
-    static auto* const served = original<void*(size_t)>("malloc");
-    return isStarved(size) ? nullptr : served(size);
+    return isStarved(size) ? nullptr : g_malloc(size);
 }
 
 void* starvedCalloc(size_t count, size_t size)
 {
-    static auto* const served = original<void*(size_t, size_t)>("calloc");
-    return isStarved(count * size) ? nullptr : served(count, size);
+    return isStarved(count * size) ? nullptr : g_calloc(count, size);
 }
 
 void* starvedRealloc(void* memory, size_t size)
 {
-    static auto* const served = original<void*(void*, size_t)>("realloc");
-    return isStarved(size) ? nullptr : served(memory, size);
+    return isStarved(size) ? nullptr : g_realloc(memory, size);
 }
 
-struct Replacement
+void* starvedAlignedMalloc(size_t size, size_t alignment)
 {
-    const char* name;
-    void* starved;
-};
+    return isStarved(size) ? nullptr : g_alignedMalloc(size, alignment);
+}
 
-void replace(void** import)
+template<class Function>
+void find(Function*& function, const char* name)
 {
-    static const Replacement replacements[] = {
-        {"malloc", reinterpret_cast<void*>(&starvedMalloc)},
-        {"calloc", reinterpret_cast<void*>(&starvedCalloc)},
-        {"realloc", reinterpret_cast<void*>(&starvedRealloc)}};
-    for (const Replacement& replacement : replacements) {
-        DWORD protection = 0;
-        if (*import != reinterpret_cast<void*>(original<void()>(replacement.name))
-            || !VirtualProtect(import, sizeof(void*), PAGE_READWRITE, &protection))
-            continue;
-        *import = replacement.starved;
-        VirtualProtect(import, sizeof(void*), protection, &protection);
-    }
+    const FARPROC found = GetProcAddress(GetModuleHandleW(L"msvcrt.dll"), name);
+    function = reinterpret_cast<Function*>(reinterpret_cast<void*>(found));
+}
+
+void replaceIf(void** import, void* original, void* starved)
+{
+    DWORD protection = 0;
+    if (*import != original
+        || !VirtualProtect(import, sizeof original, PAGE_READWRITE, &protection))
+        return;
+    *import = starved;
+    VirtualProtect(import, sizeof original, protection, &protection);
+}
+
+template<class Function>
+void replace(void** import, Function* original, Function* starved)
+{
+    replaceIf(import, reinterpret_cast<void*>(original), reinterpret_cast<void*>(starved));
 }
 
 void replaceImports(char* module)
@@ -68,13 +69,21 @@ void replaceImports(char* module)
     const auto* library = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(module + place);
     for (; place != 0 && library->FirstThunk != 0; ++library) {
         for (auto* import = reinterpret_cast<void**>(module + library->FirstThunk); *import;
-             ++import)
-            replace(import);
+             ++import) {
+            replace(import, g_malloc, &starvedMalloc);
+            replace(import, g_calloc, &starvedCalloc);
+            replace(import, g_realloc, &starvedRealloc);
+            replace(import, g_alignedMalloc, &starvedAlignedMalloc);
+        }
     }
 }
 
 bool replaceAllImports()
 {
+    find(g_malloc, "malloc");
+    find(g_calloc, "calloc");
+    find(g_realloc, "realloc");
+    find(g_alignedMalloc, "_aligned_malloc");
     std::array<HMODULE, 256> modules{};
     DWORD bytes = 0;
     if (!EnumProcessModules(GetCurrentProcess(), modules.data(), sizeof modules, &bytes))
@@ -87,6 +96,11 @@ bool replaceAllImports()
 }
 
 }  // namespace
+
+std::uintptr_t thisThread()
+{
+    return GetCurrentThreadId();
+}
 
 bool StarvedMemory::isPossible()
 {
