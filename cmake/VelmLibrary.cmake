@@ -33,7 +33,8 @@ add_library(velm_objects OBJECT
     data/Connection.cpp
     data/SqlText.cpp
     data/Statement.cpp
-    data/XmlEntities.cpp
+    data/XmlBounds.cpp
+    data/XmlDeclarations.cpp
     config/CVelmAnnotate.cpp
     config/CVelmAreaLine.cpp
     config/CVelmAttribute.cpp
