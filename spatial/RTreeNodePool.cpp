@@ -35,15 +35,22 @@ RTreeNodePool::Store::~Store()
         ::operator delete (block.memory, std::align_val_t{alignof(Node)});
 }
 
+void RTreeNodePool::Store::reserve(size_t nodes)
+{
+    if (m_unusedCount + unbegun() < nodes)
+        addBlock(nodes);
+}
+
 void* RTreeNodePool::Store::take()
 {
     if (m_unused) {
         Unused* unused = m_unused;
         m_unused = unused->next;
+        --m_unusedCount;
         return unused;
     }
-    if (m_blocks.empty() || m_blocks.back().used == m_blocks.back().size)
-        addBlock();
+    if (unbegun() == 0)
+        addBlock(1);
     Block& block = m_blocks.back();
     return block.memory + m_nodeSize * block.used++;
 }
@@ -51,21 +58,40 @@ void* RTreeNodePool::Store::take()
 void RTreeNodePool::Store::giveBack(void* memory)
 {
     m_unused = new (memory) Unused{m_unused};
+    ++m_unusedCount;
 }
 
-void RTreeNodePool::Store::addBlock()
+/// The nodes of the last block that have not been used yet.
+size_t RTreeNodePool::Store::unbegun() const
 {
-    const size_t size =
+    return m_blocks.empty() ? 0 : m_blocks.back().size - m_blocks.back().used;
+}
+
+void RTreeNodePool::Store::addBlock(size_t least)
+{
+    const size_t grown =
         m_blocks.empty() ? kFirstBlock : std::min(2 * m_blocks.back().size, m_greatestBlock);
+    const size_t size = std::max(grown, least);
+    m_blocks.reserve(m_blocks.size() + 1);
     void* memory = ::operator new (size* m_nodeSize, std::align_val_t{alignof(Node)});
     if (size * m_nodeSize >= kLargePage)
         platform::useLargePages(memory, size * m_nodeSize);
+    for (size_t rest = unbegun(); rest > 0; --rest) {
+        Block& block = m_blocks.back();
+        giveBack(block.memory + m_nodeSize * block.used++);
+    }
     m_blocks.push_back({static_cast<char*>(memory), size, 0});
 }
 
 RTreeNodePool::RTreeNodePool() : m_leaves(sizeof(Node)), m_innerNodes(sizeof(RTreeInnerNode)) {}
 
 RTreeNodePool::~RTreeNodePool() = default;
+
+void RTreeNodePool::reserve(int leaves, int innerNodes)
+{
+    m_leaves.reserve(static_cast<size_t>(leaves));
+    m_innerNodes.reserve(static_cast<size_t>(innerNodes));
+}
 
 Node* RTreeNodePool::make(int level)
 {
