@@ -38,9 +38,16 @@ bool readShipped(QString& text)
     return database.getLastErrorText().isEmpty();
 }
 
+/// What cannot be read is logged. That memory has run out is thrown again: of a text that was not
+/// looked at nothing is known, and none may take its place.
 ProblemSink log()
 {
-    return logAs(QStringLiteral("global parameters"));
+    const ProblemSink log = logAs(QStringLiteral("global parameters"));
+    return [log](const json::Error& error) {
+        if (dynamic_cast<const json::OutOfMemory*>(&error))
+            throw json::OutOfMemory();
+        log(error);
+    };
 }
 
 std::optional<json::Document> parse(const QString& text)
@@ -73,6 +80,17 @@ QString escaped(QString text)
     return text.replace(QLatin1Char('\''), QLatin1String("''"));
 }
 
+/// What @p work answers; false where memory runs out.
+template<class Work>
+bool orFalse(const Work& work)
+{
+    try {
+        return json::guarded(work);
+    } catch (const json::OutOfMemory&) {
+        return false;
+    }
+}
+
 }  // namespace
 
 GlobalParamStore::GlobalParamStore(CVelmSaveUserData* (*userData)()) : m_userData(userData) {}
@@ -84,12 +102,18 @@ bool GlobalParamStore::readUser(QString& text) const
 
 bool GlobalParamStore::load(VelmGlobalParam& param)
 {
+    return orFalse([&] { return loadText(param); });
+}
+
+bool GlobalParamStore::loadText(VelmGlobalParam& param)
+{
     QString text;
     readUser(text);
-    m_isUsers = !text.isEmpty();
-    if (!m_isUsers)
+    const bool isUsers = !text.isEmpty();
+    if (!isUsers)
         readShipped(text);
     const std::optional<json::Document> document = parse(text);
+    m_isUsers = isUsers;
     if (!document)
         return false;
     VelmGlobalParam loaded;
@@ -101,6 +125,11 @@ bool GlobalParamStore::load(VelmGlobalParam& param)
 }
 
 bool GlobalParamStore::save(const VelmGlobalParam& param, bool shipped)
+{
+    return orFalse([&] { return saveChanges(param, shipped); });
+}
+
+bool GlobalParamStore::saveChanges(const VelmGlobalParam& param, bool shipped)
 {
     json::Document current = json::toDocument(param);
     const json::Document reference = json::toDocument(m_reference);

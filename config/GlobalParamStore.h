@@ -24,7 +24,8 @@ public:
 
     /// Reads the effective text into @p param, members without a readable value getting their
     /// defaults. Each of those that failed is logged by its path.
-    /// @return false, and @p param stays, if there is no text or it is no JSON object
+    /// @return false, and @p param stays, if there is no text, it is no JSON object, or memory runs
+    /// out
     bool load(VelmGlobalParam& param);
 
     /// Saves to the user's copy and, if @p shipped, to the shipped default too. A user's copy that
@@ -33,6 +34,8 @@ public:
     bool save(const VelmGlobalParam& param, bool shipped);
 
 private:
+    bool loadText(VelmGlobalParam& param);
+    bool saveChanges(const VelmGlobalParam& param, bool shipped);
     /// False if the user's copy cannot be read; an empty text where there is none.
     bool readUser(QString& text) const;
     /// The user's record with the changes, as it is stored now; empty if it cannot be.
