@@ -35,22 +35,15 @@ RTreeNodePool::Store::~Store()
         ::operator delete (block.memory, std::align_val_t{alignof(Node)});
 }
 
-void RTreeNodePool::Store::reserve(size_t nodes)
-{
-    if (m_unusedCount + unbegun() < nodes)
-        addBlock(nodes);
-}
-
 void* RTreeNodePool::Store::take()
 {
+    reserve(1);
+    --m_available;
     if (m_unused) {
         Unused* unused = m_unused;
         m_unused = unused->next;
-        --m_unusedCount;
         return unused;
     }
-    if (unbegun() == 0)
-        addBlock(1);
     Block& block = m_blocks.back();
     return block.memory + m_nodeSize * block.used++;
 }
@@ -58,13 +51,7 @@ void* RTreeNodePool::Store::take()
 void RTreeNodePool::Store::giveBack(void* memory)
 {
     m_unused = new (memory) Unused{m_unused};
-    ++m_unusedCount;
-}
-
-/// The nodes of the last block that have not been used yet.
-size_t RTreeNodePool::Store::unbegun() const
-{
-    return m_blocks.empty() ? 0 : m_blocks.back().size - m_blocks.back().used;
+    ++m_available;
 }
 
 void RTreeNodePool::Store::addBlock(size_t least)
@@ -76,22 +63,17 @@ void RTreeNodePool::Store::addBlock(size_t least)
     void* memory = ::operator new (size* m_nodeSize, std::align_val_t{alignof(Node)});
     if (size * m_nodeSize >= kLargePage)
         platform::useLargePages(memory, size * m_nodeSize);
-    for (size_t rest = unbegun(); rest > 0; --rest) {
-        Block& block = m_blocks.back();
-        giveBack(block.memory + m_nodeSize * block.used++);
-    }
+    // What the last block still has is used first.
+    for (Block* last = m_blocks.empty() ? nullptr : &m_blocks.back();
+         last && last->used < last->size; ++last->used)
+        m_unused = new (last->memory + m_nodeSize * last->used) Unused{m_unused};
     m_blocks.push_back({static_cast<char*>(memory), size, 0});
+    m_available += size;
 }
 
 RTreeNodePool::RTreeNodePool() : m_leaves(sizeof(Node)), m_innerNodes(sizeof(RTreeInnerNode)) {}
 
 RTreeNodePool::~RTreeNodePool() = default;
-
-void RTreeNodePool::reserve(int leaves, int innerNodes)
-{
-    m_leaves.reserve(static_cast<size_t>(leaves));
-    m_innerNodes.reserve(static_cast<size_t>(innerNodes));
-}
 
 Node* RTreeNodePool::make(int level)
 {

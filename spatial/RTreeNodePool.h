@@ -17,7 +17,11 @@ public:
     RTreeNodePool& operator=(const RTreeNodePool&) = delete;
 
     /// Makes sure that make() needs no memory for so many nodes. Throws std::bad_alloc.
-    void reserve(int leaves, int innerNodes);
+    void reserve(int leaves, int innerNodes)
+    {
+        m_leaves.reserve(static_cast<size_t>(leaves));
+        m_innerNodes.reserve(static_cast<size_t>(innerNodes));
+    }
     /// A node without entries; above level 0 it is an RTreeInnerNode. The pool owns it. Throws
     /// std::bad_alloc.
     CVelmRTreeNode* make(int level);
@@ -54,7 +58,11 @@ private:
         Store(const Store&) = delete;
         Store& operator=(const Store&) = delete;
 
-        void reserve(size_t nodes);
+        void reserve(size_t nodes)
+        {
+            if (m_available < nodes)
+                addBlock(nodes);
+        }
         void* take();
         void giveBack(void* memory);
 
@@ -70,14 +78,13 @@ private:
             Unused* next;
         };
 
-        size_t unbegun() const;
         void addBlock(size_t least);
 
         const size_t m_nodeSize;
         const size_t m_greatestBlock;  // nodes
         std::vector<Block> m_blocks;
         Unused* m_unused = nullptr;  // to be used again first
-        size_t m_unusedCount = 0;
+        size_t m_available = 0;      // unused ones, and those that the last block still has
     };
 
     Store m_leaves;

@@ -1,6 +1,7 @@
 #include "CVelmXmlManager.h"
 
 #include "support/Printers.h"
+#include "support/StarvedMemory.h"
 #include "support/TemporaryRoot.h"
 #include "support/Text.h"
 
@@ -150,6 +151,28 @@ TEST_P(XmlBound, RefusesWhatWouldTakeTooMuch)
 }
 INSTANTIATE_TEST_SUITE_P(Texts, XmlBound, testing::ValuesIn(kBounds),
                          [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(XmlManager, TellsWhereMemoryRunsOut)
+{
+    if (!StarvedMemory::isPossible())
+        GTEST_SKIP();
+    const QString text = u"<a b='"_s + QString(99999, u'x') + u"'>"_s
+                         + u"<c>y</c>"_s.repeated(20000) + QString(99999, u'z') + u"</a>"_s;
+    writeFile(u"large.xml"_s, text.toUtf8());
+    const QString file = path(u"large.xml"_s);
+    for (const bool fromFile : {false, true}) {
+        bool failed = true;
+        for (int which = 1; failed; ++which) {
+            CVelmXmlManager manager;
+            const StarvedMemory starved(30000, which);
+            const Velm::ErrorStatus status =
+                fromFile ? manager.initXmlFile(file, nullptr, nullptr, nullptr)
+                         : manager.setXmlData(text, nullptr, nullptr, nullptr);
+            failed = starved.hasFailed();
+            EXPECT_EQ(status, failed ? Velm::VelmXmlInitFailed : Velm::VelmInvalidValue) << which;
+        }
+    }
+}
 
 TEST_F(XmlManager, SharesItsDocumentWithCopies)
 {
