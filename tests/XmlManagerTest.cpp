@@ -126,7 +126,7 @@ TEST_F(XmlManager, ReadsFilesAndTellsNoPlaceOfTheirErrors)
     writeFile(u"good.xml"_s, "<?xml version='1.0' encoding='UTF-8'?><a>\xE6\x96\x87</a>");
     writeFile(u"bad.xml"_s, "<a>");
     writeFile(u"empty.xml"_s, "");
-    writeFile(u"nul.xml"_s, QByteArray("<a/>\0", 5));
+    writeFile(u"zero.xml"_s, QByteArray("<a/>\0", 5));
     CVelmXmlManager manager;
     QString error = u"before"_s;
     int line = -7;
@@ -136,7 +136,7 @@ TEST_F(XmlManager, ReadsFilesAndTellsNoPlaceOfTheirErrors)
     EXPECT_EQ(init(u"good.xml"_s), Velm::VelmInvalidValue);
     EXPECT_EQ(init(u"bad.xml"_s), Velm::VelmOk);
     EXPECT_EQ(init(u"empty.xml"_s), Velm::VelmNoData);
-    EXPECT_EQ(init(u"nul.xml"_s), Velm::VelmOk) << "read with the NUL";
+    EXPECT_EQ(init(u"zero.xml"_s), Velm::VelmOk) << "read with the NUL";
     EXPECT_EQ(init(u"missing.xml"_s), Velm::VelmXmlInitFailed);
     EXPECT_EQ(error, u"before"_s);
     EXPECT_EQ(line, -7);
