@@ -1,11 +1,11 @@
 #include "CVelmString.h"
 
 #include "common/ChineseNumber.h"
+#include "common/OrEmpty.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <new>
 #include <optional>
 
 namespace {
@@ -155,18 +155,9 @@ std::optional<long> firstFree(QVector<long> used, const long* start)
     return used.last() + 1;
 }
 
-/// What @p make returns; nothing where memory runs out.
-template<class Make>
-auto orEmpty(const Make& make) -> decltype(make())
-{
-    try {
-        return make();
-    } catch (const std::bad_alloc&) {
-        return {};
-    }
-}
-
 }  // namespace
+
+using velm::detail::orEmpty;
 
 QStringList CVelmString::String2StringList(const QString& text, const QString& separator,
                                            bool keepLeading)

@@ -183,9 +183,11 @@ public:
     /// The DXF extended-data group code under which such a value hangs on an entity: 1070 (16-bit
     /// integer), 1071 (32-bit integer), 1040 (real) or 1000 (text).
     static short QVariantType2CadDataType(QVariant::Type t);
-    /// The indented JSON document of a map or list; empty for any other value.
+    /// The indented JSON document of a map or list; empty for any other value, and where memory
+    /// runs out.
     static QString Variant2Json(const QVariant& v);
-    /// A map or list; invalid if @p text is no JSON object or array.
+    /// A map or list; invalid if @p text is no JSON object or array. Qt's parser ends the process
+    /// where memory runs out.
     static QVariant Json2Variant(const QString& text);
     /// "r,g,b", or one number as a colour index in r. Any other number of parts gives an unset
     /// colour.
@@ -195,7 +197,7 @@ public:
 
     // --- Files, paths and identifiers
 
-    /// The whole file read as UTF-8; empty if it cannot be opened with @p mode.
+    /// The whole file read as UTF-8; empty if it cannot be opened with @p mode, or memory runs out.
     static QString ReadFile(const QString& path, QIODevice::OpenMode mode);
     /// Writes @p text in the local 8-bit code page. False if the file cannot be opened or takes not
     /// all of it.
