@@ -50,7 +50,8 @@ add_library(velm_objects OBJECT
     data/Statement.cpp
     data/TableReader.cpp
     data/WriteTransaction.cpp
-    data/XmlEntities.cpp
+    data/XmlBounds.cpp
+    data/XmlDeclarations.cpp
     config/CVelmAnnotate.cpp
     config/CVelmAreaLine.cpp
     config/CVelmAttribute.cpp

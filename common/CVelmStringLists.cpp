@@ -1,34 +1,42 @@
 #include "CVelmString.h"
 
 #include "common/ChineseNumber.h"
+#include "common/OrEmpty.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <new>
+#include <optional>
 
 namespace {
 
-/// The split that leaves a separator at the start of a part alone. Of every separator found
-/// elsewhere one character is removed, whatever its length.
-QStringList scanningSplit(const QString& text, const QString& separator)
+/// Calls @p use with each part of a split that leaves a separator at the start of a part alone. Of
+/// every separator found elsewhere one character is removed, whatever its length.
+template<class Use>
+void forEachPart(const QString& text, const QString& separator, const Use& use)
 {
-    QStringList parts;
     int begin = 0;  // of the part
     int from = 0;   // where the search goes on
     for (;;) {
         const int found = text.indexOf(separator, from);
         if (found < 0) {
-            parts.append(text.mid(begin));
-            return parts;
+            use(text.mid(begin));
+            return;
         }
         if (found == begin) {
             from = begin + 2;
             continue;
         }
-        parts.append(text.mid(begin, found - begin));
+        use(text.mid(begin, found - begin));
         begin = from = found + 1;
     }
+}
+
+QStringList scanningSplit(const QString& text, const QString& separator)
+{
+    QStringList parts;
+    forEachPart(text, separator, [&parts](const QString& part) { parts.append(part); });
+    return parts;
 }
 
 /// |x - y| without overflow.
@@ -38,138 +46,181 @@ unsigned long distance(long x, long y)
                   : static_cast<unsigned long>(y) - static_cast<unsigned long>(x);
 }
 
-/// Appends the numbers from x to y; without x if it stands at the end already. False, with nothing
-/// appended, if memory cannot hold them.
-bool appendRange(QVector<long>& values, long x, long y, bool hasX)
+/// The numbers of lists with ranges. What would make them too many is skipped.
+class ExpandedList
 {
-    // Qt counts the bytes of a vector in an int.
-    constexpr quint64 kMostValues = std::numeric_limits<int>::max() / sizeof(long) - 16;
-    const int before = values.size();
-    if (static_cast<quint64>(before) + distance(x, y) + 1 > kMostValues)
-        return false;
-    try {
-        if (!hasX)
-            values.append(x);
-        const long step = x < y ? 1 : -1;
-        for (long value = x; value != y;) {
-            value += step;
-            values.append(value);
-        }
-    } catch (const std::bad_alloc&) {
-        values.resize(before);
-        return false;
-    }
-    return true;
-}
+public:
+    ExpandedList(const QString& rangeSeparator, const QString& listSeparator)
+        : m_rangeSeparator(rangeSeparator), m_listSeparator(listSeparator)
+    {}
 
-void appendPairs(QVector<long>& values, const QStringList& ends)
-{
-    constexpr unsigned long kTooFar = 2147483647;
-    bool expanded = false;  // the pair before, whose end opens the next one
-    for (int i = 0; i + 1 < ends.size(); ++i) {
-        const QString& first = ends.at(i);
-        const QString& second = ends.at(i + 1);
-        const bool numbers = CVelmString::IsDigitStr(first) && CVelmString::IsDigitStr(second);
+    void append(const QString& text)
+    {
+        forEachPart(text, m_listSeparator, [this](const QString& piece) { appendPiece(piece); });
+    }
+
+    const QVector<long>& values() const { return m_values; }
+
+private:
+    static constexpr unsigned long kMostValues = 16 * 1024 * 1024;
+
+    /// A number, or ends of ranges of which each but the first opens no number of its own.
+    void appendPiece(const QString& piece)
+    {
+        bool expanded = false;  // the pair before, whose end opens the next one
+        int ends = 0;
+        QString first;
+        forEachPart(piece, m_rangeSeparator, [&](const QString& end) {
+            if (ends++ > 0)
+                expanded = appendPair(first, end, expanded);
+            first = end;
+        });
+        if (ends == 1 && CVelmString::IsDigitStr(first) && hasRoom(1))
+            m_values.append(first.toLong());
+    }
+
+    /// Appends the numbers from one end to the other; without the first if it stands at the end of
+    /// the list already. @return whether that could be done
+    bool appendPair(const QString& first, const QString& second, bool hasFirst)
+    {
+        constexpr unsigned long kTooFar = 2147483647;
+        if (!CVelmString::IsDigitStr(first) || !CVelmString::IsDigitStr(second))
+            return false;
         const long x = first.toLong();
         const long y = second.toLong();
-        if (!numbers || distance(x, y) >= kTooFar) {
-            expanded = false;
-            continue;
+        const unsigned long count = distance(x, y) + (hasFirst ? 0 : 1);
+        if (distance(x, y) >= kTooFar || !hasRoom(count))
+            return false;
+        const int before = m_values.size();
+        m_values.resize(before + static_cast<int>(count));
+        const unsigned long step = x < y ? 1 : -1UL;  // may pass the limits of long at the ends
+        unsigned long value = static_cast<unsigned long>(x) + (hasFirst ? step : 0);
+        for (auto place = m_values.begin() + before; place != m_values.end(); ++place) {
+            *place = static_cast<long>(value);
+            value += step;
         }
-        expanded = appendRange(values, x, y, expanded);
+        return true;
     }
+
+    bool hasRoom(unsigned long more) const
+    {
+        return more <= kMostValues - static_cast<unsigned long>(m_values.size());
+    }
+
+    const QString m_rangeSeparator;
+    const QString m_listSeparator;
+    QVector<long> m_values;
+};
+
+/// The numbers in ascending order, runs of consecutive ones as ranges.
+QStringList compressed(QVector<long> values, const QString& rangeSeparator)
+{
+    std::sort(values.begin(), values.end());
+    QStringList texts;
+    for (int first = 0, last = 0; first < values.size(); first = ++last) {
+        while (last + 1 < values.size() && values[last + 1] > values[last]
+               && values[last + 1] == values[last] + 1)
+            ++last;
+        QString text = QString::number(values[first]);
+        if (last > first)
+            text += rangeSeparator + QString::number(values[last]);
+        texts.append(text);
+    }
+    return texts;
 }
 
-/// Appends the numbers and ranges of a list.
-void appendList(QVector<long>& values, const QString& text, const QString& rangeSeparator,
-                const QString& listSeparator)
+/// Without decimals where there are hardly any.
+QString fixedText(double value, int precision)
 {
-    const QStringList pieces = scanningSplit(text, listSeparator);
-    for (const QString& piece : pieces) {
-        const QStringList ends = scanningSplit(piece, rangeSeparator);
-        if (ends.size() > 1)
-            appendPairs(values, ends);
-        else if (CVelmString::IsDigitStr(ends.first()))
-            values.append(ends.first().toLong());
-    }
+    constexpr double kSmallestFraction = 0.0001;
+    const double whole = std::trunc(value) + 0.0;  // the sum makes -0 a plain 0
+    const bool isWhole = std::abs(value - whole) < kSmallestFraction;
+    return isWhole ? QString::number(whole, 'f', 0) : QString::number(value, 'f', precision);
+}
+
+/// The number that FindSkipNum() finds where some are used.
+std::optional<long> firstFree(QVector<long> used, const long* start)
+{
+    std::sort(used.begin(), used.end());
+    if (start && *start < used.first())
+        return *start;
+    const bool beyond = start && used.last() < *start;
+    const auto gap = std::adjacent_find(used.cbegin(), used.cend(), [](long lower, long upper) {
+        return distance(lower, upper) > 1;
+    });
+    if (!beyond && gap != used.cend())
+        return *gap + 1;
+    if (used.last() == std::numeric_limits<long>::max())
+        return std::nullopt;
+    return used.last() + 1;
 }
 
 }  // namespace
 
+using velm::detail::orEmpty;
+
 QStringList CVelmString::String2StringList(const QString& text, const QString& separator,
                                            bool keepLeading)
 {
-    return keepLeading ? scanningSplit(text, separator) : text.split(separator);
+    return orEmpty(
+        [&] { return keepLeading ? scanningSplit(text, separator) : text.split(separator); });
 }
 
 QStringList CVelmString::SplitString(const QString& text, const QString& separator)
 {
-    return text.split(separator, Qt::SkipEmptyParts);
+    return orEmpty([&] { return text.split(separator, Qt::SkipEmptyParts); });
 }
 
 QVector<long> CVelmString::String2LongList(const QString& text, const QString& rangeSeparator,
                                            const QString& listSeparator)
 {
-    QVector<long> values;
-    appendList(values, text, rangeSeparator, listSeparator);
-    return values;
+    return StringList2LongList({text}, rangeSeparator, listSeparator);
 }
 
 QVector<long> CVelmString::StringList2LongList(const QStringList& list,
                                                const QString& rangeSeparator,
                                                const QString& listSeparator)
 {
-    QVector<long> values;
-    for (const QString& text : list)
-        appendList(values, text, rangeSeparator, listSeparator);
-    return values;
+    return orEmpty([&] {
+        ExpandedList expanded(rangeSeparator, listSeparator);
+        for (const QString& text : list)
+            expanded.append(text);
+        return expanded.values();
+    });
 }
 
 QStringList CVelmString::LongList2StringList(const QVector<long>& values,
                                              const QString& rangeSeparator)
 {
-    QVector<long> sorted = values;
-    std::sort(sorted.begin(), sorted.end());
-    QStringList texts;
-    for (int first = 0, last = 0; first < sorted.size(); first = ++last) {
-        while (last + 1 < sorted.size() && sorted[last + 1] > sorted[last]
-               && sorted[last + 1] == sorted[last] + 1)
-            ++last;
-        QString text = QString::number(sorted[first]);
-        if (last > first)
-            text += rangeSeparator + QString::number(sorted[last]);
-        texts.append(text);
-    }
-    return texts;
+    return orEmpty([&] { return compressed(values, rangeSeparator); });
 }
 
 QString CVelmString::LongList2String(const QVector<long>& values, const QString& rangeSeparator,
                                      const QString& listSeparator)
 {
-    return LongList2StringList(values, rangeSeparator).join(listSeparator);
+    return orEmpty([&] { return compressed(values, rangeSeparator).join(listSeparator); });
 }
 
 QVector<double> CVelmString::StringList2DoubleList(const QStringList& list)
 {
-    QVector<double> values;
-    values.reserve(list.size());
-    for (const QString& text : list)
-        values.append(text.toDouble());
-    return values;
+    return orEmpty([&] {
+        QVector<double> values;
+        values.reserve(list.size());
+        for (const QString& text : list)
+            values.append(text.toDouble());
+        return values;
+    });
 }
 
 QStringList CVelmString::DoubleList2StringList(const QVector<double>& values, int precision)
 {
-    constexpr double kSmallestFraction = 0.0001;
-    QStringList texts;
-    texts.reserve(values.size());
-    for (const double value : values) {
-        const double whole = std::trunc(value) + 0.0;  // the sum makes -0 a plain 0
-        const bool isWhole = std::abs(value - whole) < kSmallestFraction;
-        texts.append(isWhole ? QString::number(whole, 'f', 0)
-                             : QString::number(value, 'f', precision));
-    }
-    return texts;
+    return orEmpty([&] {
+        QStringList texts;
+        texts.reserve(values.size());
+        for (const double value : values)
+            texts.append(fixedText(value, precision));
+        return texts;
+    });
 }
 
 bool CVelmString::FindSkipNum(long& result, const QVector<long>& used, long* start)
@@ -179,24 +230,9 @@ bool CVelmString::FindSkipNum(long& result, const QVector<long>& used, long* sta
             result = *start;
         return start != nullptr;
     }
-    QVector<long> sorted = used;
-    std::sort(sorted.begin(), sorted.end());
-    if (start && *start < sorted.first()) {
-        result = *start;
-        return true;
-    }
-    const bool beyond = start && sorted.last() < *start;
-    const auto gap = std::adjacent_find(sorted.cbegin(), sorted.cend(), [](long lower, long upper) {
-        return distance(lower, upper) > 1;
-    });
-    if (!beyond && gap != sorted.cend()) {
-        result = *gap + 1;
-        return true;
-    }
-    if (sorted.last() == std::numeric_limits<long>::max())
-        return false;
-    result = sorted.last() + 1;
-    return true;
+    const std::optional<long> free = orEmpty([&] { return firstFree(used, start); });
+    result = free.value_or(result);
+    return free.has_value();
 }
 
 QString CVelmString::Double2QString(double value)

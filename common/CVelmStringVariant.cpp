@@ -1,5 +1,6 @@
 #include "CVelmString.h"
 
+#include "common/OrEmpty.h"
 #include "common/platform/Platform.h"
 
 #include <QColor>
@@ -102,7 +103,8 @@ short CVelmString::QVariantType2CadDataType(QVariant::Type t)
 
 QString CVelmString::Variant2Json(const QVariant& v)
 {
-    return QString::fromUtf8(QJsonDocument::fromVariant(v).toJson());
+    return velm::detail::orEmpty(
+        [&] { return QString::fromUtf8(QJsonDocument::fromVariant(v).toJson()); });
 }
 
 QVariant CVelmString::Json2Variant(const QString& text)
@@ -138,8 +140,10 @@ QString CVelmString::ReadFile(const QString& path, QIODevice::OpenMode mode)
     QFile file(path);
     if (!file.open(mode))
         return QString();
-    const QByteArray bytes = file.readAll();
-    return QString::fromUtf8(bytes.constData(), bytes.size());
+    return velm::detail::orEmpty([&] {
+        const QByteArray bytes = file.readAll();
+        return QString::fromUtf8(bytes.constData(), bytes.size());
+    });
 }
 
 bool CVelmString::WriteFile(const QString& path, const QString& text, QIODevice::OpenMode mode)

@@ -5,6 +5,8 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <cstdlib>
+
 namespace velm::detail::json {
 
 namespace {
@@ -58,19 +60,13 @@ QString failure(const rapidjson::ParseResult& result)
         .arg(result.Offset());
 }
 
-}  // namespace
-
-Error::Error(const QStringList& messages)
-    : m_messages(messages), m_what(messages.join(QLatin1Char('\n')).toUtf8())
-{}
-
-Document parse(const QString& text)
+Document parsed(const QString& text)
 {
     Document document;
     rapidjson::ParseResult result;
     auto generate = [&](Document& handler) {
         DepthGuard guard(handler);
-        rapidjson::GenericReader<Encoding, Encoding> reader;
+        rapidjson::GenericReader<Encoding, Encoding, Memory> reader;
         rapidjson::GenericStringStream<Encoding> stream(
             reinterpret_cast<const Char*>(text.utf16()));
         result = reader.Parse<rapidjson::kParseFullPrecisionFlag>(stream, guard);
@@ -82,20 +78,73 @@ Document parse(const QString& text)
     return document;
 }
 
+}  // namespace
+
+void* Memory::Realloc(void* memory, std::size_t, std::size_t newSize)
+{
+    if (newSize == 0) {
+        std::free(memory);
+        return nullptr;
+    }
+    void* const got = std::realloc(memory, newSize);
+    if (!got)
+        throw std::bad_alloc();
+    return got;
+}
+
+void Memory::Free(void* memory)
+{
+    std::free(memory);
+}
+
+Error::Error(const QStringList& messages)
+    : m_messages(messages), m_what(messages.join(QLatin1Char('\n')).toUtf8())
+{}
+
+Document parse(const QString& text)
+{
+    return guarded([&] { return parsed(text); });
+}
+
 QString toText(const Value& value)
 {
-    using Buffer = rapidjson::GenericStringBuffer<Encoding>;
-    Buffer buffer;
-    rapidjson::Writer<Buffer, Encoding, Encoding> writer(buffer);
-    value.Accept(writer);
-    const auto length = buffer.GetSize() / sizeof(Char);
-    return QString(reinterpret_cast<const QChar*>(buffer.GetString()), static_cast<int>(length));
+    using Buffer = rapidjson::GenericStringBuffer<Encoding, Memory>;
+    return guarded([&] {
+        Buffer buffer;
+        rapidjson::Writer<Buffer, Encoding, Encoding, Memory> writer(buffer);
+        value.Accept(writer);
+        const auto length = buffer.GetSize() / sizeof(Char);
+        return QString(reinterpret_cast<const QChar*>(buffer.GetString()),
+                       static_cast<int>(length));
+    });
 }
 
 Value toJson(const QString& text, Allocator& allocator)
 {
     return Value(reinterpret_cast<const Char*>(text.utf16()), static_cast<Size>(text.size()),
                  allocator);
+}
+
+Value copyOf(const Value& value, Allocator& allocator)
+{
+    Value copy(value.GetType());
+    if (value.IsObject()) {
+        for (const auto& member : value.GetObject())
+            copy.AddMember(copyOf(member.name, allocator), copyOf(member.value, allocator),
+                           allocator);
+    } else if (value.IsArray()) {
+        for (const Value& element : value.GetArray())
+            copy.PushBack(copyOf(element, allocator), allocator);
+    } else if (value.IsString()) {
+        copy.SetString(value.GetString(), value.GetStringLength(), allocator);
+    } else if (value.IsUint64()) {
+        copy.SetUint64(value.GetUint64());
+    } else if (value.IsInt64()) {
+        copy.SetInt64(value.GetInt64());
+    } else if (value.IsNumber()) {
+        copy.SetDouble(value.GetDouble());
+    }
+    return copy;
 }
 
 QString toQString(const Value& string)

@@ -4,7 +4,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstddef>
 #include <exception>
+#include <new>
 
 #include <rapidjson/document.h>
 
@@ -13,12 +15,25 @@
 namespace velm::detail::json {
 
 using Encoding = rapidjson::UTF16<char16_t>;
-using Document = rapidjson::GenericDocument<Encoding>;
-using Value = rapidjson::GenericValue<Encoding>;
-using Allocator = Document::AllocatorType;
+
+/// Where memory runs out it throws std::bad_alloc; RapidJSON would write through a null pointer.
+class Memory
+{
+public:
+    static constexpr bool kNeedFree = true;
+
+    void* Malloc(std::size_t size) { return Realloc(nullptr, 0, size); }
+    void* Realloc(void* memory, std::size_t oldSize, std::size_t newSize);
+    static void Free(void* memory);
+};
+
+using Allocator = rapidjson::MemoryPoolAllocator<Memory>;
+using Document = rapidjson::GenericDocument<Encoding, Allocator, Memory>;
+using Value = rapidjson::GenericValue<Encoding, Allocator>;
 
 /// What is wrong with a JSON text, or with some members of a document: one message for each.
-/// The only exception of the library, with ParseError; it is caught at the library's public edge.
+/// The only exception of the library, with those derived; it is caught at the library's public
+/// edge.
 class Error : public std::exception
 {
 public:
@@ -40,17 +55,38 @@ public:
     explicit ParseError(const QString& message) : Error({message}) {}
 };
 
+/// Memory has run out: nothing is known of the text.
+class OutOfMemory : public Error
+{
+public:
+    OutOfMemory() : Error({QStringLiteral("out of memory")}) {}
+};
+
+/// What @p make returns. Throws OutOfMemory for std::bad_alloc.
+template<class Make>
+auto guarded(const Make& make)
+{
+    try {
+        return make();
+    } catch (const std::bad_alloc&) {
+        throw OutOfMemory();
+    }
+}
+
 /// Objects and arrays may be nested this deep; what goes deeper is a parse error.
 constexpr int kDeepestNesting = 512;
 
-/// The document that @p text holds. Throws ParseError.
+/// The document that @p text holds. Throws ParseError and OutOfMemory.
 Document parse(const QString& text);
 
-/// @p value as text, without blanks.
+/// @p value as text, without blanks. Throws OutOfMemory.
 QString toText(const Value& value);
 
 /// A JSON string, copied into the document of @p allocator.
 Value toJson(const QString& text, Allocator& allocator);
+
+/// The same value in the document of @p allocator. RapidJSON's own copying has no use for Memory.
+Value copyOf(const Value& value, Allocator& allocator);
 
 /// The text of a JSON string.
 QString toQString(const Value& string);

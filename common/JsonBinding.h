@@ -184,12 +184,12 @@ private:
 };
 
 /// Reads @p json into @p record. Everything that can be read is, before the failures of all members
-/// are thrown as one Error.
+/// are thrown as one Error. Throws OutOfMemory too, which leaves the rest unread.
 template<class Record>
 void read(const Value& json, Record& record)
 {
     Reader reader;
-    reader.read(json, record);
+    guarded([&] { return reader.read(json, record); });
     if (!reader.problems().isEmpty())
         throw Error(reader.problems());
 }
@@ -255,13 +255,15 @@ Value write(const Record& record, Allocator& allocator)
     return object;
 }
 
-/// The document that holds @p record.
+/// The document that holds @p record. Throws OutOfMemory.
 template<class Record>
 Document toDocument(const Record& record)
 {
-    Document document;
-    static_cast<Value&>(document) = write(record, document.GetAllocator());
-    return document;
+    return guarded([&] {
+        Document document;
+        static_cast<Value&>(document) = write(record, document.GetAllocator());
+        return document;
+    });
 }
 
 }  // namespace velm::detail::json

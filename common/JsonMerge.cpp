@@ -55,71 +55,86 @@ Value overlaidArray(const Value& target, const Value& source, Allocator& allocat
     for (Size i = 0; i < source.Size(); ++i) {
         Value element;
         if (from[i] < target.Size())
-            element.CopyFrom(target[from[i]], allocator);
+            element = copyOf(target[from[i]], allocator);
         overlayValue(element, source[i], allocator);
         array.PushBack(element, allocator);
     }
     return array;
 }
 
-void overlayValue(Value& target, const Value& source, Allocator& allocator)
-{
-    if (target.IsObject() && source.IsObject())
-        overlay(target, source, allocator);
-    else if (target.IsArray() && source.IsArray())
-        target = overlaidArray(target, source, allocator);
-    else
-        target.CopyFrom(source, allocator);
-}
-
-}  // namespace
-
-Value difference(const Value& changed, const Value& before, Allocator& allocator)
+/// The members of @p changed that @p before has not, or has otherwise.
+Value changesOf(const Value& changed, const Value& before, Allocator& allocator)
 {
     Value result(rapidjson::kObjectType);
     for (const auto& member : changed.GetObject()) {
         const auto found = before.FindMember(member.name);
         Value value;
         if (found != before.MemberEnd() && found->value.IsObject() && member.value.IsObject()) {
-            value = difference(member.value, found->value, allocator);
+            value = changesOf(member.value, found->value, allocator);
             if (value.ObjectEmpty())
                 continue;
         } else if (found != before.MemberEnd() && found->value == member.value) {
             continue;
         } else {
-            value.CopyFrom(member.value, allocator);
+            value = copyOf(member.value, allocator);
         }
-        result.AddMember(Value(member.name, allocator), value, allocator);
+        result.AddMember(copyOf(member.name, allocator), value, allocator);
     }
     return result;
 }
 
-void overlay(Value& target, const Value& source, Allocator& allocator)
+void overlayObject(Value& target, const Value& source, Allocator& allocator)
 {
     for (const auto& member : source.GetObject()) {
         const auto found = target.FindMember(member.name);
         if (found != target.MemberEnd()) {
             overlayValue(found->value, member.value, allocator);
         } else {
-            Value value(member.value, allocator);
-            target.AddMember(Value(member.name, allocator), value, allocator);
+            target.AddMember(copyOf(member.name, allocator), copyOf(member.value, allocator),
+                             allocator);
         }
     }
 }
 
-void complete(Value& target, const Value& whole, Allocator& allocator)
+void overlayValue(Value& target, const Value& source, Allocator& allocator)
+{
+    if (target.IsObject() && source.IsObject())
+        overlayObject(target, source, allocator);
+    else if (target.IsArray() && source.IsArray())
+        target = overlaidArray(target, source, allocator);
+    else
+        target = copyOf(source, allocator);
+}
+
+void completeObject(Value& target, const Value& whole, Allocator& allocator)
 {
     for (const auto& member : whole.GetObject()) {
         const auto found = target.FindMember(member.name);
-        if (found == target.MemberEnd()) {
-            Value value(member.value, allocator);
-            target.AddMember(Value(member.name, allocator), value, allocator);
-        } else if (member.value.IsObject() && found->value.IsObject()) {
-            complete(found->value, member.value, allocator);
-        } else if (member.value.IsObject()) {
-            found->value.CopyFrom(member.value, allocator);
-        }
+        if (found == target.MemberEnd())
+            target.AddMember(copyOf(member.name, allocator), copyOf(member.value, allocator),
+                             allocator);
+        else if (member.value.IsObject() && found->value.IsObject())
+            completeObject(found->value, member.value, allocator);
+        else if (member.value.IsObject())
+            found->value = copyOf(member.value, allocator);
     }
+}
+
+}  // namespace
+
+Value difference(const Value& changed, const Value& before, Allocator& allocator)
+{
+    return guarded([&] { return changesOf(changed, before, allocator); });
+}
+
+void overlay(Value& target, const Value& source, Allocator& allocator)
+{
+    guarded([&] { overlayObject(target, source, allocator); });
+}
+
+void complete(Value& target, const Value& whole, Allocator& allocator)
+{
+    guarded([&] { completeObject(target, whole, allocator); });
 }
 
 }  // namespace velm::detail::json

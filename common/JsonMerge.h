@@ -3,7 +3,7 @@
 #include "common/Json.h"
 
 /// Changes of JSON documents, so that a document can be saved without losing what its writer does
-/// not know.
+/// not know. All throw OutOfMemory, which leaves @p target half changed.
 namespace velm::detail::json {
 
 /// The members of @p changed that @p before has not or has with another value, in the same nesting.

@@ -1,6 +1,5 @@
 #include "CVelmSystemGlobal.h"
 
-#include "common/HostCalls.h"
 #include "common/MessageHandler.h"
 #include "common/Module.h"
 #include "common/platform/Platform.h"
@@ -13,8 +12,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-
-#include <new>
 
 using namespace velm::detail;
 
@@ -70,29 +67,17 @@ QString CVelmSystemGlobal::findModuleFile(const QString& name)
 
 bool CVelmSystemGlobal::initGlobalParam() const
 {
-    try {
-        return m_globalParam->load(g_VelmGlobalParam);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    return m_globalParam->load(g_VelmGlobalParam);
 }
 
 bool CVelmSystemGlobal::saveGlobalParam(bool flag) const
 {
-    try {
-        return m_globalParam->save(g_VelmGlobalParam, flag, GlobalParamStore::Extent::Record);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    return m_globalParam->save(g_VelmGlobalParam, flag, GlobalParamStore::Extent::Record);
 }
 
 void CVelmSystemGlobal::saveAtEnd() const
 {
-    try {
-        m_globalParam->save(g_VelmGlobalParam, false, GlobalParamStore::Extent::Changes);
-    } catch (const std::bad_alloc&) {
-        VELM_WARN(QStringLiteral("global parameters: out of memory"));
-    }
+    m_globalParam->save(g_VelmGlobalParam, false, GlobalParamStore::Extent::Changes);
 }
 
 bool CVelmSystemGlobal::getDataFormat(const QString& name, VelmDataFormat& format)

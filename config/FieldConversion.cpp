@@ -46,7 +46,8 @@ void keyFieldsByName(json::Document& document)
         return;
     json::Value byName(rapidjson::kObjectType);
     for (json::Value& field : fields->value.GetArray()) {
-        json::Value key(field.FindMember(u"FieldName")->value, document.GetAllocator());
+        json::Value key =
+            json::copyOf(field.FindMember(u"FieldName")->value, document.GetAllocator());
         byName.AddMember(key, field, document.GetAllocator());
     }
     fields->value = byName;

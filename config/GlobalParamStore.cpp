@@ -39,14 +39,25 @@ bool readShipped(QString& text)
     return status == Velm::VelmOk || status == Velm::VelmTableNotExist;
 }
 
+/// Throws again that memory has run out: of a text that was not looked at nothing is known, and
+/// none may take its place. Other problems go to @p sink.
+ProblemSink unlessOutOfMemory(const ProblemSink& sink)
+{
+    return [sink](const json::Error& error) {
+        if (dynamic_cast<const json::OutOfMemory*>(&error))
+            throw json::OutOfMemory();
+        sink(error);
+    };
+}
+
 ProblemSink log()
 {
-    return logAs(QStringLiteral("global parameters"));
+    return unlessOutOfMemory(logAs(QStringLiteral("global parameters")));
 }
 
 bool isObject(const QString& text)
 {
-    return parseConfigObject(text, [](const json::Error&) {}).has_value();
+    return parseConfigObject(text, unlessOutOfMemory([](const json::Error&) {})).has_value();
 }
 
 std::optional<json::Document> parse(const QString& text)
@@ -91,6 +102,17 @@ QString escaped(QString text)
     return text.replace(QLatin1Char('\''), QLatin1String("''"));
 }
 
+/// What @p work answers; false where memory runs out.
+template<class Work>
+bool orFalse(const Work& work)
+{
+    try {
+        return json::guarded(work);
+    } catch (const json::OutOfMemory&) {
+        return false;
+    }
+}
+
 }  // namespace
 
 GlobalParamStore::GlobalParamStore(CVelmSaveUserData* (*userData)()) : m_userData(userData) {}
@@ -104,6 +126,11 @@ bool GlobalParamStore::readUser(QString& text) const
 }
 
 bool GlobalParamStore::load(VelmGlobalParam& param)
+{
+    return orFalse([&] { return loadText(param); });
+}
+
+bool GlobalParamStore::loadText(VelmGlobalParam& param)
 {
     QString text;
     if (!readUser(text))
@@ -124,6 +151,11 @@ bool GlobalParamStore::load(VelmGlobalParam& param)
 }
 
 bool GlobalParamStore::save(const VelmGlobalParam& param, bool shipped, Extent extent)
+{
+    return orFalse([&] { return saveText(param, shipped, extent); });
+}
+
+bool GlobalParamStore::saveText(const VelmGlobalParam& param, bool shipped, Extent extent)
 {
     json::Document current = json::toDocument(param);
     const json::Document reference = json::toDocument(m_reference);

@@ -24,8 +24,8 @@ public:
 
     /// Reads the effective text into @p param, members without a readable value getting their
     /// defaults. Each of those that failed is logged by its path.
-    /// @return false, and @p param stays, if there is no text, it cannot be read, or it is no JSON
-    ///         object
+    /// @return false, and @p param stays, if there is no text, it cannot be read, it is no JSON
+    ///         object, or memory runs out
     bool load(VelmGlobalParam& param);
 
     enum class Extent
@@ -42,6 +42,8 @@ public:
     bool save(const VelmGlobalParam& param, bool shipped, Extent extent);
 
 private:
+    bool loadText(VelmGlobalParam& param);
+    bool saveText(const VelmGlobalParam& param, bool shipped, Extent extent);
     /// False if the user's copy cannot be read; an empty text where there is none, nor a file.
     bool readUser(QString& text) const;
     /// @p record is null to store the changes alone. @p text is the user's record as it is stored

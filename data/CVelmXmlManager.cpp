@@ -1,41 +1,33 @@
 #include "CVelmXmlManager.h"
 
-#include "data/XmlEntities.h"
+#include "data/XmlBounds.h"
 
 #include <QDomDocument>
 #include <QFile>
-#include <QXmlInputSource>
 
-// Of Qt's parsers only the deprecated one builds what setContent() makes of a text.
-#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+#include <new>
+
+using namespace velm::detail;
 
 namespace {
 
-/// A text for Qt's parser that ends early when the parser has gone too deep. It calls itself
-/// for whatever can be nested, elements and declarations alike, so what it needs is measured on
-/// the stack itself.
-class BoundedSource : public QXmlInputSource
+void tell(const xml::Excess& excess, QString* message, int* line, int* column)
 {
-public:
-    explicit BoundedSource(const QString& text) { setData(text); }
+    if (message)
+        *message = excess.message;
+    if (line)
+        *line = excess.line;
+    if (column)
+        *column = excess.column;
+}
 
-    QChar next() override
-    {
-        m_ended = m_ended || m_start - stackPosition() > kDeepest;
-        return m_ended ? QChar(EndOfDocument) : QXmlInputSource::next();
-    }
-
-private:
-    static constexpr quintptr kDeepest = 256 * 1024;  // bytes; some hundred nested elements
-
-    static quintptr stackPosition()
-    {
-        return reinterpret_cast<quintptr>(__builtin_frame_address(0));
-    }
-
-    quintptr m_start = stackPosition();  // the stack grows downwards
-    bool m_ended = false;
-};
+/// The whole file, or as much of it as makes more characters than a text may have.
+QString readText(QFile& file)
+{
+    constexpr qint64 kMostBytes = 3 * (qint64{xml::kMostCharacters} + 1);  // to a character at most
+    const QByteArray bytes = file.read(kMostBytes);
+    return QString::fromUtf8(bytes.constData(), bytes.size());
+}
 
 }  // namespace
 
@@ -56,24 +48,36 @@ CVelmXmlManager::~CVelmXmlManager() = default;
 
 Velm::ErrorStatus CVelmXmlManager::initXmlFile(const QString& path, QString*, int*, int*)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+    try {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+            return Velm::VelmXmlInitFailed;
+        return setXmlData(readText(file), nullptr, nullptr, nullptr);
+    } catch (const std::bad_alloc&) {
         return Velm::VelmXmlInitFailed;
-    const QByteArray bytes = file.readAll();
-    return setXmlData(QString::fromUtf8(bytes.constData()), nullptr, nullptr, nullptr);
+    }
 }
 
 Velm::ErrorStatus CVelmXmlManager::setXmlData(const QString& text, QString* errorMsg,
                                               int* errorLine, int* errorColumn)
 {
-    if (text.isEmpty() || text.startsWith(QChar::Null))
+    if (text.isEmpty())
         return Velm::VelmNoData;
-    BoundedSource source(velm::detail::withoutEntityBomb(text));
-    if (d->document.setContent(&source, false, errorMsg, errorLine, errorColumn))
-        return Velm::VelmInvalidValue;
-    d->document = QDomDocument();  // without what was read before the error
-    d->root = d->document.documentElement();
-    return Velm::VelmOk;
+    try {
+        QDomDocument document;
+        const std::optional<xml::Excess> excess = xml::findExcess(text);
+        if (excess)
+            tell(*excess, errorMsg, errorLine, errorColumn);
+        else if (document.setContent(text, errorMsg, errorLine, errorColumn)) {
+            d->document = document;
+            return Velm::VelmInvalidValue;
+        }
+        d->document = QDomDocument();  // without what was read before the error
+        d->root = d->document.documentElement();
+        return Velm::VelmOk;
+    } catch (const std::bad_alloc&) {
+        return Velm::VelmXmlInitFailed;
+    }
 }
 
 bool CVelmXmlManager::hasElement(const QString&)

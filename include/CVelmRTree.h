@@ -22,7 +22,9 @@ class RTreeQuery;
 /// Rectangles are passed by pointer, which must not be null.
 ///
 /// One thread at a time in one tree and its copies, also for searches; trees that share no nodes
-/// are independent. Callbacks must not change the tree, nor the rectangles that they get.
+/// are independent. Callbacks must not change the tree, nor the rectangles that they get. Results
+/// do not depend on how the host has set rounding and exceptions of its floating-point arithmetic;
+/// callbacks run as it has.
 class VELMCOMMON_EXPORT CVelmRTree
 {
 public:
@@ -56,10 +58,11 @@ public:
     /// CVelmRTreeNode of the level below it, made with new, its branches, count and level set,
     /// which the tree takes over; every node below it stands in one place. A null id and a level
     /// above the root's store nothing, nor does an empty node or one of another level, which stays
-    /// the caller's. @return true
+    /// the caller's. @return true; false if memory runs out, and the tree stays as it was
     bool InsertRect(CVelmRTreeMBR* rect, void* id, int level);
 
-    // @return whether an entry was removed
+    // @return whether an entry was removed. If memory for moving others runs out, none is, and the
+    // tree stays as it was.
 
     /// Deletes an entry by looking below rectangles that overlap @p rect, then everywhere.
     /// A rectangle that is not valid, or a null id, is ignored.
@@ -73,7 +76,7 @@ public:
     /// Removes the first entry that lies inside @p rect. @p cb as above.
     bool DeleteRectInclude(CVelmRTreeMBR* rect, Callback cb, void* ctx);
 
-    // Both append to @p ids. @return how many
+    // Both append to @p ids. @return how many; none where memory runs out
 
     int GetOverlap(CVelmRTreeMBR* rect, QVector<void*>& ids) const;
     int GetInclude(CVelmRTreeMBR* rect, QVector<void*>& ids) const;
@@ -119,6 +122,10 @@ private:
 
     // NOLINTEND(bugprone-reserved-identifier)
 
+    void begin();
+    void reserveForInsertion(int leaves, int innerNodes);
+    bool reserveForReinsertion();
+    void* takeOver(Node* node);
     void insert(const Rect& rect, void* child, int level);
     template<class Fits, class Removed>
     bool remove(const Rect* rect, const Fits& fits, const Removed& removed);

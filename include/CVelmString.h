@@ -99,7 +99,7 @@ public:
     /// need not be digits.
     static bool CheckIDCard18(const QString& id);
 
-    // --- Lists and numbers
+    // --- Lists and numbers. Where memory runs out a list is empty, and no number found.
 
     /// Splits at @p separator, letter case counting, empty parts kept. With @p keepLeading a
     /// separator at the start of a part stays with it, so that a minus sign survives: "-3-6" gives
@@ -111,7 +111,7 @@ public:
     static QStringList SplitString(const QString& text, const QString& separator);
     /// Expands a list of numbers and ranges: "1,3-6,9" gives 1, 3, 4, 5, 6, 9 and "6-3" gives 6, 5,
     /// 4, 3. What is no digit string is skipped, and so is a range whose ends are 2147483647 or
-    /// more apart or that memory cannot hold.
+    /// more apart, and a number or range that would make more than 16,777,216 numbers in all.
     static QVector<long> String2LongList(const QString& text, const QString& rangeSeparator,
                                          const QString& listSeparator);
     /// String2LongList() of every element, joined in list order.
@@ -183,9 +183,11 @@ public:
     /// The DXF extended-data group code under which such a value hangs on an entity: 1070 (16-bit
     /// integer), 1071 (32-bit integer), 1040 (real) or 1000 (text).
     static short QVariantType2CadDataType(QVariant::Type t);
-    /// The indented JSON document of a map or list; empty for any other value.
+    /// The indented JSON document of a map or list; empty for any other value, and where memory
+    /// runs out.
     static QString Variant2Json(const QVariant& v);
-    /// A map or list; invalid if @p text is no JSON object or array.
+    /// A map or list; invalid if @p text is no JSON object or array. Qt's parser ends the process
+    /// where memory runs out.
     static QVariant Json2Variant(const QString& text);
     /// "r,g,b", or one number as a colour index in r. Any other number of parts gives an unset
     /// colour.
@@ -195,7 +197,7 @@ public:
 
     // --- Files, paths and identifiers
 
-    /// The whole file read as UTF-8; empty if it cannot be opened with @p mode.
+    /// The whole file read as UTF-8; empty if it cannot be opened with @p mode, or memory runs out.
     static QString ReadFile(const QString& path, QIODevice::OpenMode mode);
     /// Writes @p text in the local 8-bit code page. False if the file cannot be opened or takes not
     /// all of it.

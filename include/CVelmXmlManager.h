@@ -19,18 +19,20 @@ public:
     CVelmXmlManager& operator=(const CVelmXmlManager& other);
     virtual ~CVelmXmlManager();
 
-    /// Reads a file of UTF-8 text, up to its first NUL, and sets it as setXmlData() does, but
-    /// reports no error position, which is wanted so: the outputs are never written.
+    /// Reads a file of UTF-8 text and sets it as setXmlData() does, but reports no error position,
+    /// which is wanted so: the outputs are never written.
     /// @return VelmXmlInitFailed if it cannot be opened; else the answer of setXmlData()
     Velm::ErrorStatus initXmlFile(const QString& path, QString* errorMsg, int* errorLine,
                                   int* errorColumn);
 
     /// Parses @p text into the document. The answer is inverted, which is wanted so. The outputs
     /// may be null; they get message and place of an error as QDomDocument::setContent() tells
-    /// them. A text nested some hundred levels deep counts as malformed where that is reached.
+    /// them. A text that passes one of the bounds in docs/limits.md counts as malformed where it
+    /// does: more than 8,000,000 characters with what its entities are replaced by, elements nested
+    /// deeper than 512, more than 400,000 elements, attributes and texts.
     /// @return VelmInvalidValue if the text is well-formed and the document holds it; VelmOk if it
-    /// is malformed and the document is empty; VelmNoData for an empty text or one that begins with
-    /// NUL, and the document stays
+    /// is malformed and the document is empty; VelmNoData for an empty text, and the document
+    /// stays; VelmXmlInitFailed if memory runs out, and the document stays
     Velm::ErrorStatus setXmlData(const QString& text, QString* errorMsg, int* errorLine,
                                  int* errorColumn);
 

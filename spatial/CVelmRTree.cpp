@@ -1,11 +1,14 @@
 #include "CVelmRTree.h"
 
+#include "spatial/OwnArithmetic.h"
 #include "spatial/RTreeChoice.h"
 #include "spatial/RTreeInnerNode.h"
 #include "spatial/RTreeNodePool.h"
 #include "spatial/RTreeSlots.h"
 
 #include <cmath>
+#include <new>
+#include <utility>
 
 using namespace velm::detail;
 
@@ -37,6 +40,22 @@ bool isSound(const CVelmRTreeNode& node, int level)
             return false;
     }
     return used > 0 && node.level == level;
+}
+
+/// Nodes of a caller's tree.
+struct NodeCount
+{
+    int leaves = 0;
+    int innerNodes = 0;
+};
+
+void count(const CVelmRTreeNode& node, NodeCount& nodes)
+{
+    ++(node.level == 0 ? nodes.leaves : nodes.innerNodes);
+    for (const CVelmRTreeBranch& branch : node.branch) {
+        if (branch.child && node.level > 0)
+            count(*static_cast<const CVelmRTreeNode*>(branch.child), nodes);
+    }
 }
 
 /// Moves a caller's node, with all that lies below it, into the pool. @return the node that it
@@ -72,8 +91,18 @@ CVelmRTree& CVelmRTree::operator=(const CVelmRTree& other) = default;
 void CVelmRTree::Init()
 {
     Destroy();
-    m_pool = std::make_shared<RTreeNodePool>();
-    m_root = m_pool->make(0);
+    try {
+        begin();
+    } catch (const std::bad_alloc&) {
+        // It begins when it is used.
+    }
+}
+
+void CVelmRTree::begin()
+{
+    auto pool = std::make_shared<RTreeNodePool>();
+    m_root = pool->make(0);
+    m_pool = std::move(pool);
 }
 
 void CVelmRTree::Destroy()
@@ -87,6 +116,7 @@ void CVelmRTree::GetMinMax(double* bounds) const
 {
     if (!m_root || m_root->count == 0)
         return;
+    const OwnArithmetic arithmetic;
     const WideRect cover = RTreeSlots::cover(*m_root);
     _mm_storeu_pd(bounds, cover.low);
     _mm_storeu_pd(bounds + 2, cover.high);
@@ -94,22 +124,44 @@ void CVelmRTree::GetMinMax(double* bounds) const
 
 bool CVelmRTree::InsertRect(CVelmRTreeMBR* rect, void* id, int level)
 {
+    const OwnArithmetic arithmetic;
     repair(*rect);
-    if (!m_root)
-        Init();
-    if (!id || level < 0 || level > m_root->level)
-        return true;
-    if (level > 0) {
-        if (!isSound(*static_cast<Node*>(id), level - 1))
+    try {
+        if (!m_root)
+            begin();
+        if (!id || level < 0 || level > m_root->level)
             return true;
-        id = adopt(static_cast<Node*>(id), *m_pool);
-        m_pool->setIrregular();
+        if (level == 0)
+            reserveForInsertion(0, 0);
+        else if (isSound(*static_cast<Node*>(id), level - 1))
+            id = takeOver(static_cast<Node*>(id));
+        else
+            return true;
+    } catch (const std::bad_alloc&) {
+        return false;
     }
     if (!rect->IsValideRect())
         m_pool->setIrregular();
     noteChange();
     insert(*rect, id, level);
     return true;
+}
+
+/// Before an insertion that takes some more nodes. An insertion may split a node of every level,
+/// make a new root, and make a node of every level where a copy has emptied one.
+void CVelmRTree::reserveForInsertion(int leaves, int innerNodes)
+{
+    m_pool->reserve(leaves + 2, innerNodes + 2 * m_root->level + 1);
+}
+
+/// Moves a caller's node into the pool.
+void* CVelmRTree::takeOver(Node* node)
+{
+    NodeCount nodes;
+    count(*node, nodes);
+    reserveForInsertion(nodes.leaves, nodes.innerNodes);
+    m_pool->setIrregular();
+    return adopt(node, *m_pool);
 }
 
 /// Before a change.

@@ -1,7 +1,10 @@
 #include "CVelmRTree.h"
 
+#include "spatial/OwnArithmetic.h"
 #include "spatial/RTreeNodePool.h"
 #include "spatial/RTreeSlots.h"
+
+#include <new>
 
 using namespace velm::detail;
 
@@ -59,11 +62,11 @@ bool touchesBorder(const CVelmRTreeMBR& cover, const CVelmRTreeMBR& part)
 void tellNobody(void*) {}
 
 /// Tells the caller which entry was removed.
-auto tell(CVelmRTree::Callback cb, void* ctx)
+auto tell(CVelmRTree::Callback cb, void* ctx, const OwnArithmetic& arithmetic)
 {
-    return [cb, ctx](void* id) {
+    return [cb, ctx, &arithmetic](void* id) {
         if (cb)
-            cb(id, ctx);
+            arithmetic.atHost([=] { return cb(id, ctx); });
     };
 }
 
@@ -71,6 +74,7 @@ auto tell(CVelmRTree::Callback cb, void* ctx)
 
 bool CVelmRTree::DeleteRect(CVelmRTreeMBR* rect, void* id)
 {
+    const OwnArithmetic arithmetic;
     if (!rect->IsValideRect() || !id)
         return false;
     return remove(rect, holds(id), tellNobody) || DeleteID(id);
@@ -78,21 +82,24 @@ bool CVelmRTree::DeleteRect(CVelmRTreeMBR* rect, void* id)
 
 bool CVelmRTree::DeleteID(void* id)
 {
+    const OwnArithmetic arithmetic;
     return id && remove(nullptr, holds(id), tellNobody);
 }
 
 bool CVelmRTree::DeleteRectOverlap(CVelmRTreeMBR* rect, Callback cb, void* ctx)
 {
-    return rect->IsValideRect() && remove(rect, anySlot, tell(cb, ctx));
+    const OwnArithmetic arithmetic;
+    return rect->IsValideRect() && remove(rect, anySlot, tell(cb, ctx, arithmetic));
 }
 
 bool CVelmRTree::DeleteRectInclude(CVelmRTreeMBR* rect, Callback cb, void* ctx)
 {
+    const OwnArithmetic arithmetic;
     const RTreeQuery query(*rect);
     const auto liesInside = [&query](const Node& node, int slot) {
         return RTreeSlots::liesInside(node, slot, query);
     };
-    return rect->IsValideRect() && remove(rect, liesInside, tell(cb, ctx));
+    return rect->IsValideRect() && remove(rect, liesInside, tell(cb, ctx, arithmetic));
 }
 
 /// Removes the first entry that @p fits below branches that overlap @p rect, or below all if it is
@@ -101,7 +108,7 @@ bool CVelmRTree::DeleteRectInclude(CVelmRTreeMBR* rect, Callback cb, void* ctx)
 template<class Fits, class Removed>
 bool CVelmRTree::remove(const Rect* rect, const Fits& fits, const Removed& removed)
 {
-    if (!m_root)
+    if (!m_root || !reserveForReinsertion())
         return false;
     noteChange();
     const RTreeQuery query(rect ? *rect : Rect());
@@ -138,7 +145,7 @@ bool CVelmRTree::_DeleteRect(Node* node, const RTreeQuery* query, const Fits& fi
             continue;
         const Rect before = node->branch[slot].rect;
         if (child->count < kMinFill) {
-            dissolved = new NodeList(child, dissolved);
+            dissolved = m_pool->cell(child, dissolved);
             RTreeSlots::erase(*node, slot);
             lost = before;
         } else if (touchesBorder(before, lost) || !m_pool->isRegular()) {
@@ -148,6 +155,25 @@ bool CVelmRTree::_DeleteRect(Node* node, const RTreeQuery* query, const Fits& fi
         return true;
     }
     return false;
+}
+
+/// Before a deletion, which may dissolve a node of every level up to the root: each leaves some
+/// branches to be inserted. @return false if memory runs out
+bool CVelmRTree::reserveForReinsertion()
+{
+    constexpr int kBranches = kMinFill - 1;
+    const int levels = m_root->level;
+    const int height = levels + 1 + levels / 2;  // new roots included
+    const int perBranch = m_pool->isEntangled() ? 2 * (height + 1) : height + 1;
+    if (levels == 0)
+        return true;
+    try {
+        m_pool->reserve(kBranches * perBranch, kBranches * levels * perBranch);
+        m_pool->reserveCells(levels);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    return true;
 }
 
 /// Inserts what the nodes of the list hold, each branch at its level, and frees the list.
@@ -160,10 +186,9 @@ void CVelmRTree::reinsert(NodeList* dissolved)
                 insert(branch.rect, branch.child, node->level);
         }
         m_pool->recycle(node);
-        NodeList* next = dissolved->next;
-        delete dissolved;
-        dissolved = next;
+        dissolved = dissolved->next;
     }
+    m_pool->clearCells();
 }
 
 /// Makes the only child of the root the root.

@@ -1,11 +1,13 @@
 #include "CVelmRTree.h"
 
+#include "spatial/OwnArithmetic.h"
 #include "spatial/RTreeNodePool.h"
 #include "spatial/RTreeSlots.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <new>
 
 using namespace velm::detail;
 
@@ -179,15 +181,21 @@ void search(const Node* root, const RTreeQuery& query, bool isRegular, LookAt& l
         Search<LookAt>(query, isRegular, lookAt).run(&visit, 1);
 }
 
-/// @return how many identifiers were appended
+/// @return how many identifiers were appended; none if memory for them runs out
 template<class Test>
 int collect(const Node* root, const CVelmRTreeMBR& rect, bool isRegular, QVector<void*>& ids)
 {
+    const OwnArithmetic arithmetic;
     const int before = ids.size();
     const RTreeQuery query(rect);
     Collector<Test> collector(query, isRegular, ids);
-    search(root, query, isRegular, collector);
-    collector.flush();
+    try {
+        search(root, query, isRegular, collector);
+        collector.flush();
+    } catch (const std::bad_alloc&) {
+        if (ids.size() > before)
+            ids.resize(before);
+    }
     return ids.size() - before;
 }
 
@@ -195,11 +203,12 @@ int collect(const Node* root, const CVelmRTreeMBR& rect, bool isRegular, QVector
 template<class Test, class Use>
 int visit(const Node* root, const CVelmRTreeMBR& rect, bool isRegular, const Use& use)
 {
+    const OwnArithmetic arithmetic;
     const RTreeQuery query(rect);
     int hits = 0;
     const auto count = [&](const Branch& branch) {
         ++hits;
-        return use(branch);
+        return arithmetic.atHost([&] { return use(branch); });
     };
     const auto lookAt = [&](const Visit& leaf) {
         forEachMatch<Test>(leaf, query, isRegular, count);

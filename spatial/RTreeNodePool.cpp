@@ -37,13 +37,13 @@ RTreeNodePool::Store::~Store()
 
 void* RTreeNodePool::Store::take()
 {
+    reserve(1);
+    --m_available;
     if (m_unused) {
         Unused* unused = m_unused;
         m_unused = unused->next;
         return unused;
     }
-    if (m_blocks.empty() || m_blocks.back().used == m_blocks.back().size)
-        addBlock();
     Block& block = m_blocks.back();
     return block.memory + m_nodeSize * block.used++;
 }
@@ -51,16 +51,24 @@ void* RTreeNodePool::Store::take()
 void RTreeNodePool::Store::giveBack(void* memory)
 {
     m_unused = new (memory) Unused{m_unused};
+    ++m_available;
 }
 
-void RTreeNodePool::Store::addBlock()
+void RTreeNodePool::Store::addBlock(size_t least)
 {
-    const size_t size =
+    const size_t grown =
         m_blocks.empty() ? kFirstBlock : std::min(2 * m_blocks.back().size, m_greatestBlock);
+    const size_t size = std::max(grown, least);
+    m_blocks.reserve(m_blocks.size() + 1);
     void* memory = ::operator new (size* m_nodeSize, std::align_val_t{alignof(Node)});
     if (size * m_nodeSize >= kLargePage)
         platform::useLargePages(memory, size * m_nodeSize);
+    // What the last block still has is used first.
+    for (Block* last = m_blocks.empty() ? nullptr : &m_blocks.back();
+         last && last->used < last->size; ++last->used)
+        m_unused = new (last->memory + m_nodeSize * last->used) Unused{m_unused};
     m_blocks.push_back({static_cast<char*>(memory), size, 0});
+    m_available += size;
 }
 
 RTreeNodePool::RTreeNodePool() : m_leaves(sizeof(Node)), m_innerNodes(sizeof(RTreeInnerNode)) {}

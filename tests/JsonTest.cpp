@@ -2,6 +2,7 @@
 #include "common/JsonMerge.h"
 
 #include "support/Printers.h"
+#include "support/StarvedMemory.h"
 #include "support/Text.h"
 
 #include <gtest/gtest.h>
@@ -140,6 +141,37 @@ TEST(Json, TellsWhereATextDoesNotParse)
     EXPECT_THROW(json::parse(nested(json::kDeepestNesting + 1)), json::Error);
     EXPECT_TRUE(failure(nested(100000)).startsWith(u"Parse json fail. err="_s));
     EXPECT_TRUE(failure(u"{\"a\":"_s.repeated(100000)).startsWith(u"Parse json fail. err="_s));
+}
+
+TEST(Json, ThrowsWhereMemoryRunsOut)
+{
+    if (!StarvedMemory::isPossible())
+        GTEST_SKIP();
+    QStringList texts;
+    for (int i = 0; i < 3000; ++i)
+        texts.append(u"\"%1\""_s.arg(i).repeated(i == 7 ? 20000 : 1).replace(u"\"\""_s, u""_s));
+    const QString text = u"{\"Required\":1,\"Text\":"_s + texts.at(7) + u",\"List\":["_s
+                         + texts.join(u","_s) + u"]}"_s;
+    bool failed = true;
+    for (int which = 1; failed; ++which) {
+        QString result;
+        {
+            const StarvedMemory starved(30000, which);
+            try {
+                Sample sample;
+                json::Document before = json::parse(text);
+                json::read(before, sample);
+                json::Document changed = json::toDocument(Sample());
+                json::overlay(changed, before, changed.GetAllocator());
+                const json::Value difference = json::difference(
+                    changed, json::Document(rapidjson::kObjectType), changed.GetAllocator());
+                result = json::toText(difference);
+            } catch (const json::OutOfMemory&) {
+            }
+            failed = starved.hasFailed();
+        }
+        EXPECT_EQ(result.contains(texts.at(7)), !failed) << "request " << which;
+    }
 }
 
 struct MergeCase

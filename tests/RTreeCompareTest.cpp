@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include <emmintrin.h>
+
 namespace {
 
 using Rect = CVelmRTreeMBR;
@@ -18,6 +20,30 @@ using Numbers = std::vector<double>;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
+/// A host that traps invalid and infinite results and rounds upwards. Its numbers are whole.
+class StrictHost
+{
+public:
+    explicit StrictHost(bool isStrict) : m_before(_mm_getcsr())
+    {
+        if (isStrict)
+            _mm_setcsr(kControl);
+    }
+    ~StrictHost() { _mm_setcsr(m_before); }
+    StrictHost(const StrictHost&) = delete;
+    StrictHost& operator=(const StrictHost&) = delete;
+
+    static bool isIntact(bool isStrict)
+    {
+        return !isStrict || (_mm_getcsr() & ~_MM_EXCEPT_MASK) == kControl;
+    }
+
+private:
+    static constexpr unsigned kControl =
+        _MM_MASK_UNDERFLOW | _MM_MASK_INEXACT | _MM_MASK_DENORM | _MM_ROUND_UP;
+    const unsigned m_before;
+};
 
 int onId(void* id, void* ctx);
 int onEntry(void* id, void* entryRect, void* ctx);
@@ -38,12 +64,14 @@ struct Call
     QVector<void*> ids = {nullptr};
     Numbers log = {};
     quint64 callbacks = 0;
+    bool isHostStrict = false;
     std::function<int()> counter = {};  // logged too: a removal calls back before it moves entries
 };
 
 int onId(void* id, void* ctx)
 {
     Call& call = *static_cast<Call*>(ctx);
+    EXPECT_TRUE(StrictHost::isIntact(call.isHostStrict));
     call.log.push_back(static_cast<double>(reinterpret_cast<quintptr>(id)));
     call.log.push_back(call.counter());
     return call.stopEvery == 0 || ++call.callbacks % call.stopEvery != 0;
@@ -76,8 +104,10 @@ constexpr int kInsertion = 0, kDeletions = 1, kSearches = 5, kTraversalRect = 12
 
 /// What @p call answers, what becomes of the caller's rectangle, the counter and the bounds.
 template<class Tree>
-Numbers outcome(Tree& tree, Call call)
+Numbers outcome(Tree& tree, Call call, bool isHostStrict)
 {
+    const StrictHost host(isHostStrict);
+    call.isHostStrict = isHostStrict;
     call.counter = [&tree] { return tree.GetCount(); };
     call.log.push_back(kActions<Tree>[call.action](tree, call));
     for (void* const id : qAsConst(call.ids))
@@ -89,10 +119,10 @@ Numbers outcome(Tree& tree, Call call)
     return call.log;
 }
 
-/// Whether both trees answer @p call alike. Not a number equals itself here.
+/// Whether both trees answer @p call alike, also to a strict host. Not a number equals itself here.
 bool agree(CVelmRTree& tree, PlainRTree& plain, const Call& call)
 {
-    const Numbers a = outcome(tree, call), b = outcome(plain, call);
+    const Numbers a = outcome(tree, call, true), b = outcome(plain, call, false);
     const auto same = [](double x, double y) { return x == y || (std::isnan(x) && std::isnan(y)); };
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), same);
 }

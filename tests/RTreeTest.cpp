@@ -1,10 +1,15 @@
 #include "CVelmRTree.h"
 
+#include "support/StarvedMemory.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <limits>
 #include <memory>
+#include <new>
+#include <numeric>
 #include <vector>
 
 namespace {
@@ -229,6 +234,61 @@ TEST(RTree, TakesOverNodesOfTheCaller)
     empty.level = 0;
     tree.InsertRect(&rect, &empty, 1);
     EXPECT_EQ(idsIn(tree).size(), 11U);
+}
+
+TEST(RTree, StaysAsItWasWhereMemoryRunsOut)
+{
+    if (!StarvedMemory::isPossible())
+        GTEST_SKIP();
+    std::vector<double> places(100);
+    std::iota(places.begin(), places.end(), 0.0);
+    Rect everywhere(-1, -1, 999, 1);
+    const auto insertAll = [&](CVelmRTree& tree) {
+        int done = 0;
+        while (done < 100 && tree.InsertRect(&everywhere, idOf(quintptr(done) + 1000), 0))
+            ++done;
+        return done;
+    };
+    const auto insertNode = [&](CVelmRTree& tree) {
+        std::unique_ptr<CVelmRTreeNode> leaf(new (std::nothrow) CVelmRTreeNode);
+        if (!leaf)
+            return 0;
+        leaf->level = 0;
+        leaf->branch[0].child = idOf(1000);
+        const bool done = tree.InsertRect(&everywhere, leaf.get(), 1);
+        if (done)
+            leaf.release();
+        return done ? 1 : 0;
+    };
+    const auto deleteAll = [](CVelmRTree& tree) {
+        int done = 0;
+        while (done < 60 && tree.DeleteID(idOf(quintptr(done) + 1)))
+            ++done;
+        return -done;
+    };
+    const auto find = [&](CVelmRTree& tree) {
+        QVector<void*> ids{nullptr};
+        const int found = tree.GetOverlap(&everywhere, ids) + tree.GetInclude(&everywhere, ids);
+        EXPECT_EQ(ids.size(), found + 1);
+        return 0;
+    };
+    const std::function<int(CVelmRTree&)> operations[] = {insertAll, insertNode, deleteAll, find};
+    for (const auto& operation : operations) {
+        bool failed = true;
+        for (int which = 1; failed; ++which) {
+            CVelmRTree tree = line(places);
+            int change = 0;
+            {
+                const StarvedMemory starved(256, which);
+                change = operation(tree);
+                failed = starved.hasFailed();
+            }
+            Numbers ids = idsIn(tree);
+            EXPECT_EQ(int(ids.size()), 100 + change) << "request " << which;
+            std::sort(ids.begin(), ids.end());
+            EXPECT_TRUE(std::unique(ids.begin(), ids.end()) == ids.end());
+        }
+    }
 }
 
 TEST(RTree, HoldsAFieldOfCellsAndBecomesEmptyAgain)

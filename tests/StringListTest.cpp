@@ -1,5 +1,6 @@
 #include "CVelmString.h"
 #include "support/Printers.h"
+#include "support/StarvedMemory.h"
 #include "support/Text.h"
 
 #include <gtest/gtest.h>
@@ -225,13 +226,33 @@ TEST(StringNumber, IsCountedInColumnLetters)
         EXPECT_EQ(CVelmString::EnglishLetters2Number(other), 0) << other.toStdString();
 }
 
-TEST(StringList, SkipsRangesThatMemoryCannotHold)
+TEST(StringList, SkipsWhatWouldBeTooManyNumbers)
 {
-    const auto expanded = [](const char* text) {
-        return CVelmString::String2LongList(QString::fromLatin1(text), u"-"_s, u","_s);
+    constexpr int kMost = 16777216;
+    const auto expanded = [](const QString& text) {
+        return CVelmString::String2LongList(text, u"-"_s, u","_s);
     };
-    EXPECT_EQ(expanded("5,0-2147483646,6"), QVector<long>({5, 6}));
-    EXPECT_EQ(expanded("4,1-2000000000,5"), QVector<long>({4, 5}));
-    EXPECT_EQ(expanded("1-3-2000000000,7"), QVector<long>({1, 2, 3, 7}));
-    EXPECT_EQ(expanded("1-2-2-1"), QVector<long>({1, 2, 1}));
+    EXPECT_EQ(expanded(u"5,0-2147483646,6"_s), QVector<long>({5, 6}));
+    EXPECT_EQ(expanded(u"4,1-16777216,5"_s), QVector<long>({4, 5}));
+    EXPECT_EQ(expanded(u"1-3-16777217,7"_s), QVector<long>({1, 2, 3, 7}));
+    EXPECT_EQ(expanded(u"1-2-2-1"_s), QVector<long>({1, 2, 1}));
+    EXPECT_EQ(expanded(u"1-3-16777216"_s).size(), kMost) << "the 3 stands there once";
+    const QVector<long> full =
+        CVelmString::StringList2LongList({u"1-16777216"_s, u"5"_s, u"6-7"_s}, u"-"_s, u","_s);
+    EXPECT_EQ(full.size(), kMost);
+    EXPECT_EQ(full.last(), kMost);
+}
+
+TEST(StringList, IsEmptyWhereMemoryRunsOut)
+{
+    if (!StarvedMemory::isPossible())
+        GTEST_SKIP();
+    const QString text = u"1-100000,7-90000"_s;
+    bool failed = true;
+    for (int which = 1; failed; ++which) {
+        const StarvedMemory starved(100000, which);
+        const QVector<long> values = CVelmString::String2LongList(text, u"-"_s, u","_s);
+        failed = starved.hasFailed();
+        EXPECT_EQ(values.size(), failed ? 0 : 189994);
+    }
 }

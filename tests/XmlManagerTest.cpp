@@ -1,6 +1,7 @@
 #include "CVelmXmlManager.h"
 
 #include "support/Printers.h"
+#include "support/StarvedMemory.h"
 #include "support/TemporaryRoot.h"
 #include "support/Text.h"
 
@@ -23,14 +24,87 @@ Parsed parse(const QString& text)
     return parsed;
 }
 
-/// A document whose entities refer to one another, or that has one long one often.
-QString entityBomb(int levels, int length, int references)
+QString declared(const QString& declarations, const QString& content = u"<a/>"_s)
 {
-    QString text = u"<!DOCTYPE a [<!ENTITY e0 '"_s + QString(length, QLatin1Char('x')) + u"'>"_s;
-    for (int i = 1; i <= levels; ++i)
-        text += u"<!ENTITY e%1 '%2'>"_s.arg(QString::number(i), u"&e%1;"_s.arg(i - 1).repeated(10));
-    return text + u"]><a>"_s + u"&e%1;"_s.arg(levels).repeated(references) + u"</a>"_s;
+    return u"<!DOCTYPE a ["_s + declarations + u"]>"_s + content;
 }
+
+QString nested(int depth)
+{
+    return u"<a>"_s.repeated(depth) + u"</a>"_s.repeated(depth);
+}
+
+QString groups(int depth)
+{
+    return u"<!ELEMENT a "_s + QString(depth, u'(') + u"b"_s + QString(depth, u')') + u">"_s;
+}
+
+QString numbered(const QString& pattern, int count)
+{
+    QString text;
+    for (int i = 0; i < count; ++i)
+        text += pattern.arg(i);
+    return text;
+}
+
+struct Bound
+{
+    const char* name;
+    QString within, beyond;
+    const char* error;
+};
+
+const QString kEntity = u"<!ENTITY e '%1'>"_s;
+const QString kParameter = u"<!ENTITY % p '%1'>"_s;
+
+const Bound kBounds[] = {
+    {"Depth", nested(512), nested(513), "elements nested deeper than 512"},
+    {"DepthInAnEntity", declared(kEntity.arg(nested(511)), u"<a>&e;</a>"_s),
+     declared(kEntity.arg(nested(512)), u"<a>&e;</a>"_s), "elements nested deeper than 512"},
+    {"Groups", declared(groups(512)), declared(groups(513)), "groups nested deeper than 512"},
+    {"GroupsInAnEntity", declared(kParameter.arg(groups(512)) + u"%p;"_s),
+     declared(kParameter.arg(groups(513)) + u"%p;"_s), "groups nested deeper than 512"},
+    // An entity may be part of a declaration: here what follows "<!--" is no comment.
+    {"GroupsBehindAnEntity",
+     declared(kParameter.arg(u"<!ENTITY x &#34;"_s) + u"%p;<!-- \">"_s + groups(500)),
+     declared(kParameter.arg(u"<!ENTITY x &#34;"_s) + u"%p;<!-- \">"_s + groups(513)),
+     "groups nested deeper than 512"},
+    {"GroupsOfAComment", declared(u"<!-- \" "_s + QString(9999, u'(') + u"-->"_s + groups(9)),
+     declared(u"<!-- \" "_s + QString(9999, u'(') + u"-->"_s + groups(513)),
+     "groups nested deeper than 512"},
+    {"Characters", u"<a>"_s + QString(7999993, u'x') + u"</a>"_s,
+     u"<a>"_s + QString(7999994, u'x') + u"</a>"_s,
+     "more than 8000000 characters with its entities"},
+    {"Expansion",
+     declared(kEntity.arg(QString(100000, u'x')), u"<a>"_s + u"&e;"_s.repeated(78) + u"</a>"_s),
+     declared(kEntity.arg(QString(100000, u'x')),
+              u"<a b='"_s + u"&e;"_s.repeated(100000) + u"'/>"_s),
+     "more than 8000000 characters with its entities"},
+    {"ShortEntities",
+     declared(kEntity.arg(u"x"_s), u"<a>"_s + u"&e;"_s.repeated(1900000) + u"</a>"_s),
+     declared(kEntity.arg(u"x"_s), u"<a>"_s + u"&e;"_s.repeated(2000000) + u"</a>"_s),
+     "more than 8000000 characters with its entities"},
+    {"NoEntities",
+     declared(u"<!-- <!ENTITY e '"_s + QString(400000, u'&') + u"'> -->"_s,
+              u"<a><!--"_s + u"&e;"_s.repeated(900000) + u"--><![CDATA["_s
+                  + u"&e;"_s.repeated(900000) + u"]]></a>"_s),
+     declared(u"<!ATTLIST a b CDATA '"_s + QString(200001, u'x') + u"'>"_s),
+     "more than 200000 characters in declarations"},
+    {"Nodes", u"<a>"_s + u"<b c='1'/> x"_s.repeated(133333) + u"</a>"_s,
+     u"<a>"_s + u"<b c='1'/> x"_s.repeated(133334) + u"</a>"_s,
+     "more than 400000 elements, attributes and texts"},
+    {"Attributes", u"<a"_s + numbered(u" b%1 = '2'"_s, 100000) + u"/>"_s,
+     u"<a"_s + numbered(u" b%1 = '2'"_s, 100001) + u"/>"_s,
+     "more than 100000 attributes of an element"},
+    {"Entities", declared(numbered(u"<!ENTITY e%1 'x'>"_s, 2000)),
+     declared(numbered(u"<!ENTITY e%1 'x'>"_s, 2001)), "more than 2000 entities"},
+    {"References", declared(kEntity.arg(u"&u;"_s.repeated(1365))),
+     declared(kEntity.arg(u"&u;"_s.repeated(2000000))),
+     "more than 5000 references in declarations"},
+};
+
+class XmlBound : public testing::TestWithParam<Bound>
+{};
 
 }  // namespace
 
@@ -44,7 +118,7 @@ TEST_F(XmlManager, AnswersTheWrongWayRound)
     EXPECT_EQ(malformed.error, u"tag mismatch"_s);
     EXPECT_EQ(malformed.line, 2);
     EXPECT_EQ(parse(QString()).status, Velm::VelmNoData);
-    EXPECT_EQ(parse(QString(QChar(0)) + u"<a/>"_s).status, Velm::VelmNoData);
+    EXPECT_EQ(parse(QString(QChar(0)) + u"<a/>"_s).status, Velm::VelmOk) << "not empty";
 }
 
 TEST_F(XmlManager, ReadsFilesAndTellsNoPlaceOfTheirErrors)
@@ -52,6 +126,7 @@ TEST_F(XmlManager, ReadsFilesAndTellsNoPlaceOfTheirErrors)
     writeFile(u"good.xml"_s, "<?xml version='1.0' encoding='UTF-8'?><a>\xE6\x96\x87</a>");
     writeFile(u"bad.xml"_s, "<a>");
     writeFile(u"empty.xml"_s, "");
+    writeFile(u"zero.xml"_s, QByteArray("<a/>\0", 5));
     CVelmXmlManager manager;
     QString error = u"before"_s;
     int line = -7;
@@ -61,26 +136,42 @@ TEST_F(XmlManager, ReadsFilesAndTellsNoPlaceOfTheirErrors)
     EXPECT_EQ(init(u"good.xml"_s), Velm::VelmInvalidValue);
     EXPECT_EQ(init(u"bad.xml"_s), Velm::VelmOk);
     EXPECT_EQ(init(u"empty.xml"_s), Velm::VelmNoData);
+    EXPECT_EQ(init(u"zero.xml"_s), Velm::VelmOk) << "read with the NUL";
     EXPECT_EQ(init(u"missing.xml"_s), Velm::VelmXmlInitFailed);
     EXPECT_EQ(error, u"before"_s);
     EXPECT_EQ(line, -7);
 }
 
-TEST_F(XmlManager, RefusesWhatWouldTakeTooMuch)
+TEST_P(XmlBound, RefusesWhatWouldTakeTooMuch)
 {
-    const QString open = u"<a>"_s.repeated(100000);
-    const QString brackets(100000, QLatin1Char('('));
-    EXPECT_EQ(parse(open + u"</a>"_s.repeated(100000)).status, Velm::VelmOk);
-    EXPECT_EQ(parse(open).status, Velm::VelmOk);
-    EXPECT_EQ(parse(u"<!DOCTYPE a [<!ELEMENT a "_s + brackets + u">]><a/>"_s).status, Velm::VelmOk);
-    for (const QString& entity : {u"<!ENTITY e '"_s + open + u"'>]><a>&e;</a>"_s,
-                                  u"<!ENTITY % e '<!ELEMENT a "_s + brackets + u">'>%e;]><a/>"_s})
-        EXPECT_EQ(parse(u"<!DOCTYPE a ["_s + entity).status, Velm::VelmOk);
-    EXPECT_EQ(parse(entityBomb(9, 10, 1)).status, Velm::VelmOk);
-    EXPECT_EQ(parse(entityBomb(0, 100000, 100000)).status, Velm::VelmOk) << "ten thousand million";
-    EXPECT_EQ(parse(entityBomb(1, 10, 1000)).status, Velm::VelmInvalidValue) << "a modest one";
-    EXPECT_EQ(parse(u"<a>"_s.repeated(200) + u"</a>"_s.repeated(200)).status,
-              Velm::VelmInvalidValue);
+    EXPECT_EQ(parse(GetParam().within).status, Velm::VelmInvalidValue);
+    const Parsed refused = parse(GetParam().beyond);
+    EXPECT_EQ(refused.status, Velm::VelmOk);
+    EXPECT_EQ(refused.error, QString::fromUtf8(GetParam().error));
+}
+INSTANTIATE_TEST_SUITE_P(Texts, XmlBound, testing::ValuesIn(kBounds),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(XmlManager, TellsWhereMemoryRunsOut)
+{
+    if (!StarvedMemory::isPossible())
+        GTEST_SKIP();
+    const QString text = u"<a b='"_s + QString(99999, u'x') + u"'>"_s
+                         + u"<c>y</c>"_s.repeated(20000) + QString(99999, u'z') + u"</a>"_s;
+    writeFile(u"large.xml"_s, text.toUtf8());
+    const QString file = path(u"large.xml"_s);
+    for (const bool fromFile : {false, true}) {
+        bool failed = true;
+        for (int which = 1; failed; ++which) {
+            CVelmXmlManager manager;
+            const StarvedMemory starved(30000, which);
+            const Velm::ErrorStatus status =
+                fromFile ? manager.initXmlFile(file, nullptr, nullptr, nullptr)
+                         : manager.setXmlData(text, nullptr, nullptr, nullptr);
+            failed = starved.hasFailed();
+            EXPECT_EQ(status, failed ? Velm::VelmXmlInitFailed : Velm::VelmInvalidValue) << which;
+        }
+    }
 }
 
 TEST_F(XmlManager, SharesItsDocumentWithCopies)

@@ -1,0 +1,80 @@
+// The functions of the system's library, whose place those of a program take everywhere in it.
+
+#include "support/StarvedMemory.h"
+
+#include <pthread.h>
+
+std::uintptr_t thisThread()
+{
+    return static_cast<std::uintptr_t>(pthread_self());
+}
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+
+bool StarvedMemory::isPossible()
+{
+    return false;
+}
+
+#else
+
+#include <cerrno>
+#include <cstdlib>
+
+// NOLINTBEGIN(bugprone-reserved-identifier): the names are given
+extern "C" {
+void* __libc_malloc(std::size_t size);
+void* __libc_calloc(std::size_t count, std::size_t size);
+void* __libc_realloc(void* memory, std::size_t size);
+void* __libc_memalign(std::size_t alignment, std::size_t size);
+}
+// NOLINTEND(bugprone-reserved-identifier)
+
+namespace {
+
+void* outOfMemory()
+{
+    errno = ENOMEM;
+    return nullptr;
+}
+
+}  // namespace
+
+extern "C" {
+
+void* malloc(std::size_t size)
+{
+    return isStarved(size) ? outOfMemory() : __libc_malloc(size);
+}
+
+void* calloc(std::size_t count, std::size_t size)
+{
+    return isStarved(count * size) ? outOfMemory() : __libc_calloc(count, size);
+}
+
+void* realloc(void* memory, std::size_t size)
+{
+    return isStarved(size) ? outOfMemory() : __libc_realloc(memory, size);
+}
+
+void* aligned_alloc(std::size_t alignment, std::size_t size)
+{
+    return isStarved(size) ? outOfMemory() : __libc_memalign(alignment, size);
+}
+
+int posix_memalign(void** memory, std::size_t alignment, std::size_t size)
+{
+    void* const got = aligned_alloc(alignment, size);
+    if (got)
+        *memory = got;
+    return got ? 0 : ENOMEM;
+}
+
+}  // extern "C"
+
+bool StarvedMemory::isPossible()
+{
+    return true;
+}
+
+#endif
