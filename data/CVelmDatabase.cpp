@@ -96,7 +96,7 @@ Velm::ErrorStatus replaceRows(const CVelmDatabasePrivate& connection, const QStr
     for (const Record& row : rows) {
         const QSqlError refused =
             execute(connection.database, insertStatement(table, row, dialectOf(connection)));
-        if (refused.isValid() && transaction.isLost()) {
+        if (refused.isValid() && (!isRefusal(refused) || transaction.isLost())) {
             error = refused;
             return Velm::VelmSqlExecFailed;
         }

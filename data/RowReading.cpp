@@ -25,7 +25,8 @@ ReadOutcome readRows(const QSqlDatabase& database, const QString& sql, const Rea
         if (!readRow(query))
             return {};
     }
-    return {Velm::VelmOk, query.lastError()};
+    return isOutOfMemory(query.lastError()) ? failed(outOfMemory())
+                                            : ReadOutcome{Velm::VelmOk, query.lastError()};
 }
 
 /// Appends to @p list what @p make makes of each row; takes it all back unless the end is reached

@@ -21,6 +21,23 @@ LastError& lastError()
     return error;
 }
 
+// Result codes of SQLite, without their extensions.
+constexpr int kNoCode = -1;  // an error of Access
+constexpr int kError = 1;
+constexpr int kBusy = 5;
+constexpr int kLocked = 6;
+constexpr int kNoMemory = 7;
+constexpr int kTooBig = 18;
+constexpr int kConstraint = 19;
+constexpr int kMismatch = 20;
+
+int sqliteCode(const QSqlError& error)
+{
+    bool isNumber = false;
+    const int code = error.nativeErrorCode().toInt(&isNumber);
+    return isNumber ? code & 0xFF : kNoCode;
+}
+
 /// SQLite's driver binds a float as text.
 QVariant bindable(const QVariant& value)
 {
@@ -110,10 +127,26 @@ QString lastErrorText()
 
 bool isLock(const QSqlError& error)
 {
-    // SQLITE_BUSY and SQLITE_LOCKED, whatever their extension
-    bool isNumber = false;
-    const int code = error.nativeErrorCode().toInt(&isNumber) & 0xFF;
-    return isNumber && (code == 5 || code == 6);
+    return sqliteCode(error) == kBusy || sqliteCode(error) == kLocked;
+}
+
+bool isOutOfMemory(const QSqlError& error)
+{
+    return sqliteCode(error) == kNoMemory;
+}
+
+bool isRefusal(const QSqlError& error)
+{
+    switch (sqliteCode(error)) {
+    case kNoCode:
+    case kError:
+    case kTooBig:
+    case kConstraint:
+    case kMismatch:
+        return true;
+    default:
+        return false;
+    }
 }
 
 }  // namespace velm::detail

@@ -50,5 +50,10 @@ QString lastErrorText();
 
 /// Whether the error is that another connection locks the database.
 bool isLock(const QSqlError& error);
+/// Whether the error is that SQLite got no memory.
+bool isOutOfMemory(const QSqlError& error);
+/// Whether SQLite, or any error of Access, refuses what a statement says or the values in it, so
+/// that others may go on.
+bool isRefusal(const QSqlError& error);
 
 }  // namespace velm::detail

@@ -7,6 +7,8 @@
 
 #include <QFileInfo>
 
+#include <new>
+
 namespace velm::detail {
 
 TableReader::TableReader(const CVelmDatabase& database, const QString& table)
@@ -19,6 +21,8 @@ TableReader::TableReader(const CVelmDatabase& database, const QString& table)
     }
     const QSqlError error =
         execute(m_query, selectAll(QLatin1Char('[') + found.name + QLatin1Char(']')));
+    if (isOutOfMemory(error))
+        throw std::bad_alloc();
     if (error.isValid()) {
         tell(describe(error));
         return;
@@ -36,6 +40,8 @@ bool TableReader::next()
     if (!m_budget.isSpent() && m_query.next())
         return true;
     const QSqlError error = m_budget.isSpent() ? ReadBudget::error() : m_query.lastError();
+    if (isOutOfMemory(error))
+        throw std::bad_alloc();
     m_brokeOff = m_query.isActive() && error.isValid();
     if (m_brokeOff)
         tell(QStringLiteral("reading broke off: ") + describe(error));

@@ -12,7 +12,8 @@ void addReadProblem(const CVelmDatabase& database, const QString& table, const Q
 QStringList readProblems(const CVelmDatabase& database);
 
 /// Reads one table of a configuration database row by row and finds its columns by upper-case name.
-/// What is wrong with it is added to the problems of the connection.
+/// What is wrong with it is added to the problems of the connection. Throws std::bad_alloc where
+/// memory runs out.
 class TableReader
 {
 public:

@@ -11,6 +11,7 @@
 #include "support/LogLines.h"
 #include "support/Printers.h"
 #include "support/Records.h"
+#include "support/StarvedMemory.h"
 #include "support/TemporaryRoot.h"
 
 #include <QDir>
@@ -243,4 +244,68 @@ TEST_F(ConfigFault, AreaLinesAreWrittenAllAtOnce)
     EXPECT_FALSE(areas->UpdateAreaLine(items));
     EXPECT_EQ(querySql(u"select CODE from QuobAreaLine"_s), (QStringList{u"A"_s, u"B"_s}));
     EXPECT_EQ(loaded(), u"1 1 2"_s) << "one that is refused takes no other along";
+}
+
+TEST_F(ConfigFault, LoadsNothingOrAllWhereMemoryRunsOut)
+{
+    if (!StarvedMemory::isPossible())
+        GTEST_SKIP();
+    const QString counting =
+        u"with recursive n(i) as (select 1 union all select i + 1 from n where i "
+        "< 9000) insert into %1"_s;
+    runSql({counting.arg(u"indexini (code, name) select 'x' || i, 'abcdefgh' || i from n"_s),
+            counting.arg(u"IndexiniExtend select 'x' || i, 'a;b' from n"_s),
+            counting.arg(u"Attributetable select 'T' || i, 'a', 'b', 1 from n"_s),
+            counting.arg(u"Attributefield select 'T' || i, 'f' from n"_s),
+            u"create table TBL_A (code text, value text)"_s,
+            counting.arg(u"TBL_A select i, 'v' from n"_s),
+            u"insert into indexini (code, name) select 'long', hex(zeroblob(200000))"_s});
+    int failures = 0;
+    bool failed = true;
+    for (int which = 1; failed; ++which) {
+        bool answer = false;
+        {
+            const StarvedMemory starved(150000, which);
+            answer = m_manager->flushVelmConfig();
+            failed = starved.hasFailed();
+        }
+        EXPECT_EQ(answer, m_manager->loadProblems().isEmpty()) << which;
+        EXPECT_EQ(loaded(), answer ? u"9002 1 1"_s : u"0 0 0"_s) << which;
+        EXPECT_EQ(m_manager->GetVelmAttribute()->getGisTableMap().size(), answer ? 9000 : 0);
+        QMap<QString, QString> dictionary;
+        EXPECT_EQ(m_manager->GetVelmTBLManager()->GetDictByTable(u"TBL_A"_s, dictionary), answer);
+        failures += answer ? 0 : 1;
+    }
+    EXPECT_GT(failures, 3);
+    EXPECT_EQ(loaded(), u"9002 1 1"_s);
+}
+
+TEST_F(ConfigFault, TablesAreReadAndReplacedWholeOrNotWhereMemoryRunsOut)
+{
+    if (!StarvedMemory::isPossible())
+        GTEST_SKIP();
+    const QString table = u"globaldefines"_s;
+    const Rows rows(3000, Record{{u"key"_s, QString(40000, u'k')}, {u"value"_s, u"v"_s}});
+    CVelmDatabase database;
+    ASSERT_EQ(database.initDatabase(file(), QString()), Velm::VelmOk);
+    ASSERT_EQ(database.writeTable(table, rows.mid(0, 2000)), Velm::VelmOk);
+    bool failed = true;
+    int written = 2000;
+    for (int which = 1; failed && which < 60; ++which) {
+        Rows read(1);
+        Velm::ErrorStatus status = Velm::VelmOk;
+        {
+            const StarvedMemory starved(30000, which);
+            status = database.executeSql(u"select * from globaldefines"_s, read);
+            failed = starved.hasFailed();
+        }
+        EXPECT_EQ(read.size(), status == Velm::VelmOk ? written + 1 : 1) << which;
+        {
+            const StarvedMemory starved(30000, which);
+            status = database.writeTable(table, rows.mid(0, 1000 + which));
+            failed = failed || starved.hasFailed();
+        }
+        written = status == Velm::VelmOk ? 1000 + which : written;
+        EXPECT_EQ(database.recordCount(table, {}), static_cast<unsigned int>(written)) << which;
+    }
 }
