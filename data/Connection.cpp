@@ -13,7 +13,7 @@ CVelmDatabasePrivate::CVelmDatabasePrivate()
 {
     // Makes Qt's list of connections first, so that it is there when an object of static lifetime
     // goes and deregisters its own.
-    QSqlDatabase::connectionNames();
+    QSqlDatabase::contains();
 }
 
 bool CVelmDatabasePrivate::open(const QString& driver, const QString& databaseName)
