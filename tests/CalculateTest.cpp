@@ -8,14 +8,11 @@
 
 #include <clocale>
 #include <cmath>
-#include <cstdio>
 #include <limits>
-#include <random>
 #include <string>
 
 namespace {
 
-constexpr double kPowers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
 constexpr int kPlain = 0, kByDigit = 1, kMu = 1, kHectare = 2;
 
 QString rounded(double m2, int decimals, int type, int digit = 5, int unit = 0)
@@ -25,81 +22,7 @@ QString rounded(double m2, int decimals, int type, int digit = 5, int unit = 0)
         static_cast<Velm::UnitOfAreaType>(unit));
 }
 
-void countUp(std::string& figures)
-{
-    figures.insert(0, 1, '0');
-    size_t i = figures.size() - 1;
-    for (; figures[i] == '9'; --i)
-        figures[i] = '0';
-    ++figures[i];
-    figures.erase(0, figures[0] == '0');
-}
-
-/// The figures of the exact binary value, without the point, which may depend on the locale.
-std::string figuresOf(double value, int decimals)
-{
-    char text[64];
-    const int size = std::snprintf(text, sizeof text, "%.*f", decimals, value);
-    std::string figures(text, static_cast<size_t>(size));
-    return decimals ? figures.erase(figures.size() - 1 - size_t(decimals), 1) : figures;
-}
-
-/// Rounds on the text: scales once, takes 18 decimals, and compares the first seven of them, as a
-/// number, with the half or with the digit; @p digit is -1 for plain rounding.
-std::string roundedText(double value, int decimals, int digit = -1)
-{
-    std::string units = figuresOf(std::fabs(value) * kPowers[decimals], 18);
-    const int rest = std::stoi(units.substr(units.size() - 18, 7));
-    units.resize(units.size() - 18);
-    const int limit = digit * 1000000;
-    const bool growsByDigit = rest > limit || (rest == limit && units.back() % 2 != 0);
-    if (digit < 0 ? rest >= 5000000 : growsByDigit)
-        countUp(units);
-    const bool hasSign = value <= -1e-12 && (digit < 0 || units != "0");
-    if (units.size() > 15) {  // more figures need not survive the way through a double
-        const double result = std::stod(units) / kPowers[decimals];
-        if (digit >= 0)
-            return roundedText(std::copysign(result, value), decimals);
-        units = figuresOf(result, decimals);
-    }
-    const auto behind = static_cast<size_t>(decimals);
-    if (units.size() <= behind)
-        units.insert(0, behind + 1 - units.size(), '0');
-    return (hasSign ? "-" : "") + (behind ? units.insert(units.size() - behind, 1, '.') : units);
-}
-
-/// Numbers of every size below 2^53, decimals that end in 5, exact halves, and values near 1e12.
-double someValue(std::mt19937_64& random)
-{
-    const auto bits = random();
-    const auto number = static_cast<double>(static_cast<qint64>(bits >> (11 + random() % 50)));
-    const auto chosen = random() % 1024;
-    double magnitude = std::ldexp(number, -static_cast<int>(chosen % 50));
-    if (bits % 4 == 0)
-        magnitude = (std::fmod(number, 1e9) * 10 + 5) / kPowers[1 + chosen % 8];
-    else if (bits % 4 == 1)
-        magnitude = std::fmod(number, 1e10) / static_cast<double>(2 << chosen % 9);
-    else if (bits % 4 == 2)
-        magnitude = 1e12 + std::fmod(number, 1e6) / 1024 - 500;
-    return chosen >= 512 ? -magnitude : magnitude;
-}
-
 }  // namespace
-
-TEST(Calculate, AgreesWithDecimalArithmeticOnTexts)
-{
-    std::mt19937_64 random(7);
-    for (int i = 0; i < 1200000; ++i) {
-        const double value = someValue(random);
-        const int decimals = static_cast<int>(random() % 9);
-        const int chosen = static_cast<int>(random() % 40);
-        const int digit = chosen < 10 ? chosen : 5;
-        ASSERT_EQ(rounded(value, decimals, kPlain).toStdString(), roundedText(value, decimals));
-        ASSERT_EQ(rounded(value, decimals, kByDigit, digit).toStdString(),
-                  roundedText(value, decimals, digit))
-            << value << " by " << digit;
-    }
-}
 
 TEST(Calculate, RoundsWhatLooksOdd)
 {

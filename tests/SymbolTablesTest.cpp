@@ -277,62 +277,28 @@ TEST_F(SymbolTables, TellHowRecordsAreShownAndWritten)
     EXPECT_EQ(m_manager->GetVelmRecordManager()->getPIPSysConfigInformation(3), u"材质"_s);
 }
 
-TEST_F(SymbolTables, TakeHostileValuesAsTextOrAsNothing)
+TEST_F(SymbolTables, TakeAMillionCharactersInEveryCell)
 {
-    const QMap<QString, QStringList> tables{
-        {u"indexini"_s, {u"CODE"_s, u"NAME"_s, u"WIDTH"_s, u"TABLE"_s}},
-        {u"Workdef"_s, {u"CODE"_s, u"LAYER"_s, u"ENTTYPE"_s, u"COLOR"_s}},
-        {u"QuobAreaLine"_s, {u"CODE"_s, u"LINEWIDTH"_s, u"GROUPNAME"_s, u"HATCHCOLOR"_s}},
-        {u"VelmAnnotate"_s, {u"CODE"_s, u"FONT"_s, u"EXTDATA"_s, u"HEIGHT"_s, u"ENTTYPE"_s}},
-        {u"Attributetable"_s, {u"TABLE"_s, u"TEXT"_s, u"TYPE"_s}},
-        {u"Attributefield"_s, {u"TABLE"_s, u"NAME"_s, u"TYPE"_s, u"DEFAULT"_s, u"NOTNULL"_s}},
-        {u"VelmFrame"_s, {u"ConfigName"_s, u"FRAMEMODE"_s, u"FRAMETAG"_s}},
-        {u"VelmCmdSetting"_s, {u"CmdName"_s, u"CmdText"_s}},
-        {u"RecordConfigType"_s, {u"CODE"_s, u"NAME"_s}},
-        {u"RecordConfig"_s, {u"CODE"_s, u"SHOWFIELD"_s}}};
-    struct Case
-    {
-        const char* value;  // of every cell, as SQL
-        int length;         // of its text
-        bool isNumber;
-    };
-    for (const Case& c : {Case{"'{'", 1, false}, Case{"'[1,{}]'", 6, false},
-                          Case{"replace(hex(zeroblob(500000)), '0', 'x')", 1000000, false},
-                          Case{"'7'", 1, true}, Case{"7", 1, true}, Case{"x'7b'", 1, false}}) {
-        QStringList statements;
-        const QString value = QString::fromUtf8(c.value);
-        for (auto table = tables.begin(); table != tables.end(); ++table) {
-            const QString name = table.key();
-            const QString others = (u", "_s + value).repeated(table->size() - 1);
-            statements +=
-                {u"drop table if exists "_s + name,
-                 u"create table %1 ([%2])"_s.arg(name, table->join(u"], ["_s)),
-                 u"insert into %1 values (cast(%2 as text)%3)"_s.arg(name, value, others)};
-        }
-        load(statements);
-        const CVelmConfigManager* manager = m_manager;
-        ASSERT_EQ(manager->GetVelmIndex()->getIndexMap().size(), 1) << c.value;
-        const VelmIndexItem index = manager->GetVelmIndex()->getIndexMap().first();
-        EXPECT_EQ(index.name.size(), c.length) << c.value;
-        EXPECT_EQ(index.width, c.isNumber ? 7.0 : 0.0) << c.value;
-        VelmTableItem table;
-        EXPECT_EQ(manager->GetVelmAttribute()->getGisTableItem(index.table, table, {}),
-                  Velm::VelmOk);
-        EXPECT_EQ(table.fields.value(0).m_fieldMust, c.isNumber) << c.value;
-        EXPECT_EQ(m_manager->GetVelmAreaLine()->GetAreaLineHatchColor(index.code),
-                  c.isNumber ? 7 : 0);
-        VelmAnnItem annotation;
-        EXPECT_EQ(m_manager->GetVelmAnnotate()->getAnnotateItem(index.code, annotation),
-                  Velm::VelmOk);
-        EXPECT_TRUE(annotation.extdata.isEmpty());
-        VelmFrameItem frame;
-        EXPECT_EQ(m_manager->GetVelmFrame()->getFrameItem(index.code, frame), Velm::VelmOk);
-        EXPECT_EQ(frame.framesizetype, 128);
-        Record map;
-        EXPECT_EQ(m_manager->GetVelmCmdSetting()->getCommandSettingVariantMap(index.code, map),
-                  Velm::VelmSettingConvertFailed);
-        EXPECT_EQ(querySql(u"select count(*) from VelmFrame"_s), QStringList{u"1"_s});
-    }
+    const QString cell = u"replace(hex(zeroblob(500000)), '0', 'x')"_s;
+    load({u"create table indexini (CODE, NAME, WIDTH, [TABLE])"_s,
+          u"insert into indexini values (%1, %1, %1, %1)"_s.arg(cell),
+          u"create table Attributetable ([TABLE], TYPE)"_s,
+          u"insert into Attributetable values (%1, %1)"_s.arg(cell),
+          u"create table VelmAnnotate (CODE, EXTDATA, HEIGHT)"_s,
+          u"insert into VelmAnnotate values (%1, %1, %1)"_s.arg(cell),
+          u"create table VelmCmdSetting (CmdName, CmdText)"_s,
+          u"insert into VelmCmdSetting values (%1, %1)"_s.arg(cell)});
+    const CVelmConfigManager* manager = m_manager;
+    ASSERT_EQ(manager->GetVelmIndex()->getIndexMap().size(), 1);
+    const VelmIndexItem index = manager->GetVelmIndex()->getIndexMap().first();
+    EXPECT_EQ(index.name.size(), 1000000);
+    EXPECT_EQ(index.width, 0.0);
+    EXPECT_TRUE(manager->GetVelmAttribute()->existTable(index.table));
+    VelmAnnItem annotation;
+    EXPECT_EQ(m_manager->GetVelmAnnotate()->getAnnotateItem(index.code, annotation), Velm::VelmOk);
+    Record map;
+    EXPECT_EQ(m_manager->GetVelmCmdSetting()->getCommandSettingVariantMap(index.code, map),
+              Velm::VelmSettingConvertFailed);
 }
 
 TEST_F(SymbolTables, AreEmptyWithoutTheirTablesAndColumns)

@@ -11,7 +11,7 @@ function(expect_output expected)
     endif()
 endfunction()
 
-expect_output("style 40021\nbox, icon, 测试: 删除要素？\nanswer 1\n" ask ${BIN}/VelmCommon.dll)
+expect_output("box, icon, 测试: 删除要素？\nanswer 1\n" ask ${BIN}/VelmCommon.dll)
 
 file(REMOVE_RECURSE ${SCRATCH})
 file(COPY ${BIN}/VelmCommon.dll DESTINATION ${SCRATCH})

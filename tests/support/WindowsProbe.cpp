@@ -79,38 +79,6 @@ int loadAndFree(const QString& library, int count)
     return 0;
 }
 
-int WINAPI printStyle(HWND owner, LPCWSTR text, LPCWSTR title, UINT style)
-{
-    print(QStringLiteral("style %1").arg(style, 0, 16));
-    return MessageBoxW(owner, text, title, style);
-}
-
-/// Puts printStyle() between the library and MessageBoxW: Wine keeps no box on top, and another
-/// process cannot tell the icons apart, so the style cannot be seen on the window. False if the
-/// library does not import it.
-bool watchStyles(HMODULE library)
-{
-    auto* base = reinterpret_cast<BYTE*>(library);
-    const auto* headers = reinterpret_cast<IMAGE_NT_HEADERS*>(
-        base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
-    const auto& imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    auto* entry = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + imports.VirtualAddress);
-    const auto wanted =
-        reinterpret_cast<ULONG_PTR>(GetProcAddress(GetModuleHandleW(L"user32.dll"), "MessageBoxW"));
-    for (; entry->Name != 0; ++entry) {
-        auto* thunk = reinterpret_cast<IMAGE_THUNK_DATA*>(base + entry->FirstThunk);
-        for (; thunk->u1.Function != 0; ++thunk) {
-            DWORD access = 0;
-            if (thunk->u1.Function == wanted
-                && VirtualProtect(thunk, sizeof *thunk, PAGE_READWRITE, &access)) {
-                thunk->u1.Function = reinterpret_cast<ULONG_PTR>(&printStyle);
-                return true;
-            }
-        }
-    }
-    return false;
-}
-
 int ask(const QString& library)
 {
     // static int CVelmMessage::question(const QString& text, const QString& title, HWND parent)
@@ -118,7 +86,7 @@ int ask(const QString& library)
     const HMODULE module = LoadLibraryW(wide(library));
     const auto question = reinterpret_cast<Question>(reinterpret_cast<void*>(
         GetProcAddress(module, "_ZN12CVelmMessage8questionERK7QStringS2_P6HWND__")));
-    if (!question || !watchStyles(module))
+    if (!question)
         return 1;
     const int button = question(QStringLiteral("删除要素？"), QStringLiteral("测试"), nullptr);
     print(QStringLiteral("answer %1").arg(button));
