@@ -1,5 +1,6 @@
 #include "CVelmDatabase.h"
 
+#include "support/LogLines.h"
 #include "support/Printers.h"
 #include "support/Records.h"
 #include "support/TemporaryRoot.h"
@@ -322,9 +323,13 @@ TEST_F(DatabaseFile, TellsOfRowsThatCannotBeRead)
 
 TEST_F(DatabaseFile, ThatIsAFolderOrHasNoFolderOrNameIsNotOpened)
 {
+    LogLines log;
     for (const QString& name : {path(u"config"_s), path(u"无/库.db"_s), QString()}) {
         EXPECT_EQ(database.initDatabase(name, QString()),
                   name.isEmpty() ? Velm::VelmInvalidValue : Velm::VelmDatabaseOpenFailed);
+        const QString line = log.take().join(u'\n');
+        EXPECT_EQ(line.contains(name + u"\": unable to open database file"_s), !name.isEmpty());
+        EXPECT_EQ(line.count(u'\n'), 0);
         EXPECT_FALSE(database.isOpen());
         expectReadOnly(0);
     }
