@@ -18,10 +18,8 @@ constexpr qint64 kGreatestFile = 1024 * 1024 * 1024;  // bytes; no value is larg
 QString refusalOf(const QString& path)
 {
     const QFileInfo file(path);
-    if (!file.exists())
-        return QStringLiteral("no such file");
     if (!file.isFile())
-        return QStringLiteral("it is no file");
+        return file.exists() ? QStringLiteral("it is no file") : QStringLiteral("no such file");
     if (file.size() > kGreatestFile)
         return QStringLiteral("larger than 1 GiB");
     return QString();
@@ -83,19 +81,19 @@ ConfigTable findConfigTable(const QSqlDatabase& database, const QString& name)
     if (!error.isValid() && !found.next()) {
         error = found.lastError();
         if (!error.isValid())
-            return {Velm::VelmTableNotExist, name, QStringLiteral("no such table")};
+            return {Velm::VelmTableNotExist, name, QStringLiteral("no such table"), found};
     }
     if (error.isValid())
-        return {Velm::VelmSqlExecFailed, name, describe(error)};
+        return {Velm::VelmSqlExecFailed, name, describe(error), found};
     const QString stored = found.value(0).toString();
     if (found.value(1).toLongLong() <= 0)  // no page of its own
-        return {Velm::VelmTableNotExist, stored, QStringLiteral("a view in its place")};
+        return {Velm::VelmTableNotExist, stored, QStringLiteral("a view in its place"), found};
     bool computed = false;
     error = isComputed(database, stored, found.value(2).toString(), computed).error;
     if (error.isValid())
-        return {Velm::VelmSqlExecFailed, stored, describe(error)};
+        return {Velm::VelmSqlExecFailed, stored, describe(error), found};
     return {computed ? Velm::VelmTableNotExist : Velm::VelmOk, stored,
-            computed ? QStringLiteral("columns are computed") : QString()};
+            computed ? QStringLiteral("columns are computed") : QString(), found};
 }
 
 Velm::ErrorStatus readConfigRow(const CVelmDatabase& database, const QString& table,

@@ -18,12 +18,14 @@ namespace velm::detail {
 Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& path, QString& why);
 Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& path);
 
-/// A table of a configuration database as it is found there.
+/// A table of a configuration database as it is found there. While it lives, everything is read in
+/// the state in which it was found, and no second lock is needed.
 struct ConfigTable
 {
     Velm::ErrorStatus status = Velm::VelmOk;
     QString name;     ///< as it is stored
     QString problem;  ///< why it is not to be read; empty for VelmOk
+    QSqlQuery found;  ///< stands on its row of the schema
 };
 
 /// Looks for a table by its name in any letter case. A view in its place, a virtual table or one
