@@ -24,8 +24,8 @@ namespace {
 void LoadCodes_Library(benchmark::State& state)
 {
     CVelmDatabase database;
-    database.initDatabase(configFile(), QString());
     for (auto _ : state) {
+        database.initDatabase(configFile(), QString());
         CVelmIndexDB index;
         CVelmWorkDB work = WorkDefinitionPeer::database();
         index.load(database);

@@ -108,8 +108,8 @@ const QString& symbolFile()
 void LoadSymbols_Library(benchmark::State& state)
 {
     CVelmDatabase database;
-    database.initDatabase(symbolFile(), QString());
     for (auto _ : state) {
+        database.initDatabase(symbolFile(), QString());
         AreaLinePeer::load(database);
         benchmark::DoNotOptimize(AttributePeer::load(database));
     }

@@ -41,6 +41,10 @@ bool Reader::read(const Value& json, QString& value)
 
 bool Reader::fail(const char* problem)
 {
+    if (m_problems.size() == kMostProblems)
+        m_problems.append(QStringLiteral("more than can be told"));
+    if (m_problems.size() > kMostProblems)
+        return false;
     QString path;
     for (const QString& step : qAsConst(m_path)) {
         if (!path.isEmpty() && !step.startsWith(QLatin1Char('[')))

@@ -176,6 +176,8 @@ private:
             fail("mandatory key not found");
     }
 
+    static constexpr int kMostProblems = 100;
+
     bool fail(const char* problem);
 
     QStringList m_path;

@@ -1,6 +1,8 @@
 #include "common/JsonMerge.h"
 
 #include <cstdint>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace velm::detail::json {
@@ -83,16 +85,25 @@ Value changesOf(const Value& changed, const Value& before, Allocator& allocator)
     return result;
 }
 
+std::u16string nameOf(const Value& name)
+{
+    return {name.GetString(), name.GetStringLength()};
+}
+
 void overlayObject(Value& target, const Value& source, Allocator& allocator)
 {
+    // Objects of RapidJSON are searched from the first member to the last.
+    std::unordered_map<std::u16string, Size> places;
+    for (auto member = target.MemberBegin(); member != target.MemberEnd(); ++member)
+        places.emplace(nameOf(member->name), static_cast<Size>(member - target.MemberBegin()));
     for (const auto& member : source.GetObject()) {
-        const auto found = target.FindMember(member.name);
-        if (found != target.MemberEnd()) {
-            overlayValue(found->value, member.value, allocator);
-        } else {
+        const auto added = places.emplace(nameOf(member.name), target.MemberCount());
+        if (added.second)
             target.AddMember(copyOf(member.name, allocator), copyOf(member.value, allocator),
                              allocator);
-        }
+        else
+            overlayValue((target.MemberBegin() + added.first->second)->value, member.value,
+                         allocator);
     }
 }
 

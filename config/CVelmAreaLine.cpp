@@ -1,5 +1,6 @@
 #include "CVelmAreaLine.h"
 
+#include "common/HostCalls.h"
 #include "config/SystemConfig.h"
 #include "CVelmDatabase.h"
 #include "data/ConfigDatabase.h"
@@ -177,21 +178,26 @@ bool CVelmAreaLine::UpdateAreaLine(const QVector<VelmAreaLineItem>& items)
         return false;
     if (items.isEmpty())
         return true;
+    int written = 0;
     try {
-        const int written = writeAll(database, items);
-        if (written > 0)
-            reload(database);
-        return written == items.size();
+        written = writeAll(database, items);
     } catch (const std::bad_alloc&) {
         return false;
     }
+    if (written > 0)
+        reload(database);
+    return written == items.size();
 }
 
 /// Loads the whole table again, unless it cannot be read now.
 void CVelmAreaLine::reload(CVelmDatabase& database)
 {
-    CVelmAreaLine loaded;
-    loaded.initVelmAreaLineConfig(database);
-    if (readProblems(database).isEmpty())
-        m_items.swap(loaded.m_items);
+    try {
+        CVelmAreaLine loaded;
+        loaded.initVelmAreaLineConfig(database);
+        if (readProblems(database).isEmpty())
+            m_items.swap(loaded.m_items);
+    } catch (const std::bad_alloc&) {
+        VELM_WARN(QStringLiteral("area lines: out of memory, the older ones stay in use"));
+    }
 }

@@ -7,6 +7,8 @@
 #include "data/ConfigDatabase.h"
 #include "data/TableReader.h"
 
+#include <new>
+
 using namespace velm::detail;
 
 namespace {
@@ -165,16 +167,24 @@ void CVelmAttributeDB::loadPipeFields(const CVelmDatabase& pipe)
 /// False if the database holds none, or it cannot be read.
 bool CVelmAttributeDB::loadConversion(const CVelmDatabase& db)
 {
+    if (!db.isOpen())
+        return false;
     const QString table = QStringLiteral("globaldefines");
     QMap<QString, QVariant> row;
-    if (readConfigRow(db, table, {{QStringLiteral("KEY"), QStringLiteral("字段转换")}}, row)
-        != Velm::VelmOk)
-        addReadProblem(db, table, lastErrorText());
+    const ReadOutcome outcome =
+        readConfigRow(db, table, {{QStringLiteral("KEY"), QStringLiteral("字段转换")}}, row);
+    if (!outcome.isComplete())
+        addReadProblem(db, table, describe(outcome.error));
     const QString text = row.value(QStringLiteral("VALUE")).toString();
     if (text.isEmpty())
         return false;
-    if (const auto conversion =
-            parseFieldConversion(text, logAs(QStringLiteral("field conversion")))) {
+    const auto tell = [&](const json::Error& error) {
+        if (dynamic_cast<const json::OutOfMemory*>(&error))
+            throw std::bad_alloc();
+        for (const QString& problem : error.messages())
+            addReadProblem(db, table, QStringLiteral("field conversion: ") + problem);
+    };
+    if (const auto conversion = parseFieldConversion(text, tell)) {
         const QString name = conversion->tableInfo.tableName.value_or(QString());
         m_overlay.insert(name.toUpper(), std::make_shared<const FieldConversion>(*conversion));
     }

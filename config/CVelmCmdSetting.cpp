@@ -26,10 +26,11 @@ void CVelmCmdSetting::load(CVelmDatabase& database)
     TableReader rows(database, table());
     const int name = rows.column(QStringLiteral("CMDNAME"));
     const int text = rows.column(QStringLiteral("CMDTEXT"));
+    QMap<QString, QVariant> settings;
     while (rows.next())
-        m_cache.insert(rows.text(name).toUpper(), CVelmString().Json2Variant(rows.text(text)));
-    if (rows.brokeOff())
-        m_cache.clear();
+        settings.insert(rows.text(name).toUpper(), CVelmString().Json2Variant(rows.text(text)));
+    if (!rows.brokeOff())
+        m_cache.swap(settings);
 }
 
 Velm::ErrorStatus CVelmCmdSetting::getCommandSettingString(const QString& cmdName, QString& text)
@@ -38,7 +39,7 @@ Velm::ErrorStatus CVelmCmdSetting::getCommandSettingString(const QString& cmdNam
     QMap<QString, QVariant> row;
     if (openSystemConfig(database) == Velm::VelmOk) {
         const Velm::ErrorStatus status =
-            readConfigRow(database, table(), {{QStringLiteral("CmdName"), cmdName}}, row);
+            readConfigRow(database, table(), {{QStringLiteral("CmdName"), cmdName}}, row).status;
         if (status != Velm::VelmOk)
             return status;
     }

@@ -66,6 +66,7 @@ CVelmConfigManager::~CVelmConfigManager() = default;
 
 void CVelmConfigManager::loadFirst()
 {
+    const HostCallsLater untilClosed;
     ConfigSources sources;
     try {
         m_cmdSetting->load(sources.system());
@@ -77,6 +78,7 @@ void CVelmConfigManager::loadFirst()
 
 bool CVelmConfigManager::flushVelmConfig()
 {
+    const HostCallsLater untilClosed;
     makeEmptyTables();
     ConfigSources sources;
     return load(sources);

@@ -1,5 +1,6 @@
 #include "CVelmRecordManager.h"
 
+#include "common/HostCalls.h"
 #include "config/ConfigSources.h"
 #include "config/GenusLayout.h"
 #include "CVelmReadGlobaldefinesTable.h"
@@ -13,6 +14,7 @@ using namespace velm::detail;
 
 CVelmRecordManager::CVelmRecordManager()
 {
+    const HostCallsLater untilClosed;
     ConfigSources sources;
     try {
         load(sources);

@@ -1,5 +1,6 @@
 #include "CVelmTBLManager.h"
 
+#include "common/HostCalls.h"
 #include "config/ConfigSources.h"
 #include "CVelmDatabase.h"
 #include "CVelmSystemGlobal.h"
@@ -58,6 +59,7 @@ bool readDictionary(const CVelmDatabase& database, const QString& table, Diction
 
 CVelmTBLManager::CVelmTBLManager()
 {
+    const HostCallsLater untilClosed;
     ConfigSources sources;
     try {
         load(sources);

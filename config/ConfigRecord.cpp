@@ -14,7 +14,7 @@ Velm::ErrorStatus ConfigRecord::read(const QString& table, const QString& keyCol
     CVelmDatabase database;
     Velm::ErrorStatus status = openSystemConfig(database);
     if (status == Velm::VelmOk)
-        status = readConfigRow(database, table, {{keyColumn, key}}, m_values);
+        status = readConfigRow(database, table, {{keyColumn, key}}, m_values).status;
     if (status != Velm::VelmOk)
         return status;
     return m_values.isEmpty() ? Velm::VelmNoData : Velm::VelmOk;

@@ -41,7 +41,7 @@ Velm::ErrorStatus readGlobalDefine(const QString& key, QString& value)
     if (status == Velm::VelmOk)
         status = storedTable(database, table);
     if (status == Velm::VelmOk)
-        status = readConfigRow(database, table, {{keyColumn(), key}}, row);
+        status = readConfigRow(database, table, {{keyColumn(), key}}, row).status;
     if (status == Velm::VelmOk)
         value = valueOf(row);
     return status;
@@ -62,7 +62,7 @@ Velm::ErrorStatus updateGlobalDefine(const QString& key, const MergeValue& merge
         return keepResult(transaction.error());
     const Record where = withoutNullTexts({{keyColumn(), key}});
     Record row;
-    status = readConfigRow(database, table, where, row);
+    status = readConfigRow(database, table, where, row).status;
     if (status != Velm::VelmOk)
         return status;
     const std::optional<QString> merged = merge(valueOf(row));

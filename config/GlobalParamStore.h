@@ -30,7 +30,7 @@ public:
 
     enum class Extent
     {
-        Changes,  ///< what was set since the load; nothing if nothing was
+        Changes,  ///< what was set since the load, upon what was loaded; nothing without either
         Record    ///< these and whatever the stored text lacks of the record
     };
 

@@ -74,10 +74,12 @@ Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& pat
 ConfigTable findConfigTable(const QSqlDatabase& database, const QString& name)
 {
     QSqlQuery found = forwardQuery(database);
-    QSqlError error =
-        execute(found, QStringLiteral("select name, rootpage, sql from sqlite_master where name = ")
-                           + asLiteral(name)
-                           + QStringLiteral(" collate nocase and type in ('table', 'view')"));
+    QSqlError error = execute(
+        found,
+        // A virtual table is a table too, even with a page that its author has given it.
+        QStringLiteral("select name, type = 'table' and rootpage > 0 and sql like 'create "
+                       "table%', sql from sqlite_master where name = ")
+            + asLiteral(name) + QStringLiteral(" collate nocase and type in ('table', 'view')"));
     if (!error.isValid() && !found.next()) {
         error = found.lastError();
         if (!error.isValid())
@@ -86,7 +88,7 @@ ConfigTable findConfigTable(const QSqlDatabase& database, const QString& name)
     if (error.isValid())
         return {Velm::VelmSqlExecFailed, name, describe(error), found};
     const QString stored = found.value(0).toString();
-    if (found.value(1).toLongLong() <= 0)  // no page of its own
+    if (!found.value(1).toBool())
         return {Velm::VelmTableNotExist, stored, QStringLiteral("a view in its place"), found};
     bool computed = false;
     error = isComputed(database, stored, found.value(2).toString(), computed).error;
@@ -96,24 +98,27 @@ ConfigTable findConfigTable(const QSqlDatabase& database, const QString& name)
             computed ? QStringLiteral("columns are computed") : QString(), found};
 }
 
-Velm::ErrorStatus readConfigRow(const CVelmDatabase& database, const QString& table,
-                                const Record& where, Record& row)
+ReadOutcome readConfigRow(const CVelmDatabase& database, const QString& table, const Record& where,
+                          Record& row)
 {
     const QSqlDatabase connection = database.getQSqlDatabase();
     const ConfigTable found = findConfigTable(connection, table);
+    ReadOutcome outcome{found.status, QSqlError()};
     if (found.status == Velm::VelmTableNotExist) {
+        outcome.status = Velm::VelmOk;
         row.clear();
-        return Velm::VelmOk;
+    } else if (found.status != Velm::VelmOk) {
+        outcome.error = sqlFailure(found.problem);
+    } else {
+        outcome = readFirstRecord(connection,
+                                  selectAll(QLatin1Char('[') + found.name + QStringLiteral("] "))
+                                      + whereClause(withoutNullTexts(where)),
+                                  row);
     }
-    if (found.status != Velm::VelmOk)
-        return keepResult(sqlFailure(found.problem));
-    const ReadOutcome outcome =
-        readFirstRecord(connection,
-                        selectAll(QLatin1Char('[') + found.name + QStringLiteral("] "))
-                            + whereClause(withoutNullTexts(where)),
-                        row);
+    if (!outcome.isComplete())
+        outcome.status = Velm::VelmSqlExecFailed;
     keep(outcome);
-    return outcome.isComplete() ? Velm::VelmOk : Velm::VelmSqlExecFailed;
+    return outcome;
 }
 
 void distrustSchema(const CVelmDatabase& database)

@@ -35,9 +35,9 @@ struct ConfigTable
 ConfigTable findConfigTable(const QSqlDatabase& database, const QString& name);
 
 /// The first row of a table that matches; empty if there is none, or no such table.
-/// @return VelmOk; VelmSqlExecFailed if it cannot be read, then @p row stays
-Velm::ErrorStatus readConfigRow(const CVelmDatabase& database, const QString& table,
-                                const Record& where, Record& row);
+/// @return VelmOk; VelmSqlExecFailed with the error if it cannot be read
+ReadOutcome readConfigRow(const CVelmDatabase& database, const QString& table, const Record& where,
+                          Record& row);
 
 /// Turns off, before something is written, the functions that could do harm in triggers and the
 /// like of the file's schema. Reading runs none: only stored columns of tables are read.

@@ -19,6 +19,7 @@ CVelmDatabasePrivate::CVelmDatabasePrivate()
 bool CVelmDatabasePrivate::open(const QString& driver, const QString& databaseName)
 {
     problems.clear();
+    budget = velm::detail::ReadBudget(velm::detail::kMostBytesOfConfig);
     connectionName = CVelmString::makeGuid();
     database = QSqlDatabase::addDatabase(driver, connectionName);
     database.setDatabaseName(databaseName);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CVelmDatabase.h"
+#include "data/RowReading.h"
 
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -39,7 +40,8 @@ public:
     bool isOdbc() const { return database.driverName() == QLatin1String("QODBC"); }
 
     bool inTransaction = false;
-    QStringList problems;    // what could not be read of the database that is open
+    QStringList problems;  // what could not be read of the configuration that is open
+    velm::detail::ReadBudget budget{velm::detail::kMostBytesOfConfig};  // for all its tables
     QString connectionName;  // empty while nothing is open
     QSqlDatabase database;
 };

@@ -39,9 +39,10 @@ private:
     qint64 m_left;
 };
 
-// Bytes of memory that one read may take, far beyond what is kept as records.
+// Bytes of memory that one read, and all the tables of one configuration database, may take; far
+// beyond what is kept as records.
 constexpr qint64 kMostBytesOfRead = Q_INT64_C(4) * 1024 * 1024 * 1024;
-constexpr qint64 kMostBytesOfConfigTable = Q_INT64_C(512) * 1024 * 1024;
+constexpr qint64 kMostBytesOfConfig = Q_INT64_C(512) * 1024 * 1024;
 
 /// Turns the rows of an executed query into records with upper-case keys.
 class RecordReader

@@ -12,7 +12,8 @@
 namespace velm::detail {
 
 TableReader::TableReader(const CVelmDatabase& database, const QString& table)
-    : m_database(database), m_table(table), m_query(forwardQuery(database.getQSqlDatabase()))
+    : m_database(database), m_table(table), m_query(forwardQuery(database.getQSqlDatabase())),
+      m_budget(DatabaseAccess::connection(database).budget)
 {
     const ConfigTable found = findConfigTable(database.getQSqlDatabase(), table);
     if (found.status != Velm::VelmOk) {

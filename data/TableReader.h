@@ -38,7 +38,7 @@ private:
     QString m_table;
     QSqlQuery m_query;
     QMap<QString, int> m_columns;
-    mutable ReadBudget m_budget{kMostBytesOfConfigTable};
+    ReadBudget& m_budget;  // of the connection: its tables may share their pages
     bool m_brokeOff = false;
 };
 

@@ -21,13 +21,11 @@ WriteTransaction::WriteTransaction(const QSqlDatabase& database) : m_database(da
 {
     if (database.driverName() != QLatin1String("QSQLITE"))
         return;
-    m_error = begin();
-    if (!m_error.isValid()) {
-        m_kind = Kind::Own;
-    } else if (!isLock(m_error)) {  // there may be a transaction already, begun by whatever text
-        m_error = run("savepoint velm");
-        if (!m_error.isValid())
-            m_kind = Kind::Part;
+    try {
+        begin();
+    } catch (const std::bad_alloc&) {
+        rollBack();
+        m_error = outOfMemory();
     }
 }
 
@@ -42,19 +40,25 @@ WriteTransaction::~WriteTransaction()
 
 /// Takes the write lock. SQLite itself asks for it ever more seldom, every 100 ms in the end, and
 /// so hardly gets it where several programs write one after the other.
-QSqlError WriteTransaction::begin() const
+void WriteTransaction::begin()
 {
     QVariant patienceMs;
     readFirstValue(m_database, QStringLiteral("pragma busy_timeout"), patienceMs);
     const QDeadlineTimer deadline(patienceMs.toInt());
     run("pragma busy_timeout=0");
-    QSqlError error = run("begin immediate");
-    while (isLock(error) && !deadline.hasExpired()) {
+    m_error = run("begin immediate");
+    while (isLock(m_error) && !deadline.hasExpired()) {
         QThread::usleep(QRandomGenerator::global()->bounded(kShortestPauseUs, kLongestPauseUs));
-        error = run("begin immediate");
+        m_error = run("begin immediate");
     }
+    if (!m_error.isValid())
+        m_kind = Kind::Own;
     execute(m_database, QStringLiteral("pragma busy_timeout=%1").arg(patienceMs.toInt()));
-    return error;
+    if (!m_error.isValid() || isLock(m_error))
+        return;
+    m_error = run("savepoint velm");  // there may be a transaction already, begun by whatever text
+    if (!m_error.isValid())
+        m_kind = Kind::Part;
 }
 
 QSqlError WriteTransaction::commit()

@@ -41,7 +41,7 @@ private:
         Part
     };
 
-    QSqlError begin() const;
+    void begin();
     QSqlError run(const char* sql) const;
 
     QSqlDatabase m_database;

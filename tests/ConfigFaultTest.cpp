@@ -140,6 +140,21 @@ INSTANTIATE_TEST_SUITE_P(
                              "(select 1 union all select i + 1 from n) select i as code from n");
                  },
                  true, "0 1 1", "peltaconfig.db, table \"indexini\": a view in its place"},
+        LoadCase{"VirtualTable",
+                 [](const QString& c) {
+                     execute(c + u"peltaconfig.db"_s,
+                             "drop table Workdef; create virtual table Workdef using fts4(code); "
+                             "pragma writable_schema=on; update sqlite_master set rootpage=2 where "
+                             "name='Workdef'");
+                 },
+                 true, "1 0 1", "peltaconfig.db, table \"workdef\": a view in its place"},
+        LoadCase{"FieldConversion",
+                 [](const QString& c) {
+                     execute(c + u"peltaconfig.db"_s,
+                             "insert into globaldefines values ('字段转换', '{')");
+                 },
+                 true, "1 1 1",
+                 "peltaconfig.db, table \"globaldefines\": field conversion: Parse json fail"},
         LoadCase{"ComputedColumn",
                  [](const QString& c) {
                      execute(c + u"peltaconfig.db"_s,
