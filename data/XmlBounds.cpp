@@ -87,7 +87,9 @@ public:
         const bool isParameter = name.startsWith(QLatin1Char('%'));
         Entity& entity = m_entities[isParameter ? name.mid(1) : name];
         entity = isParameter ? measured(text) : Entity{text.size()};
-        return check(m_entities.size() <= kMostEntities, "more than %1 entities", kMostEntities);
+        m_included.size += name.size();  // each is searched for in each of the others
+        return check(m_entities.size() <= kMostEntities, "more than %1 entities", kMostEntities)
+               && checkDeclarations();
     }
 
     bool refer(const QString& name)

@@ -14,9 +14,9 @@ FileLock::~FileLock()
 
 bool FileLock::tryLock()
 {
-    if (m_lock == platform::kNoLock)
+    if (!isHeld())
         m_lock = platform::lockFile(m_file);
-    return m_lock != platform::kNoLock;
+    return isHeld();
 }
 
 bool FileLock::lock(int timeoutMs)
@@ -24,7 +24,7 @@ bool FileLock::lock(int timeoutMs)
     constexpr unsigned long kPauseMs = 20;
     const QDeadlineTimer deadline(timeoutMs);
     while (!tryLock()) {
-        if (deadline.hasExpired())
+        if (!isBusy() || deadline.hasExpired())
             return false;
         QThread::msleep(kPauseMs);
     }
@@ -33,8 +33,15 @@ bool FileLock::lock(int timeoutMs)
 
 void FileLock::unlock()
 {
-    if (m_lock != platform::kNoLock)
+    if (isHeld())
         platform::unlockFile(m_file, m_lock);
+    m_lock = platform::kNoLock;
+}
+
+void FileLock::abandon()
+{
+    if (isHeld())
+        platform::abandonLock(m_lock);
     m_lock = platform::kNoLock;
 }
 

@@ -20,11 +20,17 @@ public:
 
     /// False if another process or object holds it, or if the file cannot be made.
     bool tryLock();
-    /// Tries again and again for about @p timeoutMs.
+    /// Whether it is held elsewhere, after an attempt that failed.
+    bool isBusy() const { return m_lock == platform::kBusyLock; }
+    /// Tries again and again for about @p timeoutMs while it is held elsewhere.
     bool lock(int timeoutMs);
     void unlock();
+    /// Lets go as a process does that is killed: the file stays, for the next one to take over.
+    void abandon();
 
 private:
+    bool isHeld() const { return m_lock != platform::kNoLock && !isBusy(); }
+
     QString m_file;
     qintptr m_lock = platform::kNoLock;
 };

@@ -28,11 +28,14 @@ void syncFolder(const QString& folder);
 void copyAccess(const QString& from, const QString& to);
 
 constexpr qintptr kNoLock = -1;
+constexpr qintptr kBusyLock = -2;
 
-/// Makes and locks a file; the system lets go of it with the process, however that ends. kNoLock if
-/// another process holds it or it cannot be made.
+/// Makes and locks a file; the system lets go of it with the process, however that ends, and leaves
+/// the file. kBusyLock if another process holds it; kNoLock if it cannot be made.
 qintptr lockFile(const QString& file);
 /// Removes the file and lets go of it.
 void unlockFile(const QString& file, qintptr lock);
+/// Lets go of the file and leaves it, as a process does that is killed.
+void abandonLock(qintptr lock);
 
 }  // namespace velm::detail::platform

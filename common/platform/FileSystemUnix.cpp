@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include <cerrno>
 #include <cstdio>
 
 #include <fcntl.h>
@@ -91,22 +92,30 @@ qintptr lockFile(const QString& file)
 {
     const QByteArray name = QFile::encodeName(file);
     for (;;) {
-        const int lock =
-            open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
+        constexpr int kFlags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
+        int lock = open(name.constData(), kFlags | O_RDWR | O_CREAT, 0666);
+        if (lock < 0 && errno == EACCES)  // another user's; to lock it, reading is enough
+            lock = open(name.constData(), kFlags | O_RDONLY);
         if (lock < 0)
             return kNoLock;
         const bool locked = flock(lock, LOCK_EX | LOCK_NB) == 0;
+        const bool isBusy = !locked && errno == EWOULDBLOCK;
         if (locked && hasName(lock, name.constData()))
             return lock;
         close(lock);
         if (!locked)
-            return kNoLock;
+            return isBusy ? kBusyLock : kNoLock;
     }
 }
 
 void unlockFile(const QString& file, qintptr lock)
 {
     unlink(QFile::encodeName(file).constData());
+    close(static_cast<int>(lock));
+}
+
+void abandonLock(qintptr lock)
+{
     close(static_cast<int>(lock));
 }
 

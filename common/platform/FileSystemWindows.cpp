@@ -64,16 +64,32 @@ void copyAccess(const QString& from, const QString& to)
 
 qintptr lockFile(const QString& file)
 {
-    // The system removes it with the handle, also when the process is ended.
-    const HANDLE handle =
-        CreateFileW(native(file).c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr,
-                    OPEN_ALWAYS, FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
-    return handle == INVALID_HANDLE_VALUE ? kNoLock : reinterpret_cast<qintptr>(handle);
+    constexpr DWORD kPauseMs = 20;
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        const HANDLE handle =
+            CreateFileW(native(file).c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr,
+                        OPEN_ALWAYS, FILE_ATTRIBUTE_HIDDEN, nullptr);
+        if (handle != INVALID_HANDLE_VALUE)
+            return reinterpret_cast<qintptr>(handle);
+        if (GetLastError() == ERROR_SHARING_VIOLATION)
+            return kBusyLock;
+        Sleep(kPauseMs);  // one that is just being removed is refused too
+    }
+    return kNoLock;
 }
 
 void unlockFile(const QString& file, qintptr lock)
 {
     Q_UNUSED(file);
+    const auto handle = reinterpret_cast<HANDLE>(lock);
+    FILE_DISPOSITION_INFO disposition{};
+    disposition.DeleteFile = TRUE;
+    SetFileInformationByHandle(handle, FileDispositionInfo, &disposition, sizeof disposition);
+    CloseHandle(handle);
+}
+
+void abandonLock(qintptr lock)
+{
     CloseHandle(reinterpret_cast<HANDLE>(lock));
 }
 

@@ -66,7 +66,9 @@ bool FileSet::prepare(QString& problem)
     const QString place = QFileInfo(m_folder).isDir() ? m_folder : parent;
     m_staging = std::make_unique<StagingFolder>();
     problem.clear();
-    if (!makeFolders(place))
+    if (isTaken(QFileInfo(m_folder)) && !QFileInfo(m_folder).isDir())
+        problem = inFile(m_folder, QStringLiteral("it is no folder"));
+    else if (!makeFolders(place))
         problem = inFile(place, QStringLiteral("the folder cannot be made"));
     else if (!m_staging->make(place))
         problem = inFile(place, QStringLiteral("the folder cannot be written"));
@@ -94,7 +96,8 @@ bool FileSet::lock(QString& problem)
             StagingFolder::commitLock(m_isNew ? QFileInfo(m_folder).absolutePath() : m_folder);
         m_lock = std::make_unique<FileLock>(file);
         if (!m_lock->lock(kOtherRunMs)) {
-            problem = inFile(file, QStringLiteral("another run holds it, or it cannot be made"));
+            problem = inFile(file, m_lock->isBusy() ? QStringLiteral("another run holds it")
+                                                    : QStringLiteral("it cannot be made"));
             return false;
         }
     } while (m_isNew == QFileInfo::exists(m_folder));

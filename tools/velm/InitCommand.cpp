@@ -25,7 +25,7 @@ QString stageSet(const QVector<SampleDatabase>& databases, FileSet& files)
     for (const SampleDatabase& database : databases) {
         QString problem = writeSampleDatabase(database, files.stageDatabase(database.fileName));
         if (!problem.isEmpty())
-            return problem;
+            return database.fileName + QStringLiteral(", ") + problem;
         if (database.fileName != QLatin1String("peltaconfig.db"))
             continue;
         const QMap<QString, QByteArray> texts{

@@ -178,10 +178,10 @@ QString writeSampleDatabase(const SampleDatabase& sample, const QString& path)
         if (status == Velm::VelmOk)
             status = writeTable(database, table);
         if (status != Velm::VelmOk)
-            return sample.fileName + QStringLiteral(", table ") + table.name + QStringLiteral(": ")
-                   + database.getLastErrorText();
+            return QStringLiteral("table ") + table.name + QStringLiteral(": ")
+                   + (database.isOpen() ? database.getLastErrorText()
+                                        : QStringLiteral("the database cannot be made"));
     }
-    return database.endTransaction() == Velm::VelmOk
-               ? QString()
-               : sample.fileName + QStringLiteral(": the commit failed");
+    return database.endTransaction() == Velm::VelmOk ? QString()
+                                                     : QStringLiteral("the commit failed");
 }

@@ -9,15 +9,19 @@ using velm::detail::FileLock;
 
 namespace {
 
+constexpr int kOtherLookMs = 2000;  // another run may look just now whether it is left over
+
 QString lockSuffix()
 {
     return QStringLiteral(".lock");
 }
 
-void removeFolder(const QString& path)
+/// Whether the folder is gone.
+bool removeFolder(const QString& path)
 {
     if (QFileInfo(path).isDir() && !QFileInfo(path).isSymLink())
-        QDir(path).removeRecursively();
+        return QDir(path).removeRecursively();
+    return true;
 }
 
 }  // namespace
@@ -26,8 +30,8 @@ StagingFolder::StagingFolder() = default;
 
 StagingFolder::~StagingFolder()
 {
-    if (m_lock)
-        removeFolder(m_path);  // while the lock is held
+    if (m_lock && !removeFolder(m_path))  // while the lock is held
+        m_lock->abandon();                // the next run finds both
 }
 
 QString StagingFolder::commitLock(const QString& folder)
@@ -46,7 +50,8 @@ void StagingFolder::removeLeftOver(const QString& folder)
         if (!ours.match(file.fileName()).hasMatch() || !lock.tryLock())
             continue;
         path.chop(lockSuffix().size());
-        removeFolder(path);
+        if (!removeFolder(path))
+            lock.abandon();
     }
 }
 
@@ -55,7 +60,7 @@ bool StagingFolder::make(const QString& folder)
     m_path =
         folder + QStringLiteral("/.velm-") + QUuid::createUuid().toString(QUuid::Id128).left(8);
     auto lock = std::make_unique<FileLock>(m_path + lockSuffix());
-    if (!lock->tryLock())
+    if (!lock->lock(kOtherLookMs))
         return false;
     m_lock = std::move(lock);
     return QDir().mkdir(m_path);
