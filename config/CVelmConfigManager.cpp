@@ -110,6 +110,7 @@ bool CVelmConfigManager::load(ConfigSources& sources)
     try {
         isLoaded = loadTables(sources);
     } catch (const std::bad_alloc&) {
+        deleteAndNull(m_indexDB);  // nobody has seen this one
         makeEmptyTables();
         sources.addProblem(QStringLiteral("the configuration: out of memory"));
     }

@@ -1,6 +1,5 @@
 #include "CVelmRecordManager.h"
 
-#include "common/HostCalls.h"
 #include "config/ConfigSources.h"
 #include "config/GenusLayout.h"
 #include "CVelmReadGlobaldefinesTable.h"
@@ -8,23 +7,17 @@
 
 #include <QRegularExpression>
 
-#include <new>
-
 using namespace velm::detail;
 
 CVelmRecordManager::CVelmRecordManager()
 {
-    const HostCallsLater untilClosed;
-    ConfigSources sources;
-    try {
-        load(sources);
-    } catch (const std::bad_alloc&) {
-        m_pipeFields.clear();
-        m_types.clear();
-        m_configs.clear();
-        sources.addProblem(QStringLiteral("record configuration: out of memory"));
-    }
-    sources.reportProblems();
+    loadAlone(
+        QStringLiteral("record configuration"), [this](ConfigSources& sources) { load(sources); },
+        [this] {
+            m_pipeFields.clear();
+            m_types.clear();
+            m_configs.clear();
+        });
 }
 
 CVelmRecordManager::CVelmRecordManager(std::nullptr_t) {}

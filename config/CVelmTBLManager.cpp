@@ -1,6 +1,5 @@
 #include "CVelmTBLManager.h"
 
-#include "common/HostCalls.h"
 #include "config/ConfigSources.h"
 #include "CVelmDatabase.h"
 #include "CVelmSystemGlobal.h"
@@ -10,7 +9,6 @@
 #include <QSqlDatabase>
 
 #include <algorithm>
-#include <new>
 
 using namespace velm::detail;
 
@@ -59,15 +57,9 @@ bool readDictionary(const CVelmDatabase& database, const QString& table, Diction
 
 CVelmTBLManager::CVelmTBLManager()
 {
-    const HostCallsLater untilClosed;
-    ConfigSources sources;
-    try {
-        load(sources);
-    } catch (const std::bad_alloc&) {
-        m_dictionaries.clear();
-        sources.addProblem(QStringLiteral("dictionaries: out of memory"));
-    }
-    sources.reportProblems();
+    loadAlone(
+        QStringLiteral("dictionaries"), [this](ConfigSources& sources) { load(sources); },
+        [this] { m_dictionaries.clear(); });
 }
 
 CVelmTBLManager::CVelmTBLManager(std::nullptr_t) {}

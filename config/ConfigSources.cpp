@@ -9,6 +9,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <new>
 
 namespace velm::detail {
 
@@ -62,6 +63,20 @@ QStringList ConfigSources::reportProblems()
     for (const QString& problem : problems)
         VELM_WARN(QStringLiteral("configuration: ") + problem);
     return m_unopened + problems;
+}
+
+void loadAlone(const QString& what, const std::function<void(ConfigSources&)>& load,
+               const std::function<void()>& clear)
+{
+    const HostCallsLater untilClosed;
+    ConfigSources sources;
+    try {
+        load(sources);
+    } catch (const std::bad_alloc&) {
+        clear();
+        sources.addProblem(what + QStringLiteral(": out of memory"));
+    }
+    sources.reportProblems();
 }
 
 }  // namespace velm::detail

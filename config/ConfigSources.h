@@ -5,6 +5,8 @@
 #include <QElapsedTimer>
 #include <QStringList>
 
+#include <functional>
+
 namespace velm::detail {
 
 /// The two configuration databases, open for one load. Each is read in one state from first to
@@ -38,5 +40,10 @@ private:
     QStringList m_unopened;  // told already
     QStringList m_problems;  // not of one table
 };
+
+/// Opens the databases, loads from them, closes them, and tells what could not be loaded of @p
+/// what. Where memory runs out, @p clear undoes the load.
+void loadAlone(const QString& what, const std::function<void(ConfigSources&)>& load,
+               const std::function<void()>& clear);
 
 }  // namespace velm::detail

@@ -240,7 +240,7 @@ Velm::ErrorStatus CVelmDatabase::writeTable(const QString& table, const QVector<
 {
     // Access has a transaction of its own kind, unless the caller began one.
     const bool inAccess = d->isOdbc() && !d->inTransaction && d->database.transaction();
-    WriteTransaction transaction(d->database);
+    WriteTransaction transaction(d->database, d->inTransaction);
     QSqlError error = transaction.error();
     Velm::ErrorStatus status = Velm::VelmSqlExecFailed;
     try {
@@ -317,7 +317,7 @@ Velm::ErrorStatus CVelmDatabase::getUpdataSql(QString& sql, const QString& table
 Velm::ErrorStatus CVelmDatabase::updataRecord(const QString& table, const Record& values,
                                               const Record& where)
 {
-    WriteTransaction transaction(d->database);
+    WriteTransaction transaction(d->database, d->inTransaction);
     if (transaction.error().isValid())
         return keepResult(transaction.error());
     QString sql;

@@ -17,12 +17,13 @@ constexpr int kLongestPauseUs = 5000;
 
 }  // namespace
 
-WriteTransaction::WriteTransaction(const QSqlDatabase& database) : m_database(database)
+WriteTransaction::WriteTransaction(const QSqlDatabase& database, bool isWithin)
+    : m_database(database)
 {
     if (database.driverName() != QLatin1String("QSQLITE"))
         return;
     try {
-        begin();
+        isWithin ? beginPart() : begin();
     } catch (const std::bad_alloc&) {
         rollBack();
         m_error = outOfMemory();
@@ -54,9 +55,13 @@ void WriteTransaction::begin()
     if (!m_error.isValid())
         m_kind = Kind::Own;
     execute(m_database, QStringLiteral("pragma busy_timeout=%1").arg(patienceMs.toInt()));
-    if (!m_error.isValid() || isLock(m_error))
-        return;
-    m_error = run("savepoint velm");  // there may be a transaction already, begun by whatever text
+    if (m_error.isValid() && !isLock(m_error))
+        beginPart();  // there may be a transaction already, begun by whatever text
+}
+
+void WriteTransaction::beginPart()
+{
+    m_error = run("savepoint velm");
     if (!m_error.isValid())
         m_kind = Kind::Part;
 }

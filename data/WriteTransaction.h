@@ -14,8 +14,9 @@ namespace velm::detail {
 class WriteTransaction
 {
 public:
-    /// Waits for the lock as long as the connection does.
-    explicit WriteTransaction(const QSqlDatabase& database);
+    /// Waits for the lock as long as the connection does. @p isWithin tells that there is a
+    /// transaction for certain, which is found out otherwise.
+    explicit WriteTransaction(const QSqlDatabase& database, bool isWithin = false);
     ~WriteTransaction();
     Q_DISABLE_COPY(WriteTransaction)
 
@@ -42,6 +43,7 @@ private:
     };
 
     void begin();
+    void beginPart();
     QSqlError run(const char* sql) const;
 
     QSqlDatabase m_database;
