@@ -38,7 +38,7 @@ ChildAnswer ChildProgram::run(const QStringList& arguments)
 {
     m_process.start(m_path, arguments);
     ChildAnswer answer;
-    if (!m_process.waitForFinished(60000)) {
+    if (!m_process.waitForFinished(240000)) {
         ADD_FAILURE() << m_path.toStdString() << ": " << m_process.errorString().toStdString();
         m_process.kill();
         m_process.waitForFinished();
@@ -63,7 +63,7 @@ void ChildProgram::killAfterLines(const QStringList& arguments, int lines)
         }
     }
     m_process.kill();
-    ASSERT_TRUE(m_process.waitForFinished(60000));
+    ASSERT_TRUE(m_process.waitForFinished(240000));
 }
 
 QString builtFile(const QString& name)

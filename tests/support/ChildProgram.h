@@ -18,7 +18,7 @@ public:
 
     void setVariable(const QString& name, const QString& value);
 
-    /// Runs the program to its end, a minute at most.
+    /// Runs the program to its end, four minutes at most.
     ChildAnswer run(const QStringList& arguments);
 
     /// Runs the program until it has printed a number of lines, and kills it.

@@ -87,6 +87,17 @@ int saveForEver(const QStringList&)
     }
 }
 
+/// Makes an attempt until it succeeds: on a slow disk it may be refused for the locks of others.
+template<class Attempt>
+bool atLast(const Attempt& attempt)
+{
+    for (int i = 0; i < 10; ++i) {
+        if (attempt())
+            return true;
+    }
+    return false;
+}
+
 /// Sets one of eight parameters and one value of the store 40 times, beside others that do the
 /// same.
 int setOften(const QStringList& arguments)
@@ -100,9 +111,11 @@ int setOften(const QStringList& arguments)
     const int which = arguments.value(0).toInt();
     for (int i = 1; i <= 40; ++i) {
         *numbers[which] = 100 * (which + 1) + i;
-        if (!system().saveGlobalParam(false)
-            || !CVelmSaveUserData::Instance()->setUserInput(
-                QStringLiteral("t"), QStringLiteral("n%1").arg(i), QString::number(which)))
+        const QString name = QStringLiteral("n%1").arg(i);
+        if (!atLast([] { return system().saveGlobalParam(false); }) || !atLast([&] {
+                return CVelmSaveUserData::Instance()->setUserInput(QStringLiteral("t"), name,
+                                                                   QString::number(which));
+            }))
             return 1;
     }
     return 0;
