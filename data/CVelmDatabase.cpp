@@ -61,7 +61,7 @@ ReadOutcome countRows(const QSqlDatabase& database, const QString& table, const 
                       unsigned int& count)
 {
     QVariant value;
-    const ReadOutcome outcome = readFirstValue(database,
+    ReadOutcome outcome = readFirstValue(database,
                                                QStringLiteral("select count(*) from ") + table
                                                    + QLatin1Char(' ') + whereClause(where),
                                                value);

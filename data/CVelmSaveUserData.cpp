@@ -47,7 +47,7 @@ QSqlError countTable(const QSqlDatabase& database, const QString& table, int& co
 QSqlError createIfMissing(const QSqlDatabase& database, const QString& table)
 {
     int count = 0;
-    const QSqlError error = countTable(database, table, count);
+    QSqlError error = countTable(database, table, count);
     if (error.isValid() || count > 0)
         return error;
     return execute(

@@ -41,7 +41,7 @@ ReadOutcome isComputed(const QSqlDatabase& database, const QString& table, const
     if (!sql.contains(as))
         return {};
     QVariant count;
-    const ReadOutcome outcome =
+    ReadOutcome outcome =
         readFirstValue(database,
                        QStringLiteral("select count(*) from pragma_table_xinfo(") + asLiteral(table)
                            + QStringLiteral(") where hidden > 1"),

@@ -111,7 +111,7 @@ ReadOutcome readRecords(const QSqlDatabase& database, const QString& sql, QVecto
 ReadOutcome readColumn(const QSqlDatabase& database, const QString& sql, QList<QVariant>& values)
 {
     return appendRows(database, sql, values, [](const QSqlQuery& query, ReadBudget& budget) {
-        const QVariant value = query.value(0);
+        QVariant value = query.value(0);
         budget.take(value);
         return value;
     });
@@ -121,7 +121,7 @@ ReadOutcome readFirstRecord(const QSqlDatabase& database, const QString& sql, Re
 {
     Record first;
     try {
-        const ReadOutcome outcome = readRows(database, sql, [&](const QSqlQuery& query) {
+        ReadOutcome outcome = readRows(database, sql, [&](const QSqlQuery& query) {
             ReadBudget budget(kMostBytesOfRead);
             first = RecordReader(query).record(query, budget);
             return false;
@@ -138,7 +138,7 @@ ReadOutcome readFirstValue(const QSqlDatabase& database, const QString& sql, QVa
 {
     QVariant first;
     try {
-        const ReadOutcome outcome = readRows(database, sql, [&](const QSqlQuery& query) {
+        ReadOutcome outcome = readRows(database, sql, [&](const QSqlQuery& query) {
             first = query.value(0);
             return false;
         });

@@ -67,7 +67,7 @@ QSqlQuery forwardQuery(const QSqlDatabase& database)
 
 QSqlError execute(QSqlQuery& query, const QString& sql)
 {
-    const QSqlError refused = refusal(query, sql);
+    QSqlError refused = refusal(query, sql);
     if (refused.isValid() || query.exec(sql))
         return refused;
     const QSqlError error = query.lastError();

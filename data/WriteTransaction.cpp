@@ -70,7 +70,7 @@ QSqlError WriteTransaction::commit()
 {
     if (m_kind == Kind::None)
         return QSqlError();
-    const QSqlError error = run(m_kind == Kind::Own ? "commit" : "release velm");
+    QSqlError error = run(m_kind == Kind::Own ? "commit" : "release velm");
     if (error.isValid())
         rollBack();
     m_kind = Kind::None;
