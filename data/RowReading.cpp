@@ -67,9 +67,9 @@ void ReadBudget::take(const QVariant& value)
     constexpr qint64 kHeader = 40;  // of the memory that a text or its like has for itself
     m_left -= kValue;
     if (value.userType() == QMetaType::QString)
-        m_left -= kHeader + 2 * value.toString().size();
+        m_left -= kHeader + 2 * static_cast<const QString*>(value.constData())->size();
     else if (value.userType() == QMetaType::QByteArray)
-        m_left -= kHeader + value.toByteArray().size();
+        m_left -= kHeader + static_cast<const QByteArray*>(value.constData())->size();
 }
 
 QSqlError ReadBudget::error()
