@@ -27,7 +27,7 @@ struct DatabaseAccess;
 /// record whose pairs must all hold. What is read back has upper-case column names. SQL is
 /// assembled as text: text values are not escaped, so a single quote in one breaks its statement
 /// (VelmSqlExecFailed). Values go into a statement in one pass; a value that itself holds "%1"
-/// stays as it is.
+/// stays as it is. A text with a NUL character is refused (VelmSqlExecFailed).
 ///
 /// In a condition (and in the new values of an update) an invalid or null value is left out, except
 /// a null text, which is the empty text. Values of types other than bool, int, unsigned int, 64-bit
@@ -87,7 +87,8 @@ public:
     /// @return VelmOk; VelmSqlExecFailed
     Velm::ErrorStatus executeSql(const QString& sql);
     /// Appends one record per row to @p rows. Rows that cannot be read for damage in the file end
-    /// the reading: the answer is still VelmOk, and the last error text tells.
+    /// the reading: the answer is still VelmOk, and the last error text tells. If memory runs out,
+    /// or the rows take more than 4 GiB of it, the statement fails and @p rows stays.
     Velm::ErrorStatus executeSql(const QString& sql, QVector<QMap<QString, QVariant>>& rows);
 
     /// Creates a table; one of that name is dropped first. Column types: TEXT, INT, LONG, REAL
@@ -98,8 +99,11 @@ public:
     /// tells about the last one.
     void clearTable(const QString& table);
 
-    /// Replaces all rows. @return VelmOk; VelmWriteTableFailed if the table then holds another
-    /// number of rows
+    /// Replaces all rows in one transaction, or as a part of the one that is open. Rows that the
+    /// table refuses are left out.
+    /// @return VelmOk; VelmWriteTableFailed if the table then holds another number of rows;
+    ///         VelmSqlExecFailed if the old rows cannot be cleared or the change cannot be kept:
+    ///         they are there still
     Velm::ErrorStatus writeTable(const QString& table,
                                  const QVector<QMap<QString, QVariant>>& rows);
     QVector<QMap<QString, QVariant>> readTable(const QString& table) const;
@@ -117,10 +121,15 @@ public:
 
     /// Builds an update statement if a row matches @p where. If none does, inserts a record of @p
     /// where and @p values instead, leaves @p sql alone and answers with that insert's status.
+    /// @return VelmOk; VelmTableNotExist; VelmSqlExecFailed, also if the rows cannot be counted:
+    ///         then nothing is inserted
     Velm::ErrorStatus getUpdataSql(QString& sql, const QString& table,
                                    const QMap<QString, QVariant>& values,
                                    const QMap<QString, QVariant>& where);
     /// Updates the rows that match, or inserts one record of @p where and @p values if none does.
+    /// On SQLite no other program can come between: it is one transaction, or a part of the one
+    /// that is open.
+    /// @return as above
     Velm::ErrorStatus updataRecord(const QString& table, const QMap<QString, QVariant>& values,
                                    const QMap<QString, QVariant>& where);
     /// Deletes the rows that match; all rows for an empty condition. A missing table is nothing to
