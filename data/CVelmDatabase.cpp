@@ -62,9 +62,9 @@ ReadOutcome countRows(const QSqlDatabase& database, const QString& table, const 
 {
     QVariant value;
     ReadOutcome outcome = readFirstValue(database,
-                                               QStringLiteral("select count(*) from ") + table
-                                                   + QLatin1Char(' ') + whereClause(where),
-                                               value);
+                                         QStringLiteral("select count(*) from ") + table
+                                             + QLatin1Char(' ') + whereClause(where),
+                                         value);
     count = value.toUInt();
     return outcome;
 }
