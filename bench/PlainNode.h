@@ -10,7 +10,7 @@ struct PlainNode;
 struct PlainBranch
 {
     PlainBranch() = default;
-    PlainBranch(const CVelmRTreeMBR& rect, void* child) : rect(rect), child(child) {}
+    PlainBranch(const CVelmRTreeMBR& bounds, void* content) : rect(bounds), child(content) {}
     PlainNode* node() const { return static_cast<PlainNode*>(child); }
 
     CVelmRTreeMBR rect;
@@ -19,7 +19,7 @@ struct PlainBranch
 
 struct PlainNode
 {
-    explicit PlainNode(int level) : level(level) {}
+    explicit PlainNode(int height) : level(height) {}
 
     int level;
     int count = 0;  // of slots in use, which may have empty ones between them

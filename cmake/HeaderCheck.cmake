@@ -1,11 +1,22 @@
-# velm_header_check compiles every public header on its own: each must be complete without another.
+# velm_header_check compiles every public header on its own: each must be complete without another. For Windows it
+# compiles all of them behind <windows.h> as well, with whatever that makes a macro, and the table of record layouts.
 
 file(GLOB headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/include include/*.h)
 set(header_sources)
+set(behind_windows "#undef NOMINMAX\n#include <windows.h>\n")
 foreach(header IN LISTS headers)
     set(source ${PROJECT_BINARY_DIR}/header_check/${header}.cpp)
     file(CONFIGURE OUTPUT ${source} CONTENT "#include \"@header@\"\n#include \"@header@\"\n" @ONLY)
     list(APPEND header_sources ${source})
+    string(APPEND behind_windows "#include \"${header}\"\n")
 endforeach()
+if(WIN32)
+    set(source ${PROJECT_BINARY_DIR}/header_check/behind_windows.cpp)
+    file(CONFIGURE OUTPUT ${source} CONTENT "${behind_windows}")
+    list(APPEND header_sources ${source})
+endif()
+if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4)
+    list(APPEND header_sources tests/RecordLayout.cpp)
+endif()
 add_library(velm_header_check OBJECT ${header_sources})
 target_link_libraries(velm_header_check PRIVATE Velm::Common velm_flags)

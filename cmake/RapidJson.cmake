@@ -2,7 +2,6 @@
 # their own, since nothing else of the machine's headers may be seen there.
 
 find_path(VELM_RAPIDJSON_INCLUDE_DIR rapidjson/document.h REQUIRED NO_CMAKE_FIND_ROOT_PATH)
-file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/rapidjson)
-file(CREATE_LINK ${VELM_RAPIDJSON_INCLUDE_DIR}/rapidjson ${PROJECT_BINARY_DIR}/rapidjson/rapidjson SYMBOLIC)
+file(COPY ${VELM_RAPIDJSON_INCLUDE_DIR}/rapidjson DESTINATION ${PROJECT_BINARY_DIR}/rapidjson)
 add_library(RapidJSON INTERFACE)
 target_include_directories(RapidJSON SYSTEM INTERFACE ${PROJECT_BINARY_DIR}/rapidjson)

@@ -110,9 +110,9 @@ set_target_properties(VelmCommon PROPERTIES
     EXPORT_NAME Common
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR})
-if(WIN32)
+if(MINGW)
     set_target_properties(VelmCommon PROPERTIES PREFIX "" IMPORT_PREFIX "lib")
-else()
+elseif(NOT WIN32)
     # Qt keeps the address of the function that starts the library with the application object.
     target_link_options(VelmCommon PRIVATE -Wl,-z,nodelete)
 endif()

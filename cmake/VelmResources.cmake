@@ -1,9 +1,14 @@
 # What the library looks for beside itself when it starts: the resource bundle with Qt's Chinese translation, and the
 # companion library. Their names are the same on every system.
 
-find_file(VELM_QT_TRANSLATION qtbase_zh_CN.qm REQUIRED
-    PATHS /usr/share/qt5/translations NO_CMAKE_FIND_ROOT_PATH
-    DOC "Qt's Chinese translation, of Debian's qttranslations5-l10n")
+get_target_property(qmake Qt5::qmake IMPORTED_LOCATION)
+execute_process(COMMAND ${qmake} -query QT_INSTALL_TRANSLATIONS
+    OUTPUT_VARIABLE translations OUTPUT_STRIP_TRAILING_WHITESPACE)
+if(CMAKE_CROSSCOMPILING AND MINGW)
+    list(APPEND translations /usr/share/qt5/translations)  # the kit has none
+endif()
+find_file(VELM_QT_TRANSLATION qtbase_zh_CN.qm REQUIRED PATHS ${translations} NO_CMAKE_FIND_ROOT_PATH
+    DOC "Qt's Chinese translation; on Debian in qttranslations5-l10n")
 
 if(WIN32)
     set(VELM_MODULE_DIR ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})

@@ -45,8 +45,8 @@ void CVelmIndexDB::loadExtensions(CVelmDatabase& database)
             {rows.text(code), rows.text(tables).split(QLatin1Char(';'), Qt::SkipEmptyParts)});
     if (rows.brokeOff())
         return;
-    for (const auto& [code, names] : qAsConst(extensions)) {
-        const auto item = m_items.find(code);
+    for (const auto& [key, names] : qAsConst(extensions)) {
+        const auto item = m_items.find(key);
         if (item != m_items.end())
             item->exttable = names;
     }

@@ -112,8 +112,8 @@ void CVelmTBLManager::loadPipeDictionaries(const CVelmDatabase& pipe)
     }
     if (rows.brokeOff())
         return;
-    for (const auto& [name, dictionary] : qAsConst(dictionaries))
-        m_dictionaries.insert(name, dictionary);
+    for (const auto& [key, dictionary] : qAsConst(dictionaries))
+        m_dictionaries.insert(key, dictionary);
 }
 
 bool CVelmTBLManager::GetDictByTable(const QString& name, QMap<QString, QString>& dict) const

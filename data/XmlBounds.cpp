@@ -9,7 +9,7 @@
 #include <algorithm>
 
 // Of Qt's parsers only the deprecated one builds what QDomDocument::setContent() makes of a text.
-#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+QT_WARNING_DISABLE_DEPRECATED
 
 namespace velm::detail::xml {
 

@@ -11,8 +11,8 @@ class VELMCOMMON_EXPORT CVelmRTreeMBR
 {
 public:
     CVelmRTreeMBR() = default;
-    CVelmRTreeMBR(double xmin, double ymin, double xmax, double ymax)
-        : xmin(xmin), ymin(ymin), xmax(xmax), ymax(ymax)
+    CVelmRTreeMBR(double left, double bottom, double right, double top)
+        : xmin(left), ymin(bottom), xmax(right), ymax(top)
     {}
 
     /// Sets all bounds to 0.
@@ -68,8 +68,8 @@ private:
 class VELMCOMMON_EXPORT CVelmRTreeListNode
 {
 public:
-    /// Puts @p node in front of the list @p next.
-    CVelmRTreeListNode(CVelmRTreeNode* node, CVelmRTreeListNode* next) : node(node), next(next) {}
+    /// Puts @p first in front of the list @p rest.
+    CVelmRTreeListNode(CVelmRTreeNode* first, CVelmRTreeListNode* rest) : node(first), next(rest) {}
     virtual ~CVelmRTreeListNode();
     CVelmRTreeListNode(const CVelmRTreeListNode&) = default;
     CVelmRTreeListNode& operator=(const CVelmRTreeListNode&) = default;

@@ -42,7 +42,7 @@ protected:
 
     CVelmConfigManager* const m_manager = CVelmConfigManager::Instance();
     const CVelmConfigManager* const m_const = m_manager;
-    const VelmAttParam m_stored;
+    const VelmAttParam m_stored{};
     const VelmAttParam m_converted{true};
 };
 

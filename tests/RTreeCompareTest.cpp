@@ -235,7 +235,8 @@ public:
             call.level = m_source.below(99) == 0 ? 99 : 0;
             m_inserted.push_back(call);
         } else if (!m_inserted.empty() && m_source.below(8) != 0) {
-            std::swap(m_inserted[m_source.below(m_inserted.size())], m_inserted.back());
+            const auto chosen = static_cast<size_t>(m_source.below(m_inserted.size()));
+            std::swap(m_inserted[chosen], m_inserted.back());
             call.id = m_inserted.back().id;
             call.rect = changed(m_inserted.back().rect);
             if (action < kDeletions + 2)

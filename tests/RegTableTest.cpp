@@ -82,7 +82,7 @@ TEST_F(RegTable, ReadsZeroForWhatIsMissingOrDoesNotConvert)
         m_table.readReg(longer, m_key, name);
         m_table.readReg(single, m_key, name);
         m_table.readReg(real, m_key, name);
-        EXPECT_EQ(integer + longer + single + real, 0) << name.toStdString();
+        EXPECT_EQ(real + single + longer + integer, 0) << name.toStdString();
     }
     QString text = u"before"_s;
     m_table.readReg(text, m_key, u"missing"_s);

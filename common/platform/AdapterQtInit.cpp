@@ -4,7 +4,7 @@
 #ifdef _WIN32
 #define ADAPTER_EXPORT __declspec(dllexport)
 #else
-#define ADAPTER_EXPORT __attribute__((visibility("default")))
+#define ADAPTER_EXPORT
 #endif
 
 extern "C" ADAPTER_EXPORT int adapterQtInitVersion()

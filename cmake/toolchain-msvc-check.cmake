@@ -1,0 +1,21 @@
+# What scripts/check-msvc configures with: clang in the form of Microsoft's compiler, so that CMake takes that compiler's
+# branches, and the kit of the MinGW build for its headers. It compiles; nothing can be linked.
+
+if(NOT VELM_WINDOWS_KIT_DIR)
+    set(VELM_WINDOWS_KIT_DIR "$ENV{VELM_WINDOWS_KIT_DIR}")
+endif()
+list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES VELM_WINDOWS_KIT_DIR)
+
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86)
+set(CMAKE_CXX_COMPILER clang-cl-14)
+set(CMAKE_CXX_COMPILER_TARGET i686-pc-windows-msvc)
+set(CMAKE_CXX_COMPILER_WORKS ON)
+set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
+set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
+
+set(CMAKE_FIND_ROOT_PATH ${VELM_WINDOWS_KIT_DIR} ${VELM_WINDOWS_KIT_DIR}/qt5)
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
