@@ -267,6 +267,18 @@ TEST_F(ToolTest, ShowsChineseWithoutALocaleAndNoControlCharacters)
     EXPECT_TRUE(output.startsWith(u"A 测?[31m"_s)) << output.toStdString();
 }
 
+TEST_F(ToolTest, WorksInAFolderOfAnyNameAndLength)
+{
+    QString folder = path(u"Ω𠮷☃"_s);
+    while (folder.size() < 300)
+        folder += u"/a folder within the other"_s;
+    EXPECT_EQ(velm({u"init"_s, folder}).talk, QString());
+    EXPECT_EQ(velm({u"init"_s, u"--force"_s, folder}).exitCode, 0) << "each file is replaced";
+    const Answer card = velm({u"--root"_s, folder, u"lookup"_s, u"310301"_s});
+    EXPECT_TRUE(card.output.contains(u"一般房屋"_s)) << card.talk.toStdString();
+    EXPECT_EQ(velm({u"--root"_s, folder, u"check"_s}).exitCode, 0);
+}
+
 TEST_F(ToolTest, ExaminesTheMachineAndTellsWhatIsMissing)
 {
     const auto state = [](const Answer& answer, const QString& id) {

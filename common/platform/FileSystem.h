@@ -5,6 +5,13 @@
 /// What each system does in its own way with files. Paths have "/" throughout.
 namespace velm::detail::platform {
 
+/// A path in a form that the system takes however long it is: on Windows, from 240 characters on,
+/// the absolute path behind "\\?\".
+QString longPath(const QString& path);
+
+/// The longest path, in bytes of UTF-8, that SQLite opens here.
+int longestDatabasePath();
+
 /// Gives the file @p from the name @p to in one step: whoever looks at that name finds the old file
 /// or the new one, also if the process ends meanwhile. Both are in one file system.
 bool replaceFile(const QString& from, const QString& to);

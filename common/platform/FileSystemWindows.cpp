@@ -1,6 +1,7 @@
 #include "common/platform/FileSystem.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 #include <string>
 
@@ -12,10 +13,26 @@ namespace {
 
 std::wstring native(const QString& path)
 {
-    return QDir::toNativeSeparators(path).toStdWString();
+    return QDir::toNativeSeparators(longPath(path)).toStdWString();
 }
 
 }  // namespace
+
+QString longPath(const QString& path)
+{
+    constexpr int kLongestPlain = 240;  // with the names of journals and staged files below 260
+    const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    if (absolute.size() < kLongestPlain || absolute.startsWith(QLatin1String("//?/")))
+        return path;
+    const QString native = QDir::toNativeSeparators(absolute);
+    return native.startsWith(QLatin1String("\\\\")) ? QLatin1String("\\\\?\\UNC") + native.mid(1)
+                                                    : QLatin1String("\\\\?\\") + native;
+}
+
+int longestDatabasePath()
+{
+    return 260 * 4 - 8;  // SQLITE_WIN32_MAX_PATH_BYTES, and the end of a journal's name
+}
 
 bool replaceFile(const QString& from, const QString& to)
 {

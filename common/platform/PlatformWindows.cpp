@@ -1,5 +1,7 @@
 #include "common/platform/Platform.h"
 
+#include "common/platform/FileSystem.h"
+
 #include <QDir>
 #include <QSettings>
 
@@ -12,7 +14,8 @@ namespace velm::detail::platform {
 
 namespace {
 
-constexpr DWORD kLongestPath = 32768;  // characters of an extended-length path, with its end
+// Characters of an extended-length path, and of an environment variable, with its end.
+constexpr DWORD kLongestPath = 32768;
 
 LPCWSTR wide(const QString& text)
 {
@@ -28,6 +31,15 @@ QString temporaryFolder()
     if (length == 0 || length > buffer.size())
         return QDir::toNativeSeparators(QDir::tempPath()) + QLatin1Char('\\');
     return QString::fromWCharArray(buffer.data(), static_cast<int>(length));
+}
+
+QString environmentVariable(const QString& name)
+{
+    // Not the copy of our own C run-time, which does not see what others set.
+    std::vector<wchar_t> buffer(kLongestPath);
+    const DWORD length = GetEnvironmentVariableW(wide(name), buffer.data(), kLongestPath);
+    return length < kLongestPath ? QString::fromWCharArray(buffer.data(), static_cast<int>(length))
+                                 : QString();
 }
 
 QString modulePath(HINSTANCE module)
@@ -64,7 +76,7 @@ QString libraryPath()
 
 HMODULE loadModule(const QString& path)
 {
-    return LoadLibraryW(wide(QDir::toNativeSeparators(path)));
+    return LoadLibraryW(wide(QDir::toNativeSeparators(longPath(path))));
 }
 
 void freeModule(HMODULE module)
