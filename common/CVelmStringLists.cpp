@@ -1,5 +1,6 @@
 #include "CVelmString.h"
 
+#include "common/CheckedArithmetic.h"
 #include "common/ChineseNumber.h"
 #include "common/OrEmpty.h"
 
@@ -281,8 +282,8 @@ long CVelmString::EnglishLetters2Number(QString text)
         const ushort letter = ch.toUpper().unicode();
         if (letter < 'A' || letter > 'Z')
             return 0;
-        if (__builtin_mul_overflow(value, 26L, &value)
-            || __builtin_add_overflow(value, static_cast<long>(letter - '@'), &value))
+        if (!velm::detail::multiply(value, 26L, value)
+            || !velm::detail::add(value, static_cast<long>(letter - '@'), value))
             return 0;
     }
     return value;

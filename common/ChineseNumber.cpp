@@ -1,5 +1,7 @@
 #include "common/ChineseNumber.h"
 
+#include "common/CheckedArithmetic.h"
+
 #include <array>
 #include <limits>
 
@@ -141,8 +143,7 @@ private:
     bool add(quint64 section, quint64 unit)
     {
         quint64 product = 0;
-        return !__builtin_mul_overflow(section, unit, &product)
-               && !__builtin_add_overflow(m_total, product, &m_total);
+        return multiply(section, unit, product) && detail::add(m_total, product, m_total);
     }
 
     const QString& m_text;

@@ -88,18 +88,18 @@ Choice Growth::choose() const
     }
     most = greaterOf(most);
     unsigned greatest = 0;
-    unsigned near = 0;
+    unsigned nearest = 0;
     for (int i = 0; i < kPairs; ++i) {
         const __m128d rest = _mm_andnot_pd(sign, _mm_sub_pd(difference[i], most));
         greatest |= bitsOf(2 * i, _mm_cmpeq_pd(difference[i], most));
-        near |= bitsOf(2 * i, _mm_cmplt_pd(rest, _mm_set1_pd(1e-6)));
+        nearest |= bitsOf(2 * i, _mm_cmplt_pd(rest, _mm_set1_pd(1e-6)));
     }
     if (greatest == 0)
         return Choice();
     const auto groupOf = [toFirst](int candidate) { return toFirst >> candidate & 1U ? 0 : 1; };
     Choice choice{lowestBit(greatest), groupOf(lowestBit(greatest))};
-    for (near &= ~1U << choice.candidate; near; near &= near - 1) {
-        const int candidate = lowestBit(near);
+    for (nearest &= ~1U << choice.candidate; nearest; nearest &= nearest - 1) {
+        const int candidate = lowestBit(nearest);
         if (m_partition.count[groupOf(candidate)] < m_partition.count[choice.group])
             choice = {candidate, groupOf(candidate)};
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/platform/Builtins.h"
+
 #include <emmintrin.h>
 
 namespace velm::detail {
@@ -60,9 +62,9 @@ private:
     /// Numbers are read after it, and results written before it.
     static void set(unsigned control)
     {
-        asm volatile("" ::: "memory");
+        keepOrderOfMemory();
         _mm_setcsr(control);
-        asm volatile("" ::: "memory");
+        keepOrderOfMemory();
     }
 
     const unsigned m_hosts;

@@ -122,9 +122,9 @@ void prefetchToChoose(const CVelmRTreeNode* node)
     constexpr size_t kLine = 64;
     const char* bytes = reinterpret_cast<const char*>(node);
     for (size_t offset = 0; offset < sizeof node->branch; offset += kLine)
-        __builtin_prefetch(bytes + offset);
+        prefetchLine(bytes + offset);
     for (size_t offset = sizeof(CVelmRTreeNode); offset < sizeof(RTreeInnerNode); offset += kLine)
-        __builtin_prefetch(bytes + offset);
+        prefetchLine(bytes + offset);
 }
 
 int leastGrown(const RTreeInnerNode& node, const WideRect& rect)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/platform/Builtins.h"
 #include "CVelmRTreeNode.h"
 #include "spatial/RectGeometry.h"
 #include "spatial/RTreeQuery.h"
@@ -8,10 +9,10 @@
 
 namespace velm::detail {
 
-/// The number of the lowest bit that is set. There is one.
-inline int lowestBit(unsigned bits)
+/// Asks for the line of the cache that holds an address, which may be any.
+inline void prefetchLine(const void* address)
 {
-    return __builtin_ctz(bits);
+    _mm_prefetch(static_cast<const char*>(address), _MM_HINT_T0);
 }
 
 /// Reads and changes the slots of nodes in both of their forms. Sets of slots are bits.
@@ -68,7 +69,7 @@ public:
     static void prefetchToFill(Node* node)
     {
         for (size_t offset = 0; offset < sizeof(Node); offset += 64)
-            __builtin_prefetch(reinterpret_cast<char*>(node) + offset, 1);
+            prefetchLine(node, offset);
     }
     static void prefetchChildren(const Node* node)
     {
@@ -84,7 +85,7 @@ private:
     }
     static void prefetchLine(const Node* node, size_t offset)
     {
-        __builtin_prefetch(reinterpret_cast<const char*>(node) + offset);
+        detail::prefetchLine(reinterpret_cast<const char*>(node) + offset);
     }
 };
 

@@ -149,16 +149,17 @@ TEST(RTree, FindsTouchingAndEqualRectangles)
 TEST(RTree, DeletesFarFromTheRectangleButNotByAnInvalidOne)
 {
     CVelmRTree tree = line({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
-    Rect inverted(9, -1, -1, 1), far(50, 50, 60, 60), left(-2, -2, 0.5, 0.5), right(8.5, 0, 9, 0);
+    Rect inverted(9, -1, -1, 1), remote(50, 50, 60, 60), left(-2, -2, 0.5, 0.5),
+        right(8.5, 0, 9, 0);
     Numbers removed;
     EXPECT_FALSE(tree.DeleteRect(&inverted, idOf(1)));
     EXPECT_FALSE(tree.DeleteRect(&left, nullptr) || tree.DeleteID(nullptr));
     EXPECT_FALSE(tree.DeleteRect(&left, idOf(99)) || tree.DeleteID(idOf(99)));
     EXPECT_FALSE(tree.DeleteRectOverlap(&inverted, appendAndGoOn, &removed));
     EXPECT_FALSE(tree.DeleteRectInclude(&inverted, appendAndGoOn, &removed));
-    EXPECT_FALSE(tree.DeleteRectOverlap(&far, appendAndGoOn, &removed));
+    EXPECT_FALSE(tree.DeleteRectOverlap(&remote, appendAndGoOn, &removed));
     EXPECT_EQ(tree.GetCount(), 10);
-    EXPECT_TRUE(tree.DeleteRect(&far, idOf(2)));
+    EXPECT_TRUE(tree.DeleteRect(&remote, idOf(2)));
     // The leaf of 5 to 9 overlaps, but its first entry, number 6 at 5, does not.
     EXPECT_TRUE(tree.DeleteRectOverlap(&right, appendAndGoOn, &removed));
     EXPECT_EQ(idsIn(tree), Numbers({1, 3, 4, 5, 7, 8, 9, 10}));
@@ -203,8 +204,8 @@ TEST(RTree, StaysWholeWhenCopiesChange)
             Rect rect(place, 0, place, 0);
             (id % 2 != 0 ? first : second).InsertRect(&rect, idOf(id), 0);
             (id % 2 != 0 ? second : first).DeleteRectOverlap(&rect, nullptr, nullptr);
-            Rect near(-1, -1, 50, 1);
-            first.SearchOverlapRect(&near, overlapsOrFails, &near);
+            Rect window(-1, -1, 50, 1);
+            first.SearchOverlapRect(&window, overlapsOrFails, &window);
         }
     }
     while (first.DeleteID(idsIn(first).empty() ? nullptr : idOf(idsIn(first).front()))) {

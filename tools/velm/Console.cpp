@@ -1,5 +1,7 @@
 #include "Console.h"
 
+#include "common/platform/Terminal.h"
+
 #include <QColor>
 #include <QJsonDocument>
 
@@ -7,8 +9,6 @@
 #include <array>
 #include <cstdio>
 #include <optional>
-
-#include <unistd.h>
 
 namespace console {
 
@@ -63,7 +63,7 @@ void writeResult(const QByteArray& bytes)
 bool showsColours()
 {
     return qEnvironmentVariableIsEmpty("NO_COLOR") && qgetenv("TERM") != "dumb"
-           && isatty(STDOUT_FILENO) != 0;
+           && velm::detail::platform::outputTakesEscapes();
 }
 
 bool onColourTerminal()

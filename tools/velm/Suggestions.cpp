@@ -36,17 +36,17 @@ int slipsBetween(const QString& a, const QString& b)
 
 QStringList similarTo(const QString& text, const QStringList& candidates)
 {
-    QVector<QPair<int, QString>> near;
+    QVector<QPair<int, QString>> alike;
     for (const QString& candidate : candidates) {
         if (qAbs(candidate.size() - text.size()) > kGreatestDistance)
             continue;
         const int slips = slipsBetween(text.toLower(), candidate.toLower());
         if (slips <= kGreatestDistance && slips < text.size())
-            near.append({slips, candidate});
+            alike.append({slips, candidate});
     }
-    std::sort(near.begin(), near.end());
+    std::sort(alike.begin(), alike.end());
     QStringList suggestions;
-    for (const auto& [slips, candidate] : near.mid(0, kMostSuggestions))
+    for (const auto& [slips, candidate] : alike.mid(0, kMostSuggestions))
         suggestions.append(candidate);
     return suggestions;
 }
