@@ -263,7 +263,7 @@ TEST_F(ToolTest, ShowsChineseWithoutALocaleAndNoControlCharacters)
     process.setProcessEnvironment(environment);
     process.start(program(), words("lookup A"));
     ASSERT_TRUE(process.waitForFinished());
-    const QString output = QString::fromLocal8Bit(process.readAllStandardOutput());
+    const QString output = QString::fromUtf8(process.readAllStandardOutput());
     EXPECT_TRUE(output.startsWith(u"A 测?[31m"_s)) << output.toStdString();
 }
 
@@ -277,6 +277,9 @@ TEST_F(ToolTest, WorksInAFolderOfAnyNameAndLength)
     const Answer card = velm({u"--root"_s, folder, u"lookup"_s, u"310301"_s});
     EXPECT_TRUE(card.output.contains(u"一般房屋"_s)) << card.talk.toStdString();
     EXPECT_EQ(velm({u"--root"_s, folder, u"check"_s}).exitCode, 0);
+    const QString missing = path(u"Ω𠮷☃/missing"_s);
+    EXPECT_TRUE(velm({u"--root"_s, missing, u"check"_s}).talk.contains(missing))
+        << "in files and pipes no character is lost";
 }
 
 TEST_F(ToolTest, ExaminesTheMachineAndTellsWhatIsMissing)
