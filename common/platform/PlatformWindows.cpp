@@ -14,8 +14,7 @@ namespace velm::detail::platform {
 
 namespace {
 
-// Characters of an extended-length path, and of an environment variable, with its end.
-constexpr DWORD kLongestPath = 32768;
+constexpr DWORD kLongestPath = 32768;  // characters of an extended-length path, with its end
 
 LPCWSTR wide(const QString& text)
 {
@@ -36,10 +35,14 @@ QString temporaryFolder()
 QString environmentVariable(const QString& name)
 {
     // Not the copy of our own C run-time, which does not see what others set.
-    std::vector<wchar_t> buffer(kLongestPath);
-    const DWORD length = GetEnvironmentVariableW(wide(name), buffer.data(), kLongestPath);
-    return length < kLongestPath ? QString::fromWCharArray(buffer.data(), static_cast<int>(length))
-                                 : QString();
+    std::vector<wchar_t> buffer(MAX_PATH);
+    for (;;) {
+        const auto size = static_cast<DWORD>(buffer.size());
+        const DWORD length = GetEnvironmentVariableW(wide(name), buffer.data(), size);
+        if (length < size)
+            return QString::fromWCharArray(buffer.data(), static_cast<int>(length));
+        buffer.resize(length);  // with its end
+    }
 }
 
 QString modulePath(HINSTANCE module)

@@ -92,28 +92,29 @@ const struct
 {
     const wchar_t* name;
     bool saves;
-} kEnds[] = {{L"stop", true},  {L"free", true},  {L"return", false},     {L"exit", false},
-             {L"quit", false}, {L"kill", false}, {L"thread+free", true}, {L"thread+return", false}};
+} kEnds[] = {{L"stop", true},        {L"free", true},    {L"unread+free", true},
+             {L"thread+free", true}, {L"return", false}, {L"thread+return", false},
+             {L"exit", false},       {L"quit", false},   {L"kill", false}};
 
-int set(const Text& path, int value, Text end)
+int set(const Text& path, int value, const Text& end)
 {
+    const auto ends = [&end](const wchar_t* word) { return end.find(word) != Text::npos; };
     Library library(path);
-    library.loadParameters();
+    if (!ends(L"unread"))
+        library.loadParameters();
     library.parameter() = value;
-    if (end.rfind(L"thread+", 0) == 0) {
+    if (ends(L"thread"))
         CreateThread(nullptr, 0, sleepForEver, nullptr, 0, nullptr);
-        end.erase(0, 7);
-    }
-    isEnding = end != L"stop";
-    if (end == L"stop")
+    isEnding = !ends(L"stop");
+    if (ends(L"stop"))
         library.stop();
-    else if (end == L"free")
+    else if (ends(L"free"))
         library.free();
-    else if (end == L"exit")
+    else if (ends(L"exit"))
         std::exit(0);
-    else if (end == L"quit")
+    else if (ends(L"quit"))
         ExitProcess(0);
-    else if (end == L"kill")
+    else if (ends(L"kill"))
         TerminateProcess(GetCurrentProcess(), 0);
     return 0;
 }
@@ -186,7 +187,10 @@ public:
             endInEveryWay(folder);
         endWithoutStore();
         waitForLock();
-        expect(L"plain", L"load 50", 0);
+        expect(L"idle", L"load 50", 0);
+        if (GetFileAttributesW((m_scratch + L"\\idle\\foreign_host.dat").c_str())
+            != INVALID_FILE_ATTRIBUTES)
+            fail(L"a store is made though nothing was set");
         expect(L"plain", L"use 15", 0);
         return m_failures;
     }
@@ -216,8 +220,16 @@ private:
             GetExitCodeProcess(child, &answer);
         if (answer == expected)
             return;
+        fail(folder + L": " + arguments + L": " + std::to_wstring(answer) + L", expected "
+             + std::to_wstring(expected));
+    }
+
+    void fail(const Text& text)
+    {
         ++m_failures;
-        std::printf("%ls: %lu, expected %lu\n", arguments.c_str(), answer, expected);
+        char line[1000] = {};
+        WideCharToMultiByte(CP_UTF8, 0, text.c_str(), -1, line, sizeof line - 1, nullptr, nullptr);
+        std::printf("%s\n", line);
     }
 
     void endInEveryWay(const Text& folder)
@@ -236,7 +248,7 @@ private:
     {
         CreateDirectoryW((m_scratch + L"\\none").c_str(), nullptr);
         CreateDirectoryW((m_scratch + L"\\none\\foreign_host.dat").c_str(), nullptr);
-        for (const wchar_t* end : {L"stop", L"free", L"return"})
+        for (const wchar_t* end : {L"stop", L"free", L"unread+free", L"return"})
             expect(L"none", Text(L"set 5 ") + end, 0);
         expect(L"none", L"show", kNothing);
     }
@@ -246,7 +258,7 @@ private:
         const HANDLE event = CreateEventW(nullptr, FALSE, FALSE, L"velm foreign host");
         const HANDLE child = start(L"plain", L"lock \"velm foreign host\"");
         if (WaitForSingleObject(event, kPatienceMs) != WAIT_OBJECT_0)
-            ++m_failures;
+            fail(L"the database cannot be locked");
         expect(L"fresh", L"show", kNothing);
         TerminateProcess(child, 0);
         WaitForSingleObject(child, kPatienceMs);
