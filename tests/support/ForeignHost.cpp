@@ -26,6 +26,14 @@ constexpr int kNotLoaded = 99;  // the library does not load, or stays
 constexpr DWORD kPatienceMs = 60000;
 constexpr long kMostPerRound = 200 * 1024;  // bytes
 
+/// In the form that Windows has for folders to load from.
+Text fullPath(const Text& path)
+{
+    wchar_t full[MAX_PATH] = {};
+    GetFullPathNameW(path.c_str(), MAX_PATH, full, nullptr);
+    return full;
+}
+
 Text folderOf(const Text& path)
 {
     return path.substr(0, path.find_last_of(L"\\/"));
@@ -279,8 +287,8 @@ int main()
     wchar_t** given = CommandLineToArgvW(GetCommandLineW(), &count);
     std::vector<Text> arguments(given, given + count);
     arguments.resize(6);
-    const Text& library = arguments[1];
-    const Text& root = arguments[2];
+    const Text library = fullPath(arguments[1]);
+    const Text root = fullPath(arguments[2]);
     const Text& command = arguments[3];
     SetDllDirectoryW(folderOf(library).c_str());
     SetEnvironmentVariableW(L"VELM_ROOT", root.c_str());
@@ -293,5 +301,5 @@ int main()
         return loadOften(library, number, command == L"use");
     if (command == L"lock")
         return lock(root, arguments[4].c_str());
-    return Rounds(library, root, command).run();
+    return Rounds(library, root, fullPath(command)).run();
 }
