@@ -296,8 +296,13 @@ TEST_F(ToolTest, ExaminesTheMachineAndTellsWhatIsMissing)
     EXPECT_EQ(state(bare, u"configuration.system"_s), u"error"_s);
     EXPECT_EQ(state(bare, u"start.bundle"_s), u"ok"_s) << "a root of its own moves no bundle";
     init();
+    // Natively for unixODBC; the root of Wine has the driver registered.
+    writeFile(u"odbcinst.ini"_s, "[Microsoft Access Driver (*.mdb, *.accdb)]\nDriver=x\n");
+    qputenv("ODBCSYSINI", QFile::encodeName(root()));
     const Answer whole = velm({u"--root"_s, root(), u"doctor"_s, u"--json"_s});
+    qunsetenv("ODBCSYSINI");
     EXPECT_EQ(whole.exitCode, 0);
+    EXPECT_EQ(state(whole, u"database.access"_s), u"ok"_s);
     EXPECT_EQ(state(whole, u"configuration.system"_s), u"ok"_s);
     EXPECT_EQ(state(whole, u"database.sqlite"_s), u"ok"_s);
     const QString text = velm({u"--root"_s, root(), u"doctor"_s}).output;

@@ -2,7 +2,9 @@
 
 #include <QString>
 
-/// What each system does in its own way with files. Paths have "/" throughout.
+/// What each system does in its own way with files. Paths have "/" throughout. On Windows a program
+/// that opens a file may keep others from moving, replacing or removing it; that is tried for 2 s
+/// before it fails.
 namespace velm::detail::platform {
 
 /// A path in a form that the system takes however long it is: on Windows, from 240 characters on,
@@ -18,6 +20,9 @@ bool replaceFile(const QString& from, const QString& to);
 
 /// The same for a folder, which replaces nothing (elsewhere than on Windows an empty folder).
 bool moveFolder(const QString& from, const QString& to);
+
+/// Removes a file.
+bool removeFile(const QString& file);
 
 /// Whether replaceFile() replaces a file that a process, this one included, has open.
 bool replacesOpenFiles();

@@ -62,6 +62,11 @@ bool moveFolder(const QString& from, const QString& to)
     return renameEntry(from, to);
 }
 
+bool removeFile(const QString& file)
+{
+    return QFile::remove(file);
+}
+
 bool replacesOpenFiles()
 {
     return true;
