@@ -29,9 +29,11 @@ foreach(archive IN LISTS archives)
 endforeach()
 file(GLOB prefix LIST_DIRECTORIES true ${room}/*)
 if(BUILD_TYPE STREQUAL "Release")  # other builds hold debug information
-    execute_process(COMMAND grep -rlF ${SOURCE} ${prefix} RESULT_VARIABLE status OUTPUT_VARIABLE output)
+    set(places ${SOURCE} $ENV{VELM_WINDOWS_KIT_DIR})
+    list(TRANSFORM places PREPEND --regexp=)
+    execute_process(COMMAND grep -rlF ${places} ${prefix} RESULT_VARIABLE status OUTPUT_VARIABLE output)
     if(NOT status EQUAL 1)
-        message(FATAL_ERROR "these name the folder they were built in: ${output}")
+        message(FATAL_ERROR "these name folders of the machine they were built on: ${output}")
     endif()
 endif()
 
