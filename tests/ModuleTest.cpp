@@ -153,17 +153,6 @@ TEST_F(ModuleTest, TellsWhereItsOwnMessagesComeFrom)
     EXPECT_TRUE(line.match(output).hasMatch()) << output.toStdString();
 }
 
-#ifdef Q_OS_WIN
-TEST_F(ModuleTest, IsLoadedAndUnloadedManyTimes)
-{
-    bring({libraryName(), kBundle, kCompanion});
-    const QString library =
-        QDir::toNativeSeparators(hostFolder() + QLatin1Char('/') + libraryName());
-    ChildProgram probe(builtFile(u"velm_windows_probe.exe"_s));
-    EXPECT_EQ(probe.run({u"load"_s, library, u"200"_s}).output, u"done"_s);
-}
-#endif
-
 namespace {
 
 class CreateProcess : public TemporaryRoot

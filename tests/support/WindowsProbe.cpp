@@ -1,6 +1,6 @@
 // What only a program of Windows can see of the library: how it is loaded and unloaded, its message
 // boxes, and what the system says of its file. It loads the library itself:
-//     probe load LIBRARY COUNT   loads and frees it, then logs a line
+//     probe load LIBRARY         loads and frees it, then logs a line
 //     probe ask LIBRARY          asks a question with a real message box
 //     probe version FILE         prints the Chinese part of the file's version resource
 // Each runs in a child process, while the parent answers its message boxes and prints what they
@@ -69,13 +69,11 @@ BOOL CALLBACK visit(HWND window, LPARAM child)
     return TRUE;
 }
 
-int loadAndFree(const QString& library, int count)
+int loadAndFree(const QString& library)
 {
-    for (int i = 0; i < count; ++i) {
-        const HMODULE module = LoadLibraryW(wide(library));
-        if (!module || !FreeLibrary(module) || GetModuleHandleW(wide(library)))
-            return 1;
-    }
+    const HMODULE module = LoadLibraryW(wide(library));
+    if (!module || !FreeLibrary(module) || GetModuleHandleW(wide(library)))
+        return 1;
     qWarning("the library is gone");
     print(QStringLiteral("done"));
     return 0;
@@ -144,5 +142,5 @@ int main(int argc, char** argv)
     const QString verb = arguments.value(1), file = arguments.value(2);
     if (verb == QLatin1String("version"))
         return showVersion(file);
-    return verb == QLatin1String("ask") ? ask(file) : loadAndFree(file, arguments.value(3).toInt());
+    return verb == QLatin1String("ask") ? ask(file) : loadAndFree(file);
 }
