@@ -3,9 +3,10 @@
 
 set(VELM_SYSTEM $<IF:$<PLATFORM_ID:Windows>,Windows,Unix>)
 
-# Files that take their place whole. It stands on its own, so that each module can hold its copy.
+# Files that take their place whole, and long paths. It stands on its own, so that each module can hold its copy.
 add_library(velm_files STATIC
     common/files/AtomicFile.cpp
+    common/files/DatabasePath.cpp
     common/files/FileLock.cpp
     common/platform/FileSystem${VELM_SYSTEM}.cpp)
 set_target_properties(velm_files PROPERTIES
@@ -101,7 +102,7 @@ set_source_files_properties(config/CVelmSystemGlobal.cpp PROPERTIES
     COMPILE_DEFINITIONS VELM_VERSION="${PROJECT_VERSION}")
 target_include_directories(velm_objects PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR})
 target_link_libraries(velm_objects
-    PUBLIC Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Sql Qt5::Xml RapidJSON ${CMAKE_DL_LIBS}
+    PUBLIC velm_files Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Sql Qt5::Xml RapidJSON ${CMAKE_DL_LIBS}
     PRIVATE velm_flags)
 
 add_library(VelmCommon SHARED common/platform/ModuleEntry${VELM_SYSTEM}.cpp)

@@ -11,6 +11,11 @@ namespace {
 
 std::atomic<CVelmMessage::Presenter> installedPresenter{nullptr};
 
+int answerUnseen(const QString&, const QString&, unsigned int style, HWND)
+{
+    return (style & kBoxButtons) == kBoxOkCancel ? kAnswerCancel : kAnswerOk;
+}
+
 int showOnTopOrOwned(const QString& text, const QString& title, unsigned int style, HWND parent)
 {
     if (parent)
@@ -25,6 +30,11 @@ int showMessageBox(const QString& text, const QString& title, unsigned int style
     const CVelmMessage::Presenter presenter = installedPresenter;
     return presenter ? presenter(text, title, style, owner)
                      : platform::messageBox(text, title, style, owner);
+}
+
+void silenceMessageBoxes()
+{
+    installedPresenter = answerUnseen;
 }
 
 int showPlainError(const QString& text)

@@ -24,6 +24,9 @@ constexpr int kAnswerCancel = 2;
 /// Shows a message box through the presenter that CVelmMessage keeps. A null @p owner stays null.
 int showMessageBox(const QString& text, const QString& title, unsigned int style, HWND owner);
 
+/// From now on no box is shown: each is answered with OK, a question with Cancel.
+void silenceMessageBoxes();
+
 /// A plain box with an OK button, titled "错误信息" and owned by the foreground window.
 int showPlainError(const QString& text);
 

@@ -115,7 +115,7 @@ void setHandle(HINSTANCE library)
 
 bool hostStarts()
 {
-    return qgetenv("VELM_START") == "host";
+    return platform::environmentVariable(QStringLiteral("VELM_START")) == QLatin1String("host");
 }
 
 bool start()

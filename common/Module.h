@@ -25,8 +25,8 @@ bool hostStarts();
 /// @return false without the companion
 bool start();
 
-/// Saves the global parameters and lets the bundle and the companion go. The message handler and
-/// the translation stay. Does nothing unless start() was called since.
+/// Saves the global parameters, if something was changed, and lets the bundle and the companion go.
+/// The message handler and the translation stay. Does nothing unless start() was called since.
 void stop();
 
 /// The file of that name: the first that lies in a search path itself or, for a root that holds the

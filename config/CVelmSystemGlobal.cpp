@@ -24,6 +24,16 @@ QString configFolder(const QString& root)
     return root + QStringLiteral("/config");
 }
 
+bool isFolder(const QString& path)
+{
+    return !path.isEmpty() && QFileInfo(path).isDir();
+}
+
+QString absoluteFolder(const QString& path)
+{
+    return QDir(QDir::fromNativeSeparators(path)).absolutePath();
+}
+
 }  // namespace
 
 void velm::detail::saveParametersAtEnd()
@@ -116,10 +126,18 @@ QString CVelmSystemGlobal::getPipeConfigDb()
 
 QString CVelmSystemGlobal::getSystemRootRoute()
 {
-    const QString configured = qEnvironmentVariable("VELM_ROOT");
-    if (!configured.isEmpty() && QFileInfo(configured).isDir())
-        return QDir(QDir::fromNativeSeparators(configured)).absolutePath();
-    return QFileInfo(platform::libraryPath()).absolutePath();
+    const QString configured =
+        m_root.isEmpty() ? platform::environmentVariable(QStringLiteral("VELM_ROOT")) : m_root;
+    return isFolder(configured) ? absoluteFolder(configured)
+                                : QFileInfo(platform::libraryPath()).absolutePath();
+}
+
+bool CVelmSystemGlobal::setSystemRootRoute(const QString& folder)
+{
+    if (!folder.isEmpty() && !isFolder(folder))
+        return false;
+    m_root = folder.isEmpty() ? QString() : absoluteFolder(folder);
+    return true;
 }
 
 QString CVelmSystemGlobal::getProfileName()
@@ -140,7 +158,7 @@ QStringList CVelmSystemGlobal::getSearchPaths()
 
 bool CVelmSystemGlobal::addSearchPath(const QString& path)
 {
-    if (path.isEmpty() || !QFileInfo(path).isDir())
+    if (!isFolder(path))
         return false;
     const QString folder = QDir(path).canonicalPath();
     if (!m_hostPaths.contains(folder))

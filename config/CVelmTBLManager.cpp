@@ -1,9 +1,11 @@
 #include "CVelmTBLManager.h"
 
+#include "common/files/DatabasePath.h"
 #include "config/ConfigSources.h"
 #include "CVelmDatabase.h"
 #include "CVelmSystemGlobal.h"
 #include "data/ConfigDatabase.h"
+#include "data/Connection.h"
 #include "data/TableReader.h"
 
 #include <QSqlDatabase>
@@ -36,8 +38,8 @@ void registerConnection()
     const QString name = QString::fromLatin1("TBL_SQLITE");
     if (QSqlDatabase::contains(name))
         QSqlDatabase::removeDatabase(name);
-    QSqlDatabase::addDatabase(QString::fromLatin1("QSQLITE"), name)
-        .setDatabaseName(CVelmSystemGlobal::Instance()->getSystemConfigDb());
+    addConnection(QString::fromLatin1("QSQLITE"), name)
+        .setDatabaseName(databaseName(CVelmSystemGlobal::Instance()->getSystemConfigDb()));
 }
 
 /// The rows of a dictionary table. False if they cannot be read.

@@ -125,6 +125,11 @@ bool GlobalParamStore::readUser(QString& text) const
            || (!data.isReady() && !QFileInfo::exists(data.m_file));
 }
 
+bool GlobalParamStore::isUsersOpen() const
+{
+    return m_userData()->m_database.isOpen();
+}
+
 bool GlobalParamStore::load(VelmGlobalParam& param)
 {
     return orFalse([&] { return loadText(param); });
@@ -161,7 +166,7 @@ bool GlobalParamStore::saveText(const VelmGlobalParam& param, bool shipped, Exte
     const json::Document reference = json::toDocument(m_reference);
     const json::Value changes = json::difference(current, reference, current.GetAllocator());
     const bool isKnown = m_text.isEmpty() || (m_isUsers && !shipped);
-    if (extent == Extent::Changes && changes.ObjectEmpty() && isKnown)
+    if (extent == Extent::Changes && changes.ObjectEmpty() && (isKnown || !isUsersOpen()))
         return true;
     QString text;
     const json::Value none;

@@ -46,6 +46,7 @@ private:
     bool saveText(const VelmGlobalParam& param, bool shipped, Extent extent);
     /// False if the user's copy cannot be read; an empty text where there is none, nor a file.
     bool readUser(QString& text) const;
+    bool isUsersOpen() const;
     /// @p record is null to store the changes alone. @p text is the user's record as it is stored
     /// then.
     bool saveForUser(const json::Value& changes, const json::Value& record, QString& text);

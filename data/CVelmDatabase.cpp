@@ -1,5 +1,6 @@
 #include "CVelmDatabase.h"
 
+#include "common/files/DatabasePath.h"
 #include "common/HostCalls.h"
 #include "data/Connection.h"
 #include "data/RowReading.h"
@@ -146,7 +147,7 @@ Velm::ErrorStatus CVelmDatabase::initDatabase(const QString& fileName,
     const bool access = fileName.endsWith(QLatin1String(".mdb"), Qt::CaseInsensitive);
     const bool opened =
         access ? d->open(QStringLiteral("QODBC"), accessDatabaseName(fileName, connectOptions))
-               : d->open(QStringLiteral("QSQLITE"), fileName);
+               : d->open(QStringLiteral("QSQLITE"), databaseName(fileName));
     if (opened)
         return Velm::VelmOk;
     VELM_WARN(cannotOpen(fileName, d->database.lastError()));

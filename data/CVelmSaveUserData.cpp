@@ -1,5 +1,6 @@
 #include "CVelmSaveUserData.h"
 
+#include "common/files/DatabasePath.h"
 #include "common/HostCalls.h"
 #include "common/platform/Platform.h"
 #include "common/Singleton.h"
@@ -148,10 +149,10 @@ bool CVelmSaveUserData::isReady()
 
 QSqlError CVelmSaveUserData::initSaveUserData()
 {
-    m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), CVelmString().makeGuid());
+    m_database = addConnection(QStringLiteral("QSQLITE"), CVelmString().makeGuid());
     m_database.setUserName(QStringLiteral("velmgis"));  // SQLite ignores name and password
     m_database.setPassword(QStringLiteral("KelpoRIX"));
-    m_database.setDatabaseName(m_file);
+    m_database.setDatabaseName(databaseName(m_file));
     if (m_database.open())
         return makeTables();
     const QSqlError error = m_database.lastError();

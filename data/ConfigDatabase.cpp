@@ -61,7 +61,7 @@ Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& pat
     }
     const Velm::ErrorStatus status = database.initDatabase(path, QString());
     if (status != Velm::VelmOk)
-        why = database.getQSqlDatabase().lastError().text();
+        why = openingProblem(path, database.getQSqlDatabase().lastError());
     return status;
 }
 

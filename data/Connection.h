@@ -12,7 +12,15 @@
 
 namespace velm::detail {
 
-/// What the log tells about an opening that failed: the file and the driver's own words.
+/// Registers a connection, not open yet, under that name. Where there is no QCoreApplication yet Qt
+/// knows no folder of the program, so the library's own is among those in which it looks for
+/// drivers; once there is one, Qt looks again.
+QSqlDatabase addConnection(const QString& driver, const QString& name);
+
+/// Why an opening failed: the driver's own words, or that SQLite opens no path so long.
+QString openingProblem(const QString& fileName, const QSqlError& error);
+
+/// What the log tells about an opening that failed.
 QString cannotOpen(const QString& fileName, const QSqlError& error);
 
 }  // namespace velm::detail

@@ -85,9 +85,14 @@ public:
     QString getSystemConfigDb();
     QString getPipeConfigDb();
 
-    /// The folder that the environment variable VELM_ROOT names, if it exists, else the folder of
-    /// this library. Read anew on every call. With "/" throughout and none at the end.
+    /// The folder that setSystemRootRoute() or, without it, the environment variable VELM_ROOT
+    /// names, if it exists, else the folder of this library. Read anew on every call. With "/"
+    /// throughout and none at the end.
     QString getSystemRootRoute();
+    /// Makes a folder the root of this process, whatever VELM_ROOT names. An empty one leaves it to
+    /// VELM_ROOT again.
+    /// @return false, and nothing changes, if @p folder is not empty and no folder
+    bool setSystemRootRoute(const QString& folder);
     /// The name of the profile in use: the name of the root folder.
     QString getProfileName();
 
@@ -121,6 +126,7 @@ private:
     bool addModuleFolder(const QString& modulePath, unsigned short level);
 
     std::unique_ptr<velm::detail::GlobalParamStore> m_globalParam;
+    QString m_root;           // absolute; empty while VELM_ROOT has the say
     QStringList m_hostPaths;  // canonical, in the order of adding
     Velm::Version m_version = Velm::VersionDatabase;
 };

@@ -1,11 +1,15 @@
 #include "common/files/AtomicFile.h"
 
+#include "common/platform/FileSystem.h"
 #include "support/Printers.h"
 #include "support/TemporaryRoot.h"
 #include "support/Text.h"
 
 #include <QDir>
 #include <QFile>
+#include <QThread>
+
+#include <thread>
 
 using velm::detail::AtomicFile;
 
@@ -61,4 +65,23 @@ TEST_F(AtomicFileTest, ReplacesOrdinaryFilesOnly)
     }
     EXPECT_EQ(content(u"behind"_s), "behind");
     EXPECT_EQ(content(u"made"_s), "new");
+}
+
+TEST_F(AtomicFileTest, WaitsForAProgramThatHoldsTheOldFile)
+{
+    writeFile(u"place"_s, "old");
+    QFile held(path(u"place"_s));
+    ASSERT_TRUE(held.open(QIODevice::ReadOnly));
+    AtomicFile file(path(u"place"_s), path(u"made"_s));
+    EXPECT_EQ(commit(file), velm::detail::platform::replacesOpenFiles()) << "it is never let go of";
+    EXPECT_EQ(content(u"place"_s), QFile::exists(path(u"made"_s)) ? "old" : "new");
+
+    writeFile(u"made"_s, "newer");
+    std::thread holder([&held] {
+        QThread::msleep(300);
+        held.close();
+    });
+    EXPECT_TRUE(commit(file));
+    holder.join();
+    EXPECT_EQ(content(u"place"_s), "newer");
 }

@@ -6,6 +6,7 @@
 #include "support/TemporaryRoot.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 
 #include <limits>
@@ -319,6 +320,18 @@ TEST_F(DatabaseFile, TellsOfRowsThatCannotBeRead)
     const int readable = database.readTable(kTable).size();
     EXPECT_TRUE(readable > 0 && readable < 4000) << readable;
     EXPECT_TRUE(database.getLastErrorText().contains(u"malformed"_s));
+}
+
+TEST_F(DatabaseFile, WhosePathIsTooLongTellsSo)
+{
+    QString folder = root();
+    while (folder.toUtf8().size() < 1100)
+        folder += u"/一个很长的文件夹名字"_s;
+    ASSERT_TRUE(QDir().mkpath(folder));
+    const LogLines log;
+    EXPECT_EQ(CVelmDatabase().initDatabase(folder + u"/a.db"_s, QString()),
+              Velm::VelmDatabaseOpenFailed);
+    EXPECT_TRUE(LogLines::take().join(u'\n').contains(u"SQLite takes"_s));
 }
 
 TEST_F(DatabaseFile, ThatIsAFolderOrHasNoFolderOrNameIsNotOpened)

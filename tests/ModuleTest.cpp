@@ -24,6 +24,7 @@ protected:
     ModuleTest() { EXPECT_TRUE(QDir().mkpath(hostFolder())); }
 
     QString hostFolder() const { return path(u"宿主"_s); }
+    QString hostProgram() const { return hostFolder() + QLatin1Char('/') + hostName(); }
 
     /// Copies files of the build beside the host.
     void bring(const QStringList& names)
@@ -39,7 +40,7 @@ protected:
 
     ChildAnswer host(const QStringList& arguments, bool startsItself = false)
     {
-        ChildProgram child(hostFolder() + QLatin1Char('/') + hostName());
+        ChildProgram child(hostProgram());
         if (startsItself)
             child.setVariable(u"VELM_START"_s, u"host"_s);
         return child.run(arguments);
@@ -93,8 +94,7 @@ TEST_F(ModuleTest, LosesNoRecordWhenItIsKilledWhileSaving)
 {
     bringAll();
     for (int round = 0; round < 4; ++round) {
-        ChildProgram(hostFolder() + QLatin1Char('/') + hostName())
-            .killAfterLines({u"save-for-ever"_s}, 3 + round);
+        ChildProgram(hostProgram()).killAfterLines({u"save-for-ever"_s}, 3 + round);
         const QString symbol = host({u"show"_s}).output;
         EXPECT_EQ(symbol.size(), 100000);
         EXPECT_EQ(symbol, QString(100000, symbol.isEmpty() ? QChar() : symbol.at(0)));
@@ -126,6 +126,14 @@ TEST_F(ModuleTest, LetsTheHostAskBackWhileItMakesWhatWasAskedFor)
         << "two databases and the store cannot be opened";
 }
 
+TEST_F(ModuleTest, FindsItsDriversBeforeTheApplicationObjectIsThere)
+{
+    bring({hostName()});  // the drivers lie beside the library, elsewhere
+    ChildProgram child(hostProgram());
+    child.setVariable(u"QT_PLUGIN_PATH"_s, QString());
+    EXPECT_EQ(child.run({u"early"_s}).output, u"before 1 0\nafter 1 0"_s);
+}
+
 TEST_F(ModuleTest, HandsNoFatalMessageOn)
 {
     bringAll();
@@ -144,17 +152,6 @@ TEST_F(ModuleTest, TellsWhereItsOwnMessagesComeFrom)
     const QString output = host({u"show"_s}).output;
     EXPECT_TRUE(line.match(output).hasMatch()) << output.toStdString();
 }
-
-#ifdef Q_OS_WIN
-TEST_F(ModuleTest, IsLoadedAndUnloadedManyTimes)
-{
-    bring({libraryName(), kBundle, kCompanion});
-    const QString library =
-        QDir::toNativeSeparators(hostFolder() + QLatin1Char('/') + libraryName());
-    ChildProgram probe(builtFile(u"velm_windows_probe.exe"_s));
-    EXPECT_EQ(probe.run({u"load"_s, library, u"200"_s}).output, u"done"_s);
-}
-#endif
 
 namespace {
 

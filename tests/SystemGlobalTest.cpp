@@ -42,6 +42,11 @@ void unload(HINSTANCE module)
 {
     FreeLibrary(module);
 }
+void setVariable(const QString& name, const QString& value)
+{
+    SetEnvironmentVariableW(reinterpret_cast<LPCWSTR>(name.utf16()),
+                            reinterpret_cast<LPCWSTR>(value.utf16()));
+}
 #else
 HINSTANCE load(const QString& file)
 {
@@ -50,6 +55,10 @@ HINSTANCE load(const QString& file)
 void unload(HINSTANCE module)
 {
     dlclose(module);
+}
+void setVariable(const QString& name, const QString& value)
+{
+    qputenv(name.toLatin1().constData(), QFile::encodeName(value));
 }
 #endif
 
@@ -66,7 +75,19 @@ TEST_F(SystemGlobalTest, FollowsTheRootThatTheEnvironmentNames)
     EXPECT_EQ(system().getVersion(), Velm::VersionDatabase);
     EXPECT_FALSE(system().isCadSystem());
 
-    qputenv("VELM_ROOT", "no such folder");
+    // Of characters that no one code page holds, and set by whom no C run-time tells.
+    const QString other = path(u"Ω𠮷☃"_s);
+    ASSERT_TRUE(QDir().mkpath(other));
+    setVariable(u"VELM_ROOT"_s, other);
+    EXPECT_EQ(system().getSystemRootRoute(), other);
+
+    EXPECT_TRUE(system().setSystemRootRoute(root()));
+    EXPECT_FALSE(system().setSystemRootRoute(path(u"missing"_s)));
+    EXPECT_EQ(system().getSystemRootRoute(), root()) << "comes before the environment";
+    EXPECT_TRUE(system().setSystemRootRoute(QString()));
+    EXPECT_EQ(system().getSystemRootRoute(), other);
+
+    setVariable(u"VELM_ROOT"_s, u"no such folder"_s);
     const QString ownFolder = system().getSystemRootRoute();
     EXPECT_FALSE(QDir(ownFolder).entryList({u"*VelmCommon*"_s}, QDir::Files).isEmpty())
         << "without a valid VELM_ROOT the root is the library's folder, not "

@@ -263,8 +263,23 @@ TEST_F(ToolTest, ShowsChineseWithoutALocaleAndNoControlCharacters)
     process.setProcessEnvironment(environment);
     process.start(program(), words("lookup A"));
     ASSERT_TRUE(process.waitForFinished());
-    const QString output = QString::fromLocal8Bit(process.readAllStandardOutput());
+    const QString output = QString::fromUtf8(process.readAllStandardOutput());
     EXPECT_TRUE(output.startsWith(u"A 测?[31m"_s)) << output.toStdString();
+}
+
+TEST_F(ToolTest, WorksInAFolderOfAnyNameAndLength)
+{
+    QString folder = path(u"Ω𠮷☃"_s);
+    while (folder.size() < 300)
+        folder += u"/a folder within the other"_s;
+    EXPECT_EQ(velm({u"init"_s, folder}).talk, QString());
+    EXPECT_EQ(velm({u"init"_s, u"--force"_s, folder}).exitCode, 0) << "each file is replaced";
+    const Answer card = velm({u"--root"_s, folder, u"lookup"_s, u"310301"_s});
+    EXPECT_TRUE(card.output.contains(u"一般房屋"_s)) << card.talk.toStdString();
+    EXPECT_EQ(velm({u"--root"_s, folder, u"check"_s}).exitCode, 0);
+    const QString missing = path(u"Ω𠮷☃/missing"_s);
+    EXPECT_TRUE(velm({u"--root"_s, missing, u"check"_s}).talk.contains(missing))
+        << "in files and pipes no character is lost";
 }
 
 TEST_F(ToolTest, ExaminesTheMachineAndTellsWhatIsMissing)
@@ -281,8 +296,13 @@ TEST_F(ToolTest, ExaminesTheMachineAndTellsWhatIsMissing)
     EXPECT_EQ(state(bare, u"configuration.system"_s), u"error"_s);
     EXPECT_EQ(state(bare, u"start.bundle"_s), u"ok"_s) << "a root of its own moves no bundle";
     init();
+    // Natively for unixODBC; the root of Wine has the driver registered.
+    writeFile(u"odbcinst.ini"_s, "[Microsoft Access Driver (*.mdb, *.accdb)]\nDriver=x\n");
+    qputenv("ODBCSYSINI", QFile::encodeName(root()));
     const Answer whole = velm({u"--root"_s, root(), u"doctor"_s, u"--json"_s});
+    qunsetenv("ODBCSYSINI");
     EXPECT_EQ(whole.exitCode, 0);
+    EXPECT_EQ(state(whole, u"database.access"_s), u"ok"_s);
     EXPECT_EQ(state(whole, u"configuration.system"_s), u"ok"_s);
     EXPECT_EQ(state(whole, u"database.sqlite"_s), u"ok"_s);
     const QString text = velm({u"--root"_s, root(), u"doctor"_s}).output;

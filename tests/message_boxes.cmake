@@ -19,4 +19,4 @@ expect_output("box, icon, 错误: 无法找到资源文件[VelmResource.rcc
 box, icon, 错误: 初始化资源文件失败！！！
 box, no icon, 错误信息: 无法找到文件[adapter_qtinit.dll]
 done
-" load ${SCRATCH}/VelmCommon.dll 1)
+" load ${SCRATCH}/VelmCommon.dll)

@@ -43,7 +43,7 @@ bool AtomicFile::commit(QString& problem)
 
 bool AtomicFile::undo()
 {
-    return m_replaced ? platform::replaceFile(m_spare, m_target) : QFile::remove(m_target);
+    return m_replaced ? platform::replaceFile(m_spare, m_target) : platform::removeFile(m_target);
 }
 
 bool AtomicFile::keepOld() const

@@ -2,8 +2,17 @@
 
 #include <QString>
 
-/// What each system does in its own way with files. Paths have "/" throughout.
+/// What each system does in its own way with files. Paths have "/" throughout. On Windows a program
+/// that opens a file may keep others from moving, replacing or removing it; that is tried for 2 s
+/// before it fails.
 namespace velm::detail::platform {
+
+/// A path in a form that the system takes however long it is: on Windows, from 240 characters on,
+/// the absolute path behind "\\?\".
+QString longPath(const QString& path);
+
+/// The longest path, in bytes of UTF-8, that SQLite opens here.
+int longestDatabasePath();
 
 /// Gives the file @p from the name @p to in one step: whoever looks at that name finds the old file
 /// or the new one, also if the process ends meanwhile. Both are in one file system.
@@ -11,6 +20,9 @@ bool replaceFile(const QString& from, const QString& to);
 
 /// The same for a folder, which replaces nothing (elsewhere than on Windows an empty folder).
 bool moveFolder(const QString& from, const QString& to);
+
+/// Removes a file.
+bool removeFile(const QString& file);
 
 /// Whether replaceFile() replaces a file that a process, this one included, has open.
 bool replacesOpenFiles();

@@ -42,6 +42,16 @@ bool hasName(int file, const char* name)
 
 }  // namespace
 
+QString longPath(const QString& path)
+{
+    return path;
+}
+
+int longestDatabasePath()
+{
+    return 512 - 8;  // MAX_PATHNAME, and the end of a journal's name
+}
+
 bool replaceFile(const QString& from, const QString& to)
 {
     return renameEntry(from, to);
@@ -50,6 +60,11 @@ bool replaceFile(const QString& from, const QString& to)
 bool moveFolder(const QString& from, const QString& to)
 {
     return renameEntry(from, to);
+}
+
+bool removeFile(const QString& file)
+{
+    return QFile::remove(file);
 }
 
 bool replacesOpenFiles()

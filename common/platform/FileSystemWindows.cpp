@@ -1,7 +1,10 @@
 #include "common/platform/FileSystem.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
+#include <QFileInfo>
 
+#include <algorithm>
 #include <string>
 
 #include <windows.h>
@@ -12,21 +15,97 @@ namespace {
 
 std::wstring native(const QString& path)
 {
-    return QDir::toNativeSeparators(path).toStdWString();
+    return QDir::toNativeSeparators(longPath(path)).toStdWString();
+}
+
+/// Whether a file is held by another program.
+bool isHeld(DWORD error)
+{
+    return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION
+           || error == ERROR_USER_MAPPED_FILE;
+}
+
+/// The same where moving a file to @p place failed. A file held there is answered as one that may
+/// never be replaced.
+bool isHeld(DWORD error, const std::wstring& place)
+{
+    if (error != ERROR_ACCESS_DENIED)
+        return isHeld(error);
+    const DWORD attributes = GetFileAttributesW(place.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return GetLastError() == ERROR_ACCESS_DENIED;  // it is just being removed
+    return (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) == 0;
+}
+
+/// The same where moving a folder to @p place failed. A file held in it is answered as one that may
+/// not be moved.
+bool isFolderHeld(DWORD error, const std::wstring& place)
+{
+    return isHeld(error)
+           || (error == ERROR_ACCESS_DENIED
+               && GetFileAttributesW(place.c_str()) == INVALID_FILE_ATTRIBUTES);
+}
+
+/// Repeats @p attempt for a while if its error may pass: a virus scanner opens each new file.
+template<typename Attempt, typename MayPass>
+bool repeat(const Attempt& attempt, const MayPass& mayPass)
+{
+    constexpr int kPatienceMs = 2000;
+    constexpr DWORD kLongestPauseMs = 100;
+    const QDeadlineTimer deadline(kPatienceMs);
+    DWORD pauseMs = 10;
+    while (!attempt()) {
+        if (!mayPass(GetLastError()) || deadline.hasExpired())
+            return false;
+        Sleep(pauseMs);
+        pauseMs = std::min(2 * pauseMs, kLongestPauseMs);
+    }
+    return true;
 }
 
 }  // namespace
 
+QString longPath(const QString& path)
+{
+    constexpr int kLongestPlain = 240;  // with the names of journals and staged files below 260
+    const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    if (absolute.size() < kLongestPlain || absolute.startsWith(QLatin1String("//?/")))
+        return path;
+    const QString native = QDir::toNativeSeparators(absolute);
+    return native.startsWith(QLatin1String("\\\\")) ? QLatin1String("\\\\?\\UNC") + native.mid(1)
+                                                    : QLatin1String("\\\\?\\") + native;
+}
+
+int longestDatabasePath()
+{
+    return 260 * 4 - 8;  // SQLITE_WIN32_MAX_PATH_BYTES, and the end of a journal's name
+}
+
 bool replaceFile(const QString& from, const QString& to)
 {
-    return MoveFileExW(native(from).c_str(), native(to).c_str(),
-                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
-           != 0;
+    const std::wstring made = native(from), place = native(to);
+    return repeat(
+        [&] {
+            return MoveFileExW(made.c_str(), place.c_str(),
+                               MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
+                   != 0;
+        },
+        [&](DWORD error) { return isHeld(error, place); });
 }
 
 bool moveFolder(const QString& from, const QString& to)
 {
-    return MoveFileExW(native(from).c_str(), native(to).c_str(), MOVEFILE_WRITE_THROUGH) != 0;
+    const std::wstring made = native(from), place = native(to);
+    return repeat(
+        [&] { return MoveFileExW(made.c_str(), place.c_str(), MOVEFILE_WRITE_THROUGH) != 0; },
+        [&](DWORD error) { return isFolderHeld(error, place); });
+}
+
+bool removeFile(const QString& file)
+{
+    const std::wstring path = native(file);
+    return repeat([&] { return DeleteFileW(path.c_str()) != 0; },
+                  [](DWORD error) { return isHeld(error); });
 }
 
 bool replacesOpenFiles()
@@ -41,10 +120,14 @@ bool linkFile(const QString& file, const QString& name)
 
 bool syncFile(const QString& file)
 {
-    const HANDLE handle =
-        CreateFileW(native(file).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (handle == INVALID_HANDLE_VALUE)
+    const std::wstring path = native(file);
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    const auto open = [&] {
+        handle = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                             nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        return handle != INVALID_HANDLE_VALUE;
+    };
+    if (!repeat(open, [](DWORD error) { return isHeld(error); }))
         return false;
     const bool synced = FlushFileBuffers(handle) != 0;
     CloseHandle(handle);

@@ -1,3 +1,4 @@
+#include "common/MessageBox.h"
 #include "common/MessageHandler.h"
 #include "common/Module.h"
 #include "common/Singleton.h"
@@ -5,16 +6,11 @@
 
 #include <QCoreApplication>
 
-#include <atomic>
-
 #include <windows.h>
 
 namespace {
 
 using namespace velm::detail;
-
-std::atomic<int> startedThreads{0};  // since the library is in the process, less those that ended
-bool loadedWithProcess = false;
 
 /// While all threads still run, unlike later in DllMain.
 void saveWithApplication()
@@ -22,18 +18,19 @@ void saveWithApplication()
     saveParametersAtEnd();
 }
 
-void enter(HINSTANCE library, bool withProcess)
+void enter(HINSTANCE library)
 {
-    loadedWithProcess = withProcess;
     module::setHandle(library);
     if (!module::hostStarts())
         module::start();
     qAddPostRoutine(saveWithApplication);
 }
 
-/// FreeLibrary: the process goes on, so nothing may lead into the library any more.
+/// FreeLibrary: the process goes on, so nothing may lead into the library any more. A box would
+/// keep every other thread from starting or ending.
 void leave()
 {
+    silenceMessageBoxes();
     qRemovePostRoutine(saveWithApplication);
     module::stop();
     const QtMessageHandler current = qInstallMessageHandler(nullptr);
@@ -41,15 +38,14 @@ void leave()
         qInstallMessageHandler(current);
 }
 
-/// The system has ended all other threads by now, with whatever locks they held. Only if there
-/// never was another thread are all locks known to be free.
+/// The system has ended all other threads by now, with whatever locks they held, and let go of the
+/// libraries that were loaded after this one, the database driver among them. So nothing is saved,
+/// and what is there is left to the system.
 void endWithProcess()
 {
-    const bool alone = loadedWithProcess && startedThreads == 0;
-    if (alone)
-        module::stop();
+    silenceMessageBoxes();
     silenceMessages();
-    leaveSingletonsToSystem = !alone;
+    leaveSingletonsToSystem = true;
 }
 
 }  // namespace
@@ -58,13 +54,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, LPVOID reserved)
 {
     switch (reason) {
     case DLL_PROCESS_ATTACH:
-        enter(library, reserved != nullptr);
-        break;
-    case DLL_THREAD_ATTACH:
-        ++startedThreads;
-        break;
-    case DLL_THREAD_DETACH:
-        --startedThreads;
+        enter(library);
         break;
     case DLL_PROCESS_DETACH:
         reserved ? endWithProcess() : leave();

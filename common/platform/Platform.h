@@ -15,6 +15,10 @@ namespace velm::detail::platform {
 /// The system's folder for temporary files, with the system's own separator at its end.
 QString temporaryFolder();
 
+/// The variable's value in the environment of the process as it is now, also where it was set by a
+/// host with another C run-time; empty without it.
+QString environmentVariable(const QString& name);
+
 /// Full path of a loaded module, given its handle; of the running program for null. Empty if it is
 /// no module.
 QString modulePath(HINSTANCE module);

@@ -106,6 +106,11 @@ QString temporaryFolder()
     return QDir::tempPath() + QLatin1Char('/');
 }
 
+QString environmentVariable(const QString& name)
+{
+    return qEnvironmentVariable(name.toLatin1().constData());
+}
+
 QString modulePath(HINSTANCE module)
 {
     if (!module)

@@ -1,5 +1,7 @@
 #include "common/platform/Platform.h"
 
+#include "common/platform/FileSystem.h"
+
 #include <QDir>
 #include <QSettings>
 
@@ -28,6 +30,19 @@ QString temporaryFolder()
     if (length == 0 || length > buffer.size())
         return QDir::toNativeSeparators(QDir::tempPath()) + QLatin1Char('\\');
     return QString::fromWCharArray(buffer.data(), static_cast<int>(length));
+}
+
+QString environmentVariable(const QString& name)
+{
+    // Not the copy of our own C run-time, which does not see what others set.
+    std::vector<wchar_t> buffer(MAX_PATH);
+    for (;;) {
+        const auto size = static_cast<DWORD>(buffer.size());
+        const DWORD length = GetEnvironmentVariableW(wide(name), buffer.data(), size);
+        if (length < size)
+            return QString::fromWCharArray(buffer.data(), static_cast<int>(length));
+        buffer.resize(length);  // with its end
+    }
 }
 
 QString modulePath(HINSTANCE module)
@@ -64,7 +79,7 @@ QString libraryPath()
 
 HMODULE loadModule(const QString& path)
 {
-    return LoadLibraryW(wide(QDir::toNativeSeparators(path)));
+    return LoadLibraryW(wide(QDir::toNativeSeparators(longPath(path))));
 }
 
 void freeModule(HMODULE module)

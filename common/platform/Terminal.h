@@ -1,10 +1,23 @@
 #pragma once
 
+#include <QString>
+
 /// What each system does in its own way with a terminal.
 namespace velm::detail::platform {
 
 /// Whether standard output is a terminal that takes escape sequences. On Windows a console is told
 /// to take them, and one that refuses shows no colours.
 bool outputTakesEscapes();
+
+enum class Stream
+{
+    Output,
+    Error
+};
+
+/// Writes a text: to a file or a pipe in UTF-8; to a terminal in the local encoding, to a console
+/// of Windows in characters, which it shows whatever its code page is.
+/// @return false if not all of it could be written
+bool writeText(Stream stream, const QString& text);
 
 }  // namespace velm::detail::platform

@@ -1,5 +1,7 @@
 #include "common/platform/Terminal.h"
 
+#include <cstdio>
+
 #include <unistd.h>
 
 namespace velm::detail::platform {
@@ -7,6 +9,14 @@ namespace velm::detail::platform {
 bool outputTakesEscapes()
 {
     return isatty(STDOUT_FILENO) != 0;
+}
+
+bool writeText(Stream stream, const QString& text)
+{
+    std::FILE* file = stream == Stream::Output ? stdout : stderr;
+    const QByteArray bytes = isatty(fileno(file)) != 0 ? text.toLocal8Bit() : text.toUtf8();
+    const auto size = static_cast<size_t>(bytes.size());
+    return std::fwrite(bytes.constData(), 1, size, file) == size && std::fflush(file) == 0;
 }
 
 }  // namespace velm::detail::platform

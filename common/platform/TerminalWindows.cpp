@@ -1,8 +1,32 @@
 #include "common/platform/Terminal.h"
 
+#include <algorithm>
+#include <cstdio>
+
 #include <windows.h>
 
 namespace velm::detail::platform {
+
+namespace {
+
+bool writeToConsole(HANDLE console, const QString& text)
+{
+    constexpr int kMostAtOnce = 8000;  // a console has a small buffer for what is written to it
+    for (int i = 0; i < text.size();) {
+        DWORD written = 0;
+        int count = std::min(kMostAtOnce, text.size() - i);
+        if (count > 1 && text.at(i + count - 1).isHighSurrogate())
+            --count;
+        if (WriteConsoleW(console, text.utf16() + i, static_cast<DWORD>(count), &written, nullptr)
+                == 0
+            || written == 0)
+            return false;
+        i += static_cast<int>(written);
+    }
+    return true;
+}
+
+}  // namespace
 
 bool outputTakesEscapes()
 {
@@ -13,6 +37,19 @@ bool outputTakesEscapes()
     return SetConsoleMode(output,
                           mode | ENABLE_PROCESSED_OUTPUT | ENABLE_VIRTUAL_TERMINAL_PROCESSING)
            != 0;
+}
+
+bool writeText(Stream stream, const QString& text)
+{
+    const HANDLE handle =
+        GetStdHandle(stream == Stream::Output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
+    DWORD mode = 0;
+    if (GetConsoleMode(handle, &mode) != 0)
+        return writeToConsole(handle, text);
+    std::FILE* file = stream == Stream::Output ? stdout : stderr;
+    const QByteArray bytes = text.toUtf8();
+    const auto size = static_cast<size_t>(bytes.size());
+    return std::fwrite(bytes.constData(), 1, size, file) == size && std::fflush(file) == 0;
 }
 
 }  // namespace velm::detail::platform

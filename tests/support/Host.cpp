@@ -3,6 +3,7 @@
 // UTF-8.
 
 #include "CVelmConfigManager.h"
+#include "CVelmDatabase.h"
 #include "CVelmMessage.h"
 #include "CVelmSaveUserData.h"
 #include "CVelmSystemGlobal.h"
@@ -153,6 +154,23 @@ int askBack(const QStringList&)
     return 0;
 }
 
+/// Uses databases before there is an application object, and after.
+int early(int argc, char** argv)
+{
+    const auto say = [](const char* when) {
+        CVelmDatabase database;
+        print(QStringLiteral("%1 %2 %3")
+                  .arg(QLatin1String(when))
+                  .arg(CVelmSaveUserData::Instance()->setUserInput(
+                      QStringLiteral("t"), QStringLiteral("n"), QStringLiteral("v")))
+                  .arg(database.initDatabase(CVelmSaveUserData::fileName(), QString())));
+    };
+    say("before");
+    const QCoreApplication application(argc, argv);
+    say("after");
+    return 0;
+}
+
 QSemaphore inCallback;
 
 /// Ends the process while another thread is in the handler of messages, and has its lock.
@@ -216,6 +234,8 @@ constexpr Command kCommands[] = {
 int main(int argc, char** argv)
 {
     CVelmMessage::installPresenter(printBox);
+    if (argc == 2 && qstrcmp(argv[1], "early") == 0)
+        return early(argc, argv);
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     for (const Command& command : kCommands) {

@@ -20,7 +20,7 @@ Answer velm(const QStringList& arguments)
     answer.exitCode = process.exitCode();
     const QByteArray output = process.readAllStandardOutput();
     answer.json = QJsonDocument::fromJson(output);
-    answer.output = QString::fromLocal8Bit(output).remove(QLatin1Char('\r'));
-    answer.talk = QString::fromLocal8Bit(process.readAllStandardError());
+    answer.output = QString::fromUtf8(output).remove(QLatin1Char('\r'));
+    answer.talk = QString::fromUtf8(process.readAllStandardError());
     return answer;
 }

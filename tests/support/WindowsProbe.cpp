@@ -1,7 +1,8 @@
-// What only a program of Windows can see of the library: how it is loaded and unloaded, and its
-// message boxes. It loads the library itself:
-//     probe load LIBRARY COUNT   loads and frees it, then logs a line
+// What only a program of Windows can see of the library: how it is loaded and unloaded, its message
+// boxes, and what the system says of its file. It loads the library itself:
+//     probe load LIBRARY         loads and frees it, then logs a line
 //     probe ask LIBRARY          asks a question with a real message box
+//     probe version FILE         prints the Chinese part of the file's version resource
 // Each runs in a child process, while the parent answers its message boxes and prints what they
 // look like: a thread of the same process could not while the library is being loaded.
 
@@ -11,6 +12,7 @@
 
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include <windows.h>
 
@@ -67,13 +69,11 @@ BOOL CALLBACK visit(HWND window, LPARAM child)
     return TRUE;
 }
 
-int loadAndFree(const QString& library, int count)
+int loadAndFree(const QString& library)
 {
-    for (int i = 0; i < count; ++i) {
-        const HMODULE module = LoadLibraryW(wide(library));
-        if (!module || !FreeLibrary(module) || GetModuleHandleW(wide(library)))
-            return 1;
-    }
+    const HMODULE module = LoadLibraryW(wide(library));
+    if (!module || !FreeLibrary(module) || GetModuleHandleW(wide(library)))
+        return 1;
     qWarning("the library is gone");
     print(QStringLiteral("done"));
     return 0;
@@ -90,6 +90,27 @@ int ask(const QString& library)
         return 1;
     const int button = question(QStringLiteral("删除要素？"), QStringLiteral("测试"), nullptr);
     print(QStringLiteral("answer %1").arg(button));
+    return 0;
+}
+
+int showVersion(const QString& file)
+{
+    std::vector<char> resource(GetFileVersionInfoSizeW(wide(file), nullptr));
+    if (!GetFileVersionInfoW(wide(file), 0, static_cast<DWORD>(resource.size()), resource.data()))
+        return 1;
+    void* value = nullptr;
+    UINT size = 0;
+    for (const char* name : {"FileDescription", "OriginalFilename", "ProductVersion"}) {
+        const QString path = QStringLiteral("\\StringFileInfo\\080404B0\\") + QLatin1String(name);
+        VerQueryValueW(resource.data(), wide(path), &value, &size);
+        print(QString::fromWCharArray(static_cast<const wchar_t*>(value)));
+    }
+    VerQueryValueW(resource.data(), L"\\", &value, &size);
+    const auto* fixed = static_cast<const VS_FIXEDFILEINFO*>(value);
+    print(QStringLiteral("%1.%2.%3")
+              .arg(HIWORD(fixed->dwFileVersionMS))
+              .arg(LOWORD(fixed->dwFileVersionMS))
+              .arg(HIWORD(fixed->dwFileVersionLS)));
     return 0;
 }
 
@@ -118,8 +139,8 @@ int main(int argc, char** argv)
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.last() != QLatin1String("child"))
         return watchChild();
-    const QString library = arguments.value(2);
-    return arguments.value(1) == QLatin1String("ask")
-               ? ask(library)
-               : loadAndFree(library, arguments.value(3).toInt());
+    const QString verb = arguments.value(1), file = arguments.value(2);
+    if (verb == QLatin1String("version"))
+        return showVersion(file);
+    return verb == QLatin1String("ask") ? ask(file) : loadAndFree(file);
 }

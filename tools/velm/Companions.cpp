@@ -1,7 +1,7 @@
 #include "Companions.h"
 
-#include <QDir>
-#include <QFileInfo>
+#include "common/platform/OdbcDrivers.h"
+
 #include <QSettings>
 #include <QStandardPaths>
 #include <QStringList>
@@ -22,32 +22,12 @@ QString registryValue(const QString& key, const QString& name)
     return QSettings(key, QSettings::NativeFormat).value(name).toString();
 }
 
-QString accessDriverName()
-{
-    return QStringLiteral("Microsoft Access Driver (*.mdb, *.accdb)");
-}
-
-/// The files in which unixODBC keeps its drivers.
-QStringList odbcDriverFiles()
-{
-    const QString folder = qEnvironmentVariable("ODBCSYSINI", QStringLiteral("/etc"));
-    return {QDir::homePath() + QStringLiteral("/.odbcinst.ini"),
-            folder + QStringLiteral("/odbcinst.ini")};
-}
-
 }  // namespace
 
 QString companions::accessDriver()
 {
-    const QString name = accessDriverName();
-    const QString drivers =
-        QStringLiteral("HKEY_LOCAL_MACHINE\\SOFTWARE\\ODBC\\ODBCINST.INI\\ODBC Drivers");
-    bool found = !registryValue(drivers, name).isEmpty();
-    if (!onWindows()) {
-        for (const QString& file : odbcDriverFiles())
-            found = found || QSettings(file, QSettings::IniFormat).childGroups().contains(name);
-    }
-    return found ? name : QString();
+    const QString name = QStringLiteral("Microsoft Access Driver (*.mdb, *.accdb)");
+    return velm::detail::platform::odbcDrivers().contains(name) ? name : QString();
 }
 
 QString companions::microsoftOffice()

@@ -9,7 +9,6 @@
 #include "CVelmSystemGlobal.h"
 #include "CVelmWork.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 namespace {
@@ -60,13 +59,14 @@ int Configuration::selectRoot(const Arguments& arguments)
     if (root.isEmpty())
         return arguments.usageError(
             QStringLiteral("no configuration: give --root DIR or set VELM_ROOT"));
-    if (!QFileInfo(root).isDir()) {
+    const bool exists =
+        named ? CVelmSystemGlobal::Instance()->setSystemRootRoute(root) : QFileInfo(root).isDir();
+    if (!exists) {
         console::tell(
             QStringLiteral("cannot open the configuration \"%1\": there is no such folder")
                 .arg(root));
         return ExitCannotOpen;
     }
-    qputenv("VELM_ROOT", QFile::encodeName(root));
     return ExitFine;
 }
 

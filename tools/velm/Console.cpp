@@ -7,12 +7,13 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <optional>
 
 namespace console {
 
 namespace {
+
+namespace platform = velm::detail::platform;
 
 struct Range
 {
@@ -49,21 +50,15 @@ int columnsOf(uint character)
 
 bool outputFailed = false;
 
-bool write(std::FILE* stream, const QByteArray& bytes)
+void writeResult(const QString& text)
 {
-    const auto size = static_cast<size_t>(bytes.size());
-    return std::fwrite(bytes.constData(), 1, size, stream) == size && std::fflush(stream) == 0;
-}
-
-void writeResult(const QByteArray& bytes)
-{
-    outputFailed = !write(stdout, bytes) || outputFailed;
+    outputFailed = !platform::writeText(platform::Stream::Output, text) || outputFailed;
 }
 
 bool showsColours()
 {
     return qEnvironmentVariableIsEmpty("NO_COLOR") && qgetenv("TERM") != "dumb"
-           && velm::detail::platform::outputTakesEscapes();
+           && platform::outputTakesEscapes();
 }
 
 bool onColourTerminal()
@@ -104,17 +99,17 @@ bool changesDirection(QChar ch)
 
 void print(const QString& line)
 {
-    writeResult((line + QLatin1Char('\n')).toLocal8Bit());
+    writeResult(line + QLatin1Char('\n'));
 }
 
 void print(const QJsonObject& document)
 {
-    writeResult(QJsonDocument(document).toJson());
+    writeResult(QString::fromUtf8(QJsonDocument(document).toJson()));
 }
 
 void print(const QJsonArray& document)
 {
-    writeResult(QJsonDocument(document).toJson());
+    writeResult(QString::fromUtf8(QJsonDocument(document).toJson()));
 }
 
 bool printedAll()
@@ -124,7 +119,8 @@ bool printedAll()
 
 void tell(const QString& line)
 {
-    write(stderr, (QStringLiteral("velm: ") + plain(line) + QLatin1Char('\n')).toLocal8Bit());
+    platform::writeText(platform::Stream::Error,
+                        QStringLiteral("velm: ") + plain(line) + QLatin1Char('\n'));
 }
 
 QString plain(const QString& text)

@@ -13,8 +13,8 @@ enum ExitCode : int
     ExitCannotOpen = 3,  ///< a file or database cannot be opened or written
 };
 
-/// Results go to standard output, talk goes to standard error; text in the local code page, JSON in
-/// UTF-8.
+/// Results go to standard output, talk goes to standard error. Text and JSON alike are UTF-8 in
+/// files and pipes; a terminal gets what it shows.
 namespace console {
 
 /// Prints a line of a result.

@@ -65,12 +65,13 @@ int commands::doctor(const QStringList& arguments)
     if (!args.positional().isEmpty())
         return args.usageError(
             QStringLiteral("unexpected argument \"%1\"").arg(args.positional().first()));
-    if (args.isSet(QStringLiteral("root"))) {
+    const bool rootIsGiven = args.isSet(QStringLiteral("root"));
+    if (rootIsGiven) {
         const int selected = Configuration::selectRoot(args);
         if (selected != ExitFine)
             return selected;
     }
-    const QVector<Finding> findings = examine();
+    const QVector<Finding> findings = examine(rootIsGiven);
     if (args.json())
         printJson(findings);
     else

@@ -9,11 +9,13 @@
 #include "CVelmSystemGlobal.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QLibrary>
 #include <QResource>
 #include <QSqlDatabase>
 #include <QSysInfo>
+#include <QTemporaryFile>
 #include <QTextCodec>
 
 #include <algorithm>
@@ -118,19 +120,28 @@ void examineDatabases(QVector<Finding>& findings)
     group.fine("drivers", "all of Qt's", drivers.join(QStringLiteral(", ")));
 }
 
-QString withAccess(const QString& path)
+/// Whether a file can be changed, or files be made in a folder: tried, since what its permissions
+/// promise another layer of the system may refuse.
+bool canBeWritten(const QString& path)
 {
-    const QFileInfo info(path);
-    if (!info.exists())
-        return QDir::toNativeSeparators(path) + QStringLiteral(" (missing)");
-    return QDir::toNativeSeparators(path)
-           + (info.isWritable() ? QStringLiteral(" (writable)") : QStringLiteral(" (read-only)"));
+    if (QFileInfo(path).isDir())
+        return QTemporaryFile(path + QStringLiteral("/.velm-doctor-XXXXXX")).open();
+    return QFile(path).open(QIODevice::ReadWrite | QIODevice::ExistingOnly);
 }
 
-void examineConfiguration(QVector<Finding>& findings)
+QString withAccess(const QString& path)
+{
+    const QString shown = QDir::toNativeSeparators(path);
+    if (!QFileInfo::exists(path))
+        return shown + QStringLiteral(" (missing)");
+    return shown
+           + (canBeWritten(path) ? QStringLiteral(" (writable)") : QStringLiteral(" (read-only)"));
+}
+
+void examineConfiguration(QVector<Finding>& findings, bool rootIsGiven)
 {
     Group group(findings, "configuration", "Configuration");
-    const QString named = qEnvironmentVariable("VELM_ROOT");
+    const QString named = rootIsGiven ? QString() : qEnvironmentVariable("VELM_ROOT");
     const bool ignored = !named.isEmpty() && !QFileInfo(named).isDir();
     group.add("root", "root", withAccess(system().getSystemRootRoute()),
               ignored ? Finding::Warning : Finding::Fine,
@@ -186,10 +197,10 @@ void examineStart(QVector<Finding>& findings)
 }
 
 /// SQLite needs the folder too, for its journal.
-bool canBeWritten(const QFileInfo& file)
+bool canKeepDatabase(const QFileInfo& file)
 {
-    return QFileInfo(file.path()).isWritable()
-           && (!file.exists() || (file.isFile() && file.isWritable()));
+    return canBeWritten(file.path())
+           && (!file.exists() || (file.isFile() && canBeWritten(file.filePath())));
 }
 
 void examineUser(QVector<Finding>& findings)
@@ -199,7 +210,7 @@ void examineUser(QVector<Finding>& findings)
     group.add("store", "store of this program",
               QDir::toNativeSeparators(file.filePath())
                   + (file.exists() ? QString() : QStringLiteral(" (not made yet)")),
-              canBeWritten(file) ? Finding::Fine : Finding::Warning,
+              canKeepDatabase(file) ? Finding::Fine : Finding::Warning,
               QStringLiteral("it cannot be written, so settings of the user are not kept"));
 }
 
@@ -219,11 +230,11 @@ void examineOffice(QVector<Finding>& findings)
 
 }  // namespace
 
-QVector<Finding> examine()
+QVector<Finding> examine(bool rootIsGiven)
 {
     QVector<Finding> findings;
     examineLibrary(findings);
-    examineConfiguration(findings);
+    examineConfiguration(findings, rootIsGiven);
     examineStart(findings);
     examineDatabases(findings);
     examineUser(findings);

@@ -22,5 +22,6 @@ struct Finding
     QString advice;  ///< what to do about it; empty if it is fine
 };
 
-/// Looks at everything that the library needs, in the order in which it is told.
-QVector<Finding> examine();
+/// Looks at everything that the library needs, in the order in which it is told. What VELM_ROOT
+/// names matters unless the root is given otherwise.
+QVector<Finding> examine(bool rootIsGiven);

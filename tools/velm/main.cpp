@@ -46,6 +46,7 @@ QString helpText()
     text += QStringLiteral(
         "\n"
         "\"velm COMMAND --help\" tells more. The configuration is --root DIR, else VELM_ROOT.\n"
+        "Files and pipes get UTF-8, text and JSON alike; a terminal gets what it shows.\n"
         "Exit codes: 0 fine, 1 nothing found or something missing, 2 wrong usage, 3 a file cannot "
         "be opened.");
     return text;
