@@ -5,6 +5,8 @@
 #include <QRegularExpression>
 #include <QUuid>
 
+#include <utility>
+
 using velm::detail::FileLock;
 
 namespace {
