@@ -4,6 +4,7 @@
 #include "common/MessageBox.h"
 #include "common/MessageHandler.h"
 #include "common/platform/Platform.h"
+#include "common/Singleton.h"
 #include "CVelmMessage.h"
 #include "CVelmSystemGlobal.h"
 
@@ -23,7 +24,6 @@ namespace {
 
 struct State
 {
-    HINSTANCE library = nullptr;
     HMODULE adapter = nullptr;
     bool attached = false;  // start() was called, stop() not yet
     bool bundleRegistered = false;
@@ -70,7 +70,7 @@ bool registerBundle()
     if (path.isEmpty())  // the text lacks its closing bracket, which is wanted so
         CVelmMessage::errorMsg(QStringLiteral("无法找到资源文件[VelmResource.rcc"), nullptr,
                                QStringLiteral("错误"));
-    if (QResource::registerResource(path, QString()))
+    if (!path.isEmpty() && QResource::registerResource(path, QString()))
         return true;
     CVelmMessage::errorMsg(QStringLiteral("初始化资源文件失败！！！"), nullptr,
                            QStringLiteral("错误"));
@@ -106,12 +106,13 @@ void installTranslation()
     translated = application;
 }
 
-}  // namespace
-
-void setHandle(HINSTANCE library)
+void saveParameters()
 {
-    state.library = library;
+    if (!singletonsAreGone)
+        saveParametersAtEnd();
 }
+
+}  // namespace
 
 bool hostStarts()
 {
@@ -120,6 +121,7 @@ bool hostStarts()
 
 bool start()
 {
+    saveWithApplication();
     state.attached = true;
     if (!state.complete) {
         if (!state.bundleRegistered)
@@ -136,21 +138,30 @@ bool start()
 
 void stop()
 {
-    if (!state.attached)
+    saveParameters();
+    if (!state.attached || singletonsAreGone)
         return;
-    saveParametersAtEnd();
     QResource::unregisterResource(findFile(bundleName()), QString());
     if (state.adapter)
         platform::freeModule(state.adapter);
-    const HINSTANCE library = state.library;
     state = State();
-    state.library = library;
+}
+
+void saveWithApplication()
+{
+    forgetApplication();
+    qAddPostRoutine(saveParameters);
+}
+
+void forgetApplication()
+{
+    qRemovePostRoutine(saveParameters);
 }
 
 QString findFile(const QString& name)
 {
     const QStringList paths = CVelmSystemGlobal::Instance()->getSearchPaths();
-    const QString beside = QFileInfo(platform::modulePath(state.library)).path();
+    const QString beside = QFileInfo(platform::libraryPath()).path();
     const QString direct = findDirectly(paths + QStringList{beside}, name);
     return direct.isEmpty() ? findBelow(paths, name) : direct;
 }

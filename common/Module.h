@@ -1,7 +1,5 @@
 #pragma once
 
-#include "VelmCommonGlobal.h"
-
 #include <QString>
 
 /// What the library does when it comes into a process and when it leaves. Called by one thread at a
@@ -10,9 +8,6 @@ namespace velm::detail::module {
 
 /// The name of a project of the mapping system.
 extern const QString kProjectKey;
-
-/// Notes the handle of the library, before anything else.
-void setHandle(HINSTANCE library);
 
 /// Whether the environment variable VELM_START is "host": then nothing starts by itself, and the
 /// host calls CVelmSystemGlobal::startModule().
@@ -25,9 +20,15 @@ bool hostStarts();
 /// @return false without the companion
 bool start();
 
-/// Saves the global parameters, if something was changed, and lets the bundle and the companion go.
-/// The message handler and the translation stay. Does nothing unless start() was called since.
+/// Saves what was changed of the global parameters, and lets the bundle and the companion go if
+/// start() was called since. The message handler and the translation stay.
 void stop();
+
+/// Has the parameters saved when the application object goes, or the next one if there is none. Qt
+/// forgets that with each.
+void saveWithApplication();
+/// Takes that back.
+void forgetApplication();
 
 /// The file of that name: the first that lies in a search path itself or, for a root that holds the
 /// configuration only, beside the library; else the first below a search path, where letter case

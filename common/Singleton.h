@@ -17,6 +17,10 @@ namespace velm::detail {
 /// may wait for such a lock, so the objects are left to the system.
 inline bool leaveSingletonsToSystem = false;
 
+/// Whether such objects have begun to go, at the end of the process or of the library: from then on
+/// none may be asked for.
+inline bool singletonsAreGone = false;
+
 /// Creates one object on first use and destroys it when the library unloads. Meant as a
 /// function-local static of an Instance(). Any number of threads may meet at get(): the object is
 /// made once, and the test without the lock is an acquire load, so whoever sees the pointer sees
@@ -28,6 +32,7 @@ public:
     Singleton() = default;
     ~Singleton()
     {
+        singletonsAreGone = true;
         if (leaveSingletonsToSystem)
             m_owner.take();
     }

@@ -77,6 +77,7 @@ QString CVelmSystemGlobal::findModuleFile(const QString& name)
 
 bool CVelmSystemGlobal::initGlobalParam() const
 {
+    module::saveWithApplication();
     return m_globalParam->load(g_VelmGlobalParam);
 }
 

@@ -34,11 +34,10 @@ bool isDictionary(const QString& table)
 /// stays closed.
 void registerConnection()
 {
-    // A copy of the name: Qt keeps it longer than the library may be loaded.
-    const QString name = QString::fromLatin1("TBL_SQLITE");
+    const QString name = QStringLiteral("TBL_SQLITE");
     if (QSqlDatabase::contains(name))
         QSqlDatabase::removeDatabase(name);
-    addConnection(QString::fromLatin1("QSQLITE"), name)
+    addConnection(QStringLiteral("QSQLITE"), name)
         .setDatabaseName(databaseName(CVelmSystemGlobal::Instance()->getSystemConfigDb()));
 }
 

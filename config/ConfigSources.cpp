@@ -51,7 +51,7 @@ bool ConfigSources::open(CVelmDatabase& database, const QString& path)
     const QSqlError error = beginReading(database.getQSqlDatabase(), patience);
     if (!error.isValid())
         return true;
-    VELM_WARN(cannotOpen(path, error));
+    VELM_WARN(cannotOpen(path, error.text()));
     m_unopened.append(file + QStringLiteral(": ") + describe(error));
     database.closeDatabase(false, 0);
     return false;

@@ -1,6 +1,5 @@
 #include "CVelmDatabase.h"
 
-#include "common/files/DatabasePath.h"
 #include "common/HostCalls.h"
 #include "data/Connection.h"
 #include "data/RowReading.h"
@@ -145,12 +144,11 @@ Velm::ErrorStatus CVelmDatabase::initDatabase(const QString& fileName,
     if (fileName.isEmpty())
         return Velm::VelmInvalidValue;
     const bool access = fileName.endsWith(QLatin1String(".mdb"), Qt::CaseInsensitive);
-    const bool opened =
-        access ? d->open(QStringLiteral("QODBC"), accessDatabaseName(fileName, connectOptions))
-               : d->open(QStringLiteral("QSQLITE"), databaseName(fileName));
+    const bool opened = access ? d->openAccess(accessDatabaseName(fileName, connectOptions))
+                               : d->openSqlite(fileName);
     if (opened)
         return Velm::VelmOk;
-    VELM_WARN(cannotOpen(fileName, d->database.lastError()));
+    VELM_WARN(cannotOpen(fileName, d->openProblem));
     return Velm::VelmDatabaseOpenFailed;
 }
 

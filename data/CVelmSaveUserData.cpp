@@ -139,7 +139,7 @@ bool CVelmSaveUserData::isReady()
     if (m_isFailureShown)
         return false;
     m_isFailureShown = true;
-    VELM_WARN(cannotOpen(m_file, error));
+    VELM_WARN(cannotOpen(m_file, error.text()));
     callHost([] {
         CVelmMessage::errorMsg(QStringLiteral("初始化文件失败！！！"), nullptr,
                                QStringLiteral("错误"));
@@ -149,6 +149,9 @@ bool CVelmSaveUserData::isReady()
 
 QSqlError CVelmSaveUserData::initSaveUserData()
 {
+    const QString problem = databasePathProblem(m_file);
+    if (!problem.isEmpty())
+        return sqlFailure(problem);
     m_database = addConnection(QStringLiteral("QSQLITE"), CVelmString().makeGuid());
     m_database.setUserName(QStringLiteral("velmgis"));  // SQLite ignores name and password
     m_database.setPassword(QStringLiteral("KelpoRIX"));

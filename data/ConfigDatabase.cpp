@@ -56,12 +56,12 @@ Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& pat
 {
     why = refusalOf(path);
     if (!why.isEmpty()) {
-        VELM_WARN(cannotOpen(path, sqlFailure(why)));
+        VELM_WARN(cannotOpen(path, why));
         return Velm::VelmDatabaseOpenFailed;
     }
     const Velm::ErrorStatus status = database.initDatabase(path, QString());
     if (status != Velm::VelmOk)
-        why = openingProblem(path, database.getQSqlDatabase().lastError());
+        why = DatabaseAccess::connection(database).openProblem;
     return status;
 }
 

@@ -17,11 +17,8 @@ namespace velm::detail {
 /// drivers; once there is one, Qt looks again.
 QSqlDatabase addConnection(const QString& driver, const QString& name);
 
-/// Why an opening failed: the driver's own words, or that SQLite opens no path so long.
-QString openingProblem(const QString& fileName, const QSqlError& error);
-
 /// What the log tells about an opening that failed.
-QString cannotOpen(const QString& fileName, const QSqlError& error);
+QString cannotOpen(const QString& fileName, const QString& why);
 
 }  // namespace velm::detail
 
@@ -33,8 +30,10 @@ public:
     ~CVelmDatabasePrivate() { close(); }
     Q_DISABLE_COPY_MOVE(CVelmDatabasePrivate)
 
-    /// Registers and opens a connection under a fresh name. False if it cannot be opened.
-    bool open(const QString& driver, const QString& databaseName);
+    /// Registers a connection under a fresh name and opens it. False if that fails; then
+    /// openProblem tells why.
+    bool openSqlite(const QString& fileName);
+    bool openAccess(const QString& databaseName);
 
     /// Closes and deregisters the connection. One that never opened stays registered; only its name
     /// is forgotten.
@@ -48,10 +47,15 @@ public:
     bool isOdbc() const { return database.driverName() == QLatin1String("QODBC"); }
 
     bool inTransaction = false;
+    QString openProblem;
     QStringList problems;  // what could not be read of the configuration that is open
     velm::detail::ReadBudget budget{velm::detail::kMostBytesOfConfig};  // for all its tables
     QString connectionName;  // empty while nothing is open
     QSqlDatabase database;
+
+private:
+    void add(const QString& driver, const QString& databaseName);
+    bool open();
 };
 
 namespace velm::detail {

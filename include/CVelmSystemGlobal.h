@@ -48,9 +48,9 @@ public:
     /// done already is not done again.
     /// @return false if "adapter_qtinit.dll" is missing: no translation, no message handler
     static bool startModule();
-    /// Ends it: saves the global parameters and lets go of both files. A host that calls this
-    /// before it unloads the library leaves nothing to be done under the loader's lock. Without a
-    /// start before it does nothing.
+    /// Ends it: saves what was changed of the global parameters and lets go of both files. A host
+    /// that calls this before it unloads the library leaves nothing to be done under the loader's
+    /// lock. Without a start before, it saves only.
     static void stopModule();
     /// The file that startModule() takes for that name: on the search paths, else beside the
     /// library; empty if there is none.

@@ -332,6 +332,9 @@ TEST_F(DatabaseFile, WhosePathIsTooLongTellsSo)
     EXPECT_EQ(CVelmDatabase().initDatabase(folder + u"/a.db"_s, QString()),
               Velm::VelmDatabaseOpenFailed);
     EXPECT_TRUE(LogLines::take().join(u'\n').contains(u"SQLite takes"_s));
+    const QString name = path(QString(u"a"_s).repeated(250));
+    EXPECT_EQ(CVelmDatabase().initDatabase(name, QString()), Velm::VelmDatabaseOpenFailed);
+    EXPECT_FALSE(QFile::exists(name)) << "no journal could be made beside it";
 }
 
 TEST_F(DatabaseFile, ThatIsAFolderOrHasNoFolderOrNameIsNotOpened)

@@ -126,12 +126,13 @@ TEST_F(ModuleTest, LetsTheHostAskBackWhileItMakesWhatWasAskedFor)
         << "two databases and the store cannot be opened";
 }
 
-TEST_F(ModuleTest, FindsItsDriversBeforeTheApplicationObjectIsThere)
+TEST_F(ModuleTest, WorksBeforeTheApplicationObjectAndWithTwoOfThem)
 {
     bring({hostName()});  // the drivers lie beside the library, elsewhere
     ChildProgram child(hostProgram());
     child.setVariable(u"QT_PLUGIN_PATH"_s, QString());
-    EXPECT_EQ(child.run({u"early"_s}).output, u"before 1 0\nafter 1 0"_s);
+    EXPECT_EQ(child.run({u"early"_s}).output, u"before 1 0\nsaved\nafter 1 0"_s);
+    EXPECT_EQ(host({u"show"_s}).output, u"second"_s) << "saved with the second object too";
 }
 
 TEST_F(ModuleTest, HandsNoFatalMessageOn)

@@ -13,7 +13,10 @@ QString databaseName(const QString& path)
 
 QString databasePathProblem(const QString& path)
 {
-    const int length = databaseName(QFileInfo(path).absoluteFilePath()).toUtf8().size();
+    const QFileInfo file(path);
+    if (!platform::canNameFile(file.fileName() + QLatin1String("-journal")))
+        return QStringLiteral("the name is too long: SQLite puts \"-journal\" behind it");
+    const int length = databaseName(file.absoluteFilePath()).toUtf8().size();
     const int longest = platform::longestDatabasePath();
     return length <= longest
                ? QString()

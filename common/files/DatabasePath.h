@@ -8,7 +8,8 @@ namespace velm::detail {
 /// The name under which SQLite opens the file, however long its path is.
 QString databaseName(const QString& path);
 
-/// Why SQLite opens no file of that path, sound or not: it is too long. Empty if it is not.
+/// Why SQLite cannot work with a file of that path, sound or not: the path is too long, or the name
+/// is, behind which a journal's ending must fit. Empty if neither is.
 QString databasePathProblem(const QString& path);
 
 }  // namespace velm::detail

@@ -8,8 +8,11 @@
 namespace velm::detail::platform {
 
 /// A path in a form that the system takes however long it is: on Windows, from 240 characters on,
-/// the absolute path behind "\\?\".
+/// the absolute path behind "\\?\". One that begins so already is left as it is.
 QString longPath(const QString& path);
+
+/// Whether a file can have that name, short or long.
+bool canNameFile(const QString& name);
 
 /// The longest path, in bytes of UTF-8, that SQLite opens here.
 int longestDatabasePath();

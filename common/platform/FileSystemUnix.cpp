@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 
 #include <fcntl.h>
@@ -45,6 +46,11 @@ bool hasName(int file, const char* name)
 QString longPath(const QString& path)
 {
     return path;
+}
+
+bool canNameFile(const QString& name)
+{
+    return QFile::encodeName(name).size() <= NAME_MAX;
 }
 
 int longestDatabasePath()

@@ -67,13 +67,21 @@ bool repeat(const Attempt& attempt, const MayPass& mayPass)
 
 QString longPath(const QString& path)
 {
+    const QString given = QDir::toNativeSeparators(path);
+    if (given.startsWith(QLatin1String("\\\\?\\")) || given.startsWith(QLatin1String("\\\\.\\")))
+        return path;
     constexpr int kLongestPlain = 240;  // with the names of journals and staged files below 260
     const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-    if (absolute.size() < kLongestPlain || absolute.startsWith(QLatin1String("//?/")))
+    if (absolute.size() < kLongestPlain)
         return path;
     const QString native = QDir::toNativeSeparators(absolute);
     return native.startsWith(QLatin1String("\\\\")) ? QLatin1String("\\\\?\\UNC") + native.mid(1)
                                                     : QLatin1String("\\\\?\\") + native;
+}
+
+bool canNameFile(const QString& name)
+{
+    return name.size() <= 255;
 }
 
 int longestDatabasePath()

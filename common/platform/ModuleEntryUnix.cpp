@@ -1,5 +1,4 @@
 #include "common/Module.h"
-#include "common/platform/Platform.h"
 
 #include <QCoreApplication>
 
@@ -10,7 +9,6 @@ namespace {
 void startWithApplication()
 {
     using namespace velm::detail;
-    module::setHandle(platform::libraryHandle());
     if (!module::hostStarts())
         module::start();
     qAddPostRoutine(&module::stop);

@@ -2,9 +2,6 @@
 #include "common/MessageHandler.h"
 #include "common/Module.h"
 #include "common/Singleton.h"
-#include "CVelmSystemGlobal.h"
-
-#include <QCoreApplication>
 
 #include <windows.h>
 
@@ -12,26 +9,21 @@ namespace {
 
 using namespace velm::detail;
 
-/// While all threads still run, unlike later in DllMain.
-void saveWithApplication()
+void enter()
 {
-    saveParametersAtEnd();
-}
-
-void enter(HINSTANCE library)
-{
-    module::setHandle(library);
     if (!module::hostStarts())
         module::start();
-    qAddPostRoutine(saveWithApplication);
+    module::saveWithApplication();
 }
 
-/// FreeLibrary: the process goes on, so nothing may lead into the library any more. A box would
-/// keep every other thread from starting or ending.
+/// FreeLibrary: the process goes on, so nothing may lead into the library any more. Under the
+/// loader's lock no code of the host is called: a box, or a log that another thread is in, would
+/// keep threads waiting that this one waits for.
 void leave()
 {
     silenceMessageBoxes();
-    qRemovePostRoutine(saveWithApplication);
+    silenceMessages();
+    module::forgetApplication();
     module::stop();
     const QtMessageHandler current = qInstallMessageHandler(nullptr);
     if (current != handleMessage)
@@ -50,11 +42,11 @@ void endWithProcess()
 
 }  // namespace
 
-extern "C" BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, LPVOID reserved)
+extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID reserved)
 {
     switch (reason) {
     case DLL_PROCESS_ATTACH:
-        enter(library);
+        enter();
         break;
     case DLL_PROCESS_DETACH:
         reserved ? endWithProcess() : leave();

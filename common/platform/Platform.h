@@ -30,9 +30,6 @@ QString modulePathByName(const QString& name);
 /// Full path of this library (of the program, where it is linked in).
 QString libraryPath();
 
-/// The handle of this library, not to be freed; null where it is linked into the program.
-HINSTANCE libraryHandle();
-
 /// Loads the library at @p path; null if that fails. Let go of it with freeModule().
 HMODULE loadModule(const QString& path);
 void freeModule(HMODULE module);

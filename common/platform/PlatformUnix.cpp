@@ -140,15 +140,6 @@ QString libraryPath()
     return QFileInfo(QFile::decodeName(info.dli_fname)).absoluteFilePath();
 }
 
-HINSTANCE libraryHandle()
-{
-    const QByteArray path = QFile::encodeName(libraryPath());
-    void* handle = dlopen(path.constData(), RTLD_NOW | RTLD_NOLOAD);
-    if (handle)
-        dlclose(handle);
-    return static_cast<HINSTANCE>(handle);
-}
-
 HMODULE loadModule(const QString& path)
 {
     return static_cast<HMODULE>(dlopen(QFile::encodeName(path).constData(), RTLD_NOW));

@@ -63,18 +63,13 @@ QString modulePathByName(const QString& name)
     return module ? modulePath(module) : QString();
 }
 
-HINSTANCE libraryHandle()
+QString libraryPath()
 {
     HMODULE module = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS
                            | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<LPCWSTR>(&libraryHandle), &module);
-    return module;
-}
-
-QString libraryPath()
-{
-    return modulePath(libraryHandle());
+                       reinterpret_cast<LPCWSTR>(&libraryPath), &module);
+    return modulePath(module);
 }
 
 HMODULE loadModule(const QString& path)

@@ -154,7 +154,7 @@ int askBack(const QStringList&)
     return 0;
 }
 
-/// Uses databases before there is an application object, and after.
+/// Uses databases and parameters before there is an application object, and with two of them.
 int early(int argc, char** argv)
 {
     const auto say = [](const char* when) {
@@ -166,9 +166,19 @@ int early(int argc, char** argv)
                   .arg(database.initDatabase(CVelmSaveUserData::fileName(), QString())));
     };
     say("before");
-    const QCoreApplication application(argc, argv);
-    say("after");
-    return 0;
+    set({QStringLiteral("early")});
+    CVelmSystemGlobal::stopModule();
+    print(CVelmSaveUserData::Instance()
+                  ->userInput(QStringLiteral("GlobalParam"), QStringLiteral("VelmGlobalParam"))
+                  .contains(QStringLiteral("early"))
+              ? QStringLiteral("saved")
+              : QStringLiteral("lost"));
+    {
+        const QCoreApplication first(argc, argv);
+        say("after");
+    }
+    const QCoreApplication second(argc, argv);
+    return set({QStringLiteral("second")});
 }
 
 QSemaphore inCallback;

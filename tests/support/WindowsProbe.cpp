@@ -69,9 +69,28 @@ BOOL CALLBACK visit(HWND window, LPARAM child)
     return TRUE;
 }
 
+#pragma GCC diagnostic ignored "-Wattributes"  // how members are called, of a class not declared
+using Plain = void(__thiscall*)(void* database);
+using Open = int(__thiscall*)(void* database, const QString& file, const QString& options);
+
+/// Leaves a connection behind that never opened: Qt keeps it until the application object goes.
+void openInVain(HMODULE module)
+{
+    const auto find = [module](const char* name) {
+        return reinterpret_cast<void*>(GetProcAddress(module, name));
+    };
+    void* database[4] = {};
+    reinterpret_cast<Plain>(find("_ZN13CVelmDatabaseC1Ev"))(database);
+    reinterpret_cast<Open>(find("_ZN13CVelmDatabase12initDatabaseERK7QStringS2_"))(
+        database, QStringLiteral("Z:/no such folder/a.db"), QString());
+    reinterpret_cast<Plain>(find("_ZN13CVelmDatabaseD1Ev"))(database);
+}
+
 int loadAndFree(const QString& library)
 {
     const HMODULE module = LoadLibraryW(wide(library));
+    if (module)
+        openInVain(module);
     if (!module || !FreeLibrary(module) || GetModuleHandleW(wide(library)))
         return 1;
     qWarning("the library is gone");

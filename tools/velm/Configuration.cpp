@@ -3,6 +3,7 @@
 #include "Arguments.h"
 #include "Console.h"
 
+#include "common/files/DatabasePath.h"
 #include "CVelmConfigManager.h"
 #include "CVelmDatabase.h"
 #include "CVelmIndex.h"
@@ -38,6 +39,9 @@ QString Configuration::whyUnreadable(const QString& path, const QStringList& tab
         return QStringLiteral("it is no file");
     if (!file.isReadable())
         return QStringLiteral("permission denied");
+    QString pathProblem = velm::detail::databasePathProblem(path);
+    if (!pathProblem.isEmpty())
+        return pathProblem;
     CVelmDatabase database;
     if (database.initDatabase(path, QString()) != Velm::VelmOk)
         return QStringLiteral("it cannot be opened as a database");

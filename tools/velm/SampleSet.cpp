@@ -2,12 +2,15 @@
 
 #include "Csv.h"
 
+#include "common/files/DatabasePath.h"
 #include "CVelmDatabase.h"
 
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSqlDatabase>
+#include <QSqlError>
 
 namespace {
 
@@ -170,18 +173,23 @@ SampleDatabase systemDatabase(QString& problem)
 
 QString writeSampleDatabase(const SampleDatabase& sample, const QString& path)
 {
+    const QString pathProblem = velm::detail::databasePathProblem(path);
+    if (!pathProblem.isEmpty())
+        return pathProblem;
     CVelmDatabase database;
     Velm::ErrorStatus status = database.initDatabase(path, QString());
-    if (status == Velm::VelmOk)
-        status = database.startTransaction(true);
+    if (status != Velm::VelmOk)
+        return QStringLiteral("the database cannot be made: ")
+               + database.getQSqlDatabase().lastError().text();
+    status = database.startTransaction(true);
     for (const SampleTable& table : sample.tables) {
         if (status == Velm::VelmOk)
             status = writeTable(database, table);
         if (status != Velm::VelmOk)
             return QStringLiteral("table ") + table.name + QStringLiteral(": ")
-                   + (database.isOpen() ? database.getLastErrorText()
-                                        : QStringLiteral("the database cannot be made"));
+                   + database.getLastErrorText();
     }
-    return database.endTransaction() == Velm::VelmOk ? QString()
-                                                     : QStringLiteral("the commit failed");
+    return database.endTransaction() == Velm::VelmOk
+               ? QString()
+               : QStringLiteral("the changes cannot be written; is there room on the disk?");
 }
