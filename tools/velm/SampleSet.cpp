@@ -173,7 +173,7 @@ SampleDatabase systemDatabase(QString& problem)
 
 QString writeSampleDatabase(const SampleDatabase& sample, const QString& path)
 {
-    const QString pathProblem = velm::detail::databasePathProblem(path);
+    QString pathProblem = velm::detail::databasePathProblem(path);
     if (!pathProblem.isEmpty())
         return pathProblem;
     CVelmDatabase database;
