@@ -1,8 +1,8 @@
 #include "ConfigFixture.h"
 #include "RawSqlite.h"
 
-#include "config/CVelmIndexDB.h"
-#include "config/CVelmWorkDB.h"
+#include "config/tables/CVelmIndexDB.h"
+#include "config/tables/CVelmWorkDB.h"
 #include "CVelmDatabase.h"
 
 #include <benchmark/benchmark.h>

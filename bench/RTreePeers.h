@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CVelmRTree.h"
-#include "PlainRTree.h"
+#include "oracle/PlainRTree.h"
 
 #include <QVector>
 

@@ -1,7 +1,7 @@
 #include "ConfigFixture.h"
 #include "RawSqlite.h"
 
-#include "config/CVelmAttributeDB.h"
+#include "config/tables/CVelmAttributeDB.h"
 #include "CVelmAnnotate.h"
 #include "CVelmAreaLine.h"
 #include "CVelmConfigManager.h"

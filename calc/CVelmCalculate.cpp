@@ -1,6 +1,6 @@
 #include "CVelmCalculate.h"
 
-#include "common/Singleton.h"
+#include "common/host/Singleton.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,14 +1,13 @@
 #include "CVelmConfigManager.h"
 
-#include "common/HostCalls.h"
-#include "common/Singleton.h"
-#include "config/ConfigSources.h"
-#include "config/CVelmAttributeDB.h"
-#include "config/CVelmAttributeDef.h"
-#include "config/CVelmIndexDB.h"
-#include "config/CVelmIndexIni.h"
-#include "config/CVelmWorkDB.h"
-#include "config/CVelmWorkDef.h"
+#include "common/host/HostCalls.h"
+#include "common/host/Singleton.h"
+#include "config/tables/CVelmAttributeDB.h"
+#include "config/tables/CVelmAttributeDef.h"
+#include "config/tables/CVelmIndexDB.h"
+#include "config/tables/CVelmIndexIni.h"
+#include "config/tables/CVelmWorkDB.h"
+#include "config/tables/CVelmWorkDef.h"
 #include "CVelmAnnotate.h"
 #include "CVelmAreaLine.h"
 #include "CVelmCmdSetting.h"
@@ -16,6 +15,7 @@
 #include "CVelmRecordManager.h"
 #include "CVelmSystemGlobal.h"
 #include "CVelmTBLManager.h"
+#include "data/access/ConfigSources.h"
 
 #include <new>
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VelmCommonGlobal.h"
+#include "VelmProcessParam.h"
 #include "VelmTypes.h"
 
 #include <QString>
@@ -15,16 +16,6 @@ namespace velm::detail {
 class GlobalParamStore;
 void saveParametersAtEnd();
 }  // namespace velm::detail
-
-/// How CVelmSystemGlobal::createProcess() starts a program.
-struct VelmProcessParam
-{
-    QStringList m_arguments;    ///< each arrives as it is, blanks, quotes and all
-    QString m_workingFolder;    ///< empty for the current one
-    int m_waitMs = 0;           ///< how long to wait for its end, milliseconds; -1 until it comes
-    int* m_exitCode = nullptr;  ///< gets the exit code if the program ended while waited for, -1 if
-                                ///< it crashed; else it stays. The caller's.
-};
 
 /// The library's place in the system: where the configuration lives, the global parameters, and the
 /// start and end of the library itself.
@@ -123,10 +114,7 @@ private:
 
     /// Saves what was set since the load.
     void saveAtEnd() const;
-    bool addModuleFolder(const QString& modulePath, unsigned short level);
 
     std::unique_ptr<velm::detail::GlobalParamStore> m_globalParam;
-    QString m_root;           // absolute; empty while VELM_ROOT has the say
-    QStringList m_hostPaths;  // canonical, in the order of adding
     Velm::Version m_version = Velm::VersionDatabase;
 };

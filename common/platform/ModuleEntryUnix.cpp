@@ -1,4 +1,4 @@
-#include "common/Module.h"
+#include "common/host/Module.h"
 
 #include <QCoreApplication>
 

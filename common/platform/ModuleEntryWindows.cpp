@@ -1,7 +1,7 @@
-#include "common/MessageBox.h"
-#include "common/MessageHandler.h"
-#include "common/Module.h"
-#include "common/Singleton.h"
+#include "common/host/MessageBox.h"
+#include "common/host/MessageHandler.h"
+#include "common/host/Module.h"
+#include "common/host/Singleton.h"
 
 #include <windows.h>
 

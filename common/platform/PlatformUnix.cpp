@@ -1,6 +1,6 @@
 #include "common/platform/Platform.h"
 
-#include "common/MessageBox.h"
+#include "common/host/MessageBox.h"
 
 #include <QApplication>
 #include <QDir>

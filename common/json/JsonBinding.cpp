@@ -1,0 +1,58 @@
+#include "common/json/JsonBinding.h"
+
+namespace velm::detail::json {
+
+bool Reader::read(const Value& json, bool& value)
+{
+    if (json.IsBool())
+        value = json.GetBool();
+    else if (json.IsInt64())
+        value = json.GetInt64() != 0;
+    else if (json.IsUint64())
+        value = true;  // beyond what a signed integer holds
+    else
+        return fail("not bool or integer");
+    return true;
+}
+
+bool Reader::read(const Value& json, int& value)
+{
+    if (!json.IsInt())
+        return fail("not integer");
+    value = json.GetInt();
+    return true;
+}
+
+bool Reader::read(const Value& json, double& value)
+{
+    if (!json.IsNumber())
+        return fail("not number");
+    value = json.GetDouble();
+    return true;
+}
+
+bool Reader::read(const Value& json, QString& value)
+{
+    if (!json.IsString())
+        return fail("not string");
+    value = toQString(json);
+    return true;
+}
+
+bool Reader::fail(const char* problem)
+{
+    if (m_problems.size() == kMostProblems)
+        m_problems.append(QStringLiteral("more than can be told"));
+    if (m_problems.size() > kMostProblems)
+        return false;
+    QString path;
+    for (const QString& step : qAsConst(m_path)) {
+        if (!path.isEmpty() && !step.startsWith(QLatin1Char('[')))
+            path += QLatin1Char('.');
+        path += step;
+    }
+    m_problems.append(QLatin1String(problem) + QLatin1String(". (path:") + path);
+    return false;
+}
+
+}  // namespace velm::detail::json

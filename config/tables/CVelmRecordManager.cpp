@@ -1,0 +1,132 @@
+#include "CVelmRecordManager.h"
+
+#include "config/documents/GenusLayout.h"
+#include "CVelmReadGlobaldefinesTable.h"
+#include "data/access/ConfigSources.h"
+#include "data/access/TableReader.h"
+
+#include <QRegularExpression>
+
+using namespace velm::detail;
+
+CVelmRecordManager::CVelmRecordManager()
+{
+    loadAlone(
+        QStringLiteral("record configuration"), [this](ConfigSources& sources) { load(sources); },
+        [this] {
+            m_pipeFields.clear();
+            m_types.clear();
+            m_configs.clear();
+        });
+}
+
+CVelmRecordManager::CVelmRecordManager(std::nullptr_t) {}
+
+CVelmRecordManager::~CVelmRecordManager() = default;
+
+void CVelmRecordManager::load(ConfigSources& sources)
+{
+    InitPIPSysConfig(sources.pipe());
+    InitRecordConfigType(sources.system());
+    InitRecordConfig(sources.system());
+}
+
+bool CVelmRecordManager::InitPIPSysConfig(const CVelmDatabase& database)
+{
+    TableReader rows(database, QStringLiteral("PIP_SysConfig"));
+    const int type = rows.column(QStringLiteral("FIELDTYPE"));
+    const int name = rows.column(QStringLiteral("FIELDNAME"));
+    m_pipeFields.clear();
+    while (rows.next())
+        m_pipeFields.insert(rows.value(type).toInt(), rows.text(name));
+    if (rows.brokeOff())
+        m_pipeFields.clear();
+    return database.isOpen();
+}
+
+bool CVelmRecordManager::InitRecordConfigType(const CVelmDatabase& database)
+{
+    TableReader rows(database, QStringLiteral("RecordConfigType"));
+    const int code = rows.column(QStringLiteral("CODE"));
+    const int name = rows.column(QStringLiteral("NAME"));
+    const int extend = rows.column(QStringLiteral("EXTEND"));
+    const int table = rows.column(QStringLiteral("TABLE"));
+    const int type = rows.column(QStringLiteral("TYPE"));
+    m_types.clear();
+    while (rows.next())
+        m_types.insert(rows.text(code), {rows.text(code), rows.text(name), rows.text(extend),
+                                         rows.text(table), rows.text(type)});
+    if (rows.brokeOff())
+        m_types.clear();
+    return database.isOpen();
+}
+
+bool CVelmRecordManager::InitRecordConfig(const CVelmDatabase& database)
+{
+    TableReader rows(database, QStringLiteral("RecordConfig"));
+    const int code = rows.column(QStringLiteral("CODE"));
+    const int showField = rows.column(QStringLiteral("SHOWFIELD"));
+    const int writeTable = rows.column(QStringLiteral("WRITETABLE"));
+    const int actualField = rows.column(QStringLiteral("ACTUALFIELD"));
+    m_configs.clear();
+    while (rows.next())
+        m_configs[rows.text(code)].append({rows.text(code), IndexToString(rows.text(showField)),
+                                           rows.text(writeTable),
+                                           IndexToString(rows.text(actualField))});
+    if (rows.brokeOff())
+        m_configs.clear();
+    return database.isOpen();
+}
+
+QString CVelmRecordManager::IndexToString(const QString& text) const
+{
+    static const QRegularExpression decimalInteger(QStringLiteral("^\\s*[+-]?[0-9]+\\s*$"));
+    if (!decimalInteger.match(text).hasMatch())
+        return text;
+    bool isKnown = false;  // a number that no int holds is unknown
+    const int number = text.toInt(&isKnown);
+    return isKnown ? getPIPSysConfigInformation(number) : QString();
+}
+
+QString CVelmRecordManager::getPIPSysConfigInformation(int type) const
+{
+    return m_pipeFields.value(type);
+}
+
+bool CVelmRecordManager::getRecordConfigType(QMap<QString, VelmRecordConfigType>& types) const
+{
+    types = m_types;
+    return !types.isEmpty();
+}
+
+bool CVelmRecordManager::getRecordConfigType(const QString& code, VelmRecordConfigType& type) const
+{
+    const auto it = m_types.constFind(code);
+    if (it == m_types.cend())
+        return false;
+    type = *it;
+    return true;
+}
+
+bool CVelmRecordManager::getRecordConfig(const QString& code,
+                                         QVector<VelmRecordConfig>& configs) const
+{
+    auto it = m_configs.constFind(code);
+    if (it == m_configs.cend())
+        it = m_configs.constFind(QStringLiteral("[Default]"));
+    if (it == m_configs.cend())
+        return false;
+    configs = *it;
+    return true;
+}
+
+bool CVelmRecordManager::getGenusDatabase(VelmRecordGenusDatabase& layout) const
+{
+    QString text;
+    if (!CVelmReadGlobaldefinesTable::Instance()->get_value(QStringLiteral("图属库"), text))
+        return false;
+    const auto read = parseGenusLayout(text, logAs(QStringLiteral("graphic-attribute library")));
+    if (read)
+        layout = *read;
+    return read.has_value();
+}

@@ -1,0 +1,153 @@
+#include "data/access/ConfigDatabase.h"
+
+#include "common/host/HostCalls.h"
+#include "CVelmDatabase.h"
+#include "data/sql/Connection.h"
+#include "data/sql/SqlText.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+
+namespace velm::detail {
+
+namespace {
+
+constexpr qint64 kGreatestFile = 1024 * 1024 * 1024;  // bytes; no value is larger than its file
+
+/// Why the file is not to be opened; empty if it is.
+QString refusalOf(const QString& path)
+{
+    const QFileInfo file(path);
+    if (!file.isFile())
+        return file.exists() ? QStringLiteral("it is no file") : QStringLiteral("no such file");
+    if (file.size() > kGreatestFile)
+        return QStringLiteral("larger than 1 GiB");
+    return QString();
+}
+
+QString asLiteral(QString text)
+{
+    return QLatin1Char('\'') + text.replace(QLatin1Char('\''), QLatin1String("''"))
+           + QLatin1Char('\'');
+}
+
+/// Whether columns of a table are computed, of which @p sql is the definition.
+ReadOutcome isComputed(const QSqlDatabase& database, const QString& table, const QString& sql,
+                       bool& computed)
+{
+    static const QRegularExpression as(QStringLiteral("\\bas\\b"),
+                                       QRegularExpression::CaseInsensitiveOption);
+    computed = false;
+    if (!sql.contains(as))
+        return {};
+    QVariant count;
+    ReadOutcome outcome =
+        readFirstValue(database,
+                       QStringLiteral("select count(*) from pragma_table_xinfo(") + asLiteral(table)
+                           + QStringLiteral(") where hidden > 1"),
+                       count);
+    computed = count.toInt() > 0;
+    return outcome;
+}
+
+}  // namespace
+
+Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& path, QString& why)
+{
+    why = refusalOf(path);
+    if (!why.isEmpty()) {
+        VELM_WARN(cannotOpen(path, why));
+        return Velm::VelmDatabaseOpenFailed;
+    }
+    const Velm::ErrorStatus status = database.initDatabase(path, QString());
+    if (status != Velm::VelmOk)
+        why = DatabaseAccess::connection(database).openProblem;
+    return status;
+}
+
+Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& path)
+{
+    QString why;
+    return openConfigDatabase(database, path, why);
+}
+
+ConfigTable findConfigTable(const QSqlDatabase& database, const QString& name)
+{
+    QSqlQuery found = forwardQuery(database);
+    QSqlError error = execute(
+        found,
+        // A virtual table is a table too, even with a page that its author has given it.
+        QStringLiteral("select name, type = 'table' and rootpage > 0 and sql like 'create "
+                       "table%', sql from sqlite_master where name = ")
+            + asLiteral(name) + QStringLiteral(" collate nocase and type in ('table', 'view')"));
+    if (!error.isValid() && !found.next()) {
+        error = found.lastError();
+        if (!error.isValid())
+            return {Velm::VelmTableNotExist, name, QStringLiteral("no such table"), found};
+    }
+    if (error.isValid())
+        return {Velm::VelmSqlExecFailed, name, describe(error), found};
+    const QString stored = found.value(0).toString();
+    if (!found.value(1).toBool())
+        return {Velm::VelmTableNotExist, stored, QStringLiteral("a view in its place"), found};
+    bool computed = false;
+    error = isComputed(database, stored, found.value(2).toString(), computed).error;
+    if (error.isValid())
+        return {Velm::VelmSqlExecFailed, stored, describe(error), found};
+    return {computed ? Velm::VelmTableNotExist : Velm::VelmOk, stored,
+            computed ? QStringLiteral("columns are computed") : QString(), found};
+}
+
+ReadOutcome readConfigRow(const CVelmDatabase& database, const QString& table, const Record& where,
+                          Record& row)
+{
+    const QSqlDatabase connection = database.getQSqlDatabase();
+    const ConfigTable found = findConfigTable(connection, table);
+    ReadOutcome outcome{found.status, QSqlError()};
+    if (found.status == Velm::VelmTableNotExist) {
+        outcome.status = Velm::VelmOk;
+        row.clear();
+    } else if (found.status != Velm::VelmOk) {
+        outcome.error = sqlFailure(found.problem);
+    } else {
+        outcome = readFirstRecord(connection,
+                                  selectAll(QLatin1Char('[') + found.name + QStringLiteral("] "))
+                                      + whereClause(withoutNullTexts(where)),
+                                  row);
+    }
+    if (!outcome.isComplete())
+        outcome.status = Velm::VelmSqlExecFailed;
+    keep(outcome);
+    return outcome;
+}
+
+void distrustSchema(const CVelmDatabase& database)
+{
+    execute(database.getQSqlDatabase(), QStringLiteral("pragma trusted_schema=off"));
+}
+
+Record withoutNullTexts(Record values)
+{
+    for (QVariant& value : values) {
+        if (value.isNull() && value.userType() == QMetaType::QString)
+            value = QStringLiteral("");
+    }
+    return values;
+}
+
+QString describe(const QSqlError& error)
+{
+    constexpr int kDamaged = 11;
+    constexpr int kNotADatabase = 26;
+    const int code = error.nativeErrorCode().toInt() & 0xFF;
+    QString kind;
+    if (isLock(error))
+        kind = QStringLiteral("locked: ");
+    else if (code == kDamaged)
+        kind = QStringLiteral("damaged: ");
+    else if (code == kNotADatabase)
+        kind = QStringLiteral("not a database: ");
+    return kind + error.text().trimmed();
+}
+
+}  // namespace velm::detail

@@ -1,0 +1,147 @@
+#include "CVelmTBLManager.h"
+
+#include "common/files/DatabasePath.h"
+#include "common/files/SearchPaths.h"
+#include "CVelmDatabase.h"
+#include "data/access/ConfigDatabase.h"
+#include "data/access/ConfigSources.h"
+#include "data/access/TableReader.h"
+#include "data/sql/Connection.h"
+
+#include <QSqlDatabase>
+
+#include <algorithm>
+
+using namespace velm::detail;
+
+namespace {
+
+using Dictionary = QVector<QPair<QString, QString>>;
+
+/// Whether @p table is named as a dictionary and is an identifier of SQLite, to which every
+/// character beyond ASCII is a letter: only such a name may stand in a statement as it is.
+bool isDictionary(const QString& table)
+{
+    const bool named = table.startsWith(QLatin1String("TBL_"), Qt::CaseInsensitive)
+                       || table.startsWith(QLatin1String("TB_"), Qt::CaseInsensitive);
+    return named && std::all_of(table.begin(), table.end(), [](QChar ch) {
+               return ch.unicode() >= 0x80 || ch.isLetterOrNumber() || ch == QLatin1Char('_')
+                      || ch == QLatin1Char('$');
+           });
+}
+
+/// Registers the connection under which hosts may look for the database of the dictionaries. It
+/// stays closed.
+void registerConnection()
+{
+    const QString name = QStringLiteral("TBL_SQLITE");
+    if (QSqlDatabase::contains(name))
+        QSqlDatabase::removeDatabase(name);
+    addConnection(QStringLiteral("QSQLITE"), name)
+        .setDatabaseName(databaseName(SearchPaths::instance().systemDatabase()));
+}
+
+/// The rows of a dictionary table. False if they cannot be read.
+bool readDictionary(const CVelmDatabase& database, const QString& table, Dictionary& dictionary)
+{
+    TableReader rows(database, table);
+    const int code = rows.column(QStringLiteral("CODE"));
+    const int value = rows.column(QStringLiteral("VALUE"));
+    if (code < 0 || value < 0)
+        return false;
+    while (rows.next())
+        dictionary.append({rows.text(code), rows.text(value)});
+    return !rows.brokeOff();
+}
+
+}  // namespace
+
+CVelmTBLManager::CVelmTBLManager()
+{
+    loadAlone(
+        QStringLiteral("dictionaries"), [this](ConfigSources& sources) { load(sources); },
+        [this] { m_dictionaries.clear(); });
+}
+
+CVelmTBLManager::CVelmTBLManager(std::nullptr_t) {}
+
+CVelmTBLManager::CVelmTBLManager(const CVelmTBLManager& other) = default;
+
+CVelmTBLManager& CVelmTBLManager::operator=(const CVelmTBLManager& other) = default;
+
+CVelmTBLManager::~CVelmTBLManager() = default;
+
+void CVelmTBLManager::load(ConfigSources& sources)
+{
+    registerConnection();
+    if (!sources.hasSystem())
+        return;
+    loadTables(sources.system());
+    loadPipeDictionaries(sources.pipe());
+}
+
+void CVelmTBLManager::loadTables(const CVelmDatabase& database)
+{
+    QList<QVariant> tables;
+    const ReadOutcome outcome = readColumn(
+        database.getQSqlDatabase(),
+        QStringLiteral("select name from sqlite_master where type='table' order by name"), tables);
+    if (!outcome.isComplete())
+        addReadProblem(database, QStringLiteral("sqlite_master"), describe(outcome.error));
+    for (const QVariant& name : qAsConst(tables)) {
+        const QString table = name.toString();
+        Dictionary dictionary;
+        if (isDictionary(table) && readDictionary(database, table, dictionary))
+            m_dictionaries.insert(table, dictionary);
+    }
+}
+
+void CVelmTBLManager::loadPipeDictionaries(const CVelmDatabase& pipe)
+{
+    TableReader rows(pipe, QStringLiteral("SYS_DICTIONARY"));
+    const int name = rows.column(QStringLiteral("NAME"));
+    const int list = rows.column(QStringLiteral("LISTVALUE"));
+    QVector<QPair<QString, Dictionary>> dictionaries;
+    while (rows.next()) {
+        if (rows.text(name).isEmpty())
+            continue;
+        const QStringList values = rows.text(list).split(QLatin1Char(';'));
+        Dictionary dictionary;
+        for (int i = 0; i < values.size(); ++i)
+            dictionary.append({QString::number(i), values.at(i)});
+        dictionaries.append({rows.text(name), dictionary});
+    }
+    if (rows.brokeOff())
+        return;
+    for (const auto& [key, dictionary] : qAsConst(dictionaries))
+        m_dictionaries.insert(key, dictionary);
+}
+
+bool CVelmTBLManager::GetDictByTable(const QString& name, QMap<QString, QString>& dict) const
+{
+    const auto found = m_dictionaries.constFind(name);
+    if (found == m_dictionaries.constEnd())
+        return false;
+    dict.clear();
+    for (const auto& entry : *found)
+        dict.insert(entry.first, entry.second);
+    return true;
+}
+
+bool CVelmTBLManager::GetDictByTable(const QString& name, Dictionary& dict) const
+{
+    const auto found = m_dictionaries.constFind(name);
+    if (found == m_dictionaries.constEnd())
+        return false;
+    dict = *found;
+    return true;
+}
+
+QStringList CVelmTBLManager::getCodeValue(const QString& name, const QString& separator) const
+{
+    QStringList texts;
+    const Dictionary dictionary = m_dictionaries.value(name);
+    for (const auto& entry : dictionary)
+        texts.append(entry.first + separator + entry.second);
+    return texts;
+}

@@ -1,0 +1,256 @@
+#include "config/parameters/GlobalParamBinding.h"
+#include "config/parameters/GlobalParamStore.h"
+#include "CVelmMessage.h"
+#include "CVelmReadGlobaldefinesTable.h"
+#include "CVelmSaveUserData.h"
+
+#include "support/Boxes.h"
+#include "support/Printers.h"
+#include "support/TemporaryRoot.h"
+#include "support/Text.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <memory>
+
+using velm::detail::GlobalParamStore;
+using Extent = GlobalParamStore::Extent;
+
+/// Opens a store of the user elsewhere than beside the program.
+class UserDataPeer
+{
+public:
+    static std::unique_ptr<CVelmSaveUserData> open(const QString& file)
+    {
+        auto data = std::unique_ptr<CVelmSaveUserData>(new CVelmSaveUserData(file));
+        data->isReady();
+        return data;
+    }
+};
+
+namespace {
+
+constexpr char16_t kFile[] = u"用户.dat";
+
+class UserData : public TemporaryRoot
+{
+protected:
+    QString file() const { return path(QString::fromUtf16(kFile)); }
+
+    Boxes m_boxes;
+};
+
+}  // namespace
+
+TEST_F(UserData, KeepsOneValueForEachPairOfKeys)
+{
+    const auto data = UserDataPeer::open(file());
+    EXPECT_EQ(data->userInput(u"绘图"_s, u"scale"_s), QString());
+    EXPECT_TRUE(data->setUserInput(u"绘图"_s, u"scale"_s, u"500"_s));
+    EXPECT_TRUE(data->setUserInput(u"绘图"_s, u"scale"_s, u"50%1"_s));
+    EXPECT_TRUE(data->setUserInput(u"绘图"_s, u"other"_s, u"x"_s));
+    EXPECT_TRUE(data->setPathRecord(u"绘图"_s, u"scale"_s, u"D:/图"_s));
+    const auto again = UserDataPeer::open(file());
+    EXPECT_EQ(again->userInput(u"绘图"_s, u"scale"_s), u"50%1"_s);
+    EXPECT_EQ(again->pathRecord(u"绘图"_s, u"scale"_s), u"D:/图"_s);
+    EXPECT_EQ(querySql(u"select count(*) from UserInput"_s, QString::fromUtf16(kFile)),
+              QStringList{u"2"_s});
+    EXPECT_EQ(m_boxes.take(), QString());
+
+    EXPECT_FALSE(data->setUserInput(u"t"_s, u"n"_s, u"O'Brien"_s)) << "values are not escaped";
+    EXPECT_EQ(data->userInput(u"t"_s, u"n'"_s), QString());
+    EXPECT_TRUE(m_boxes.take().startsWith(u"40030 警告: "_s)) << "tells the error of the query";
+}
+
+TEST_F(UserData, TellsOnceThatItsFileCannotBeOpened)
+{
+    ASSERT_TRUE(QDir().mkpath(file()));  // a folder in the file's place
+    const auto data = UserDataPeer::open(file());
+    EXPECT_EQ(m_boxes.take(), u"40010 错误: 初始化文件失败！！！"_s);
+    EXPECT_EQ(data->userInput(u"t"_s, u"n"_s), QString());
+    EXPECT_EQ(m_boxes.take(), QString());
+    EXPECT_FALSE(data->setPathRecord(u"t"_s, u"n"_s, u"v"_s));
+    EXPECT_EQ(m_boxes.take(), u"40010 错误: 文件未打开，写入数据失败！！！"_s);
+    ASSERT_TRUE(QDir().rmdir(file()));
+    EXPECT_TRUE(data->setPathRecord(u"t"_s, u"n"_s, u"v"_s)) << "is tried again";
+    EXPECT_EQ(data->pathRecord(u"t"_s, u"n"_s), u"v"_s);
+}
+
+namespace {
+
+std::unique_ptr<CVelmSaveUserData> userData;
+
+CVelmSaveUserData* sharedUserData()
+{
+    return userData.get();
+}
+
+class GlobalParam : public UserData
+{
+protected:
+    GlobalParam() { userData = UserDataPeer::open(file()); }
+    ~GlobalParam() override { userData.reset(); }
+
+    void store(const QString& text)
+    {
+        ASSERT_TRUE(userData->setUserInput(u"GlobalParam"_s, u"VelmGlobalParam"_s, text));
+    }
+    QString stored() const { return userData->userInput(u"GlobalParam"_s, u"VelmGlobalParam"_s); }
+    void ship(const QString& text)
+    {
+        runSql({u"create table globaldefines (key text, value text)"_s,
+                u"insert into globaldefines values ('GlobalParam', '%1')"_s.arg(text)});
+    }
+    QStringList shipped() const
+    {
+        return querySql(u"select value from globaldefines where key = 'GlobalParam'"_s);
+    }
+
+    GlobalParamStore m_store{sharedUserData};
+    VelmGlobalParam m_param;
+};
+
+}  // namespace
+
+TEST_F(GlobalParam, LetsTheUsersCopyShadowTheShippedDefault)
+{
+    EXPECT_FALSE(m_store.load(m_param)) << "no text at all";
+    EXPECT_FALSE(QFileInfo::exists(path(u"config/peltaconfig.db"_s)));
+    ship(u"{\"SortRule\":{\"SortMode\":4,\"XOff\":2},"
+         "\"FrameData\":{\"FrameSave\":{\"FrameSpaceX\":5}},"
+         "\"DataFormat\":[{\"FormatName\":\"点\",\"SplitSymbol\":\",\"}]}"_s);
+    EXPECT_TRUE(m_store.load(m_param));
+    EXPECT_EQ(m_param.m_sortRule.m_SortMode, 4);
+    EXPECT_EQ(m_param.m_sortRule.m_xOff, 2.0);
+    EXPECT_EQ(m_param.m_frameData.m_frameSave.m_frameSpaceX, 5);
+    EXPECT_EQ(m_param.m_frameData.m_frameSave.m_frameSpaceY, 5) << "read from the same key";
+    EXPECT_EQ(m_param.m_dataFormatArray.value(0).m_formatName, u"点"_s);
+
+    store(u"{\"CommandInfo\":{\"SaveDwgVersion\":31,\"CmdShowPrompt\":\"yes\"}}"_s);
+    EXPECT_TRUE(m_store.load(m_param)) << "a member of the wrong type keeps its default";
+    EXPECT_EQ(m_param.m_commandInfo.m_SaveDwgVersion, 31);
+    EXPECT_TRUE(m_param.m_commandInfo.m_bCmdShowPrompt);
+    EXPECT_EQ(m_param.m_sortRule.m_SortMode, 0);
+
+    for (const QString& broken : {u"{"_s, u"[1]"_s}) {
+        store(broken);
+        EXPECT_FALSE(m_store.load(m_param));
+        EXPECT_EQ(m_param.m_commandInfo.m_SaveDwgVersion, 31);
+    }
+}
+
+TEST_F(GlobalParam, SavesWhatWasLoadedOrSetAndKeepsTheRest)
+{
+    ship(u"{\"Later\":{\"x\":[1]},\"CommandInfo\":{\"SaveDwgVersion\":\"?\"},"
+         "\"SortRule\":{\"SortMode\":3}}"_s);
+    ASSERT_TRUE(m_store.load(m_param));
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
+    EXPECT_EQ(stored(), shipped().value(0)) << "loaded, so it becomes the user's copy";
+
+    m_param.m_sortRule.m_SortDir1 = 2;
+    m_param.m_mustFieldData.m_symbolText = u"O'Brien"_s;
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
+    const QString expected = u"{\"Later\":{\"x\":[1]},\"CommandInfo\":{\"SaveDwgVersion\":\"?\"},"
+                             "\"SortRule\":{\"SortMode\":3,\"SortDir1\":2},"
+                             "\"MustFieldData\":{\"SymbolText\":\"O\\u0027Brien\"}}"_s;
+    EXPECT_EQ(stored(), expected);
+    EXPECT_FALSE(shipped().value(0).contains(u"Brien"_s));
+    EXPECT_TRUE(m_store.save(m_param, true, Extent::Changes));
+    EXPECT_EQ(shipped(), QStringList{expected});
+
+    VelmGlobalParam again;
+    EXPECT_TRUE(GlobalParamStore(sharedUserData).load(again));
+    EXPECT_EQ(again.m_mustFieldData.m_symbolText, u"O'Brien"_s);
+}
+
+TEST_F(GlobalParam, NeverSavesDefaultsOverTheUsersRecord)
+{
+    EXPECT_TRUE(m_store.save(m_param, true, Extent::Changes));
+    EXPECT_EQ(stored(), QString()) << "nothing was loaded or set";
+
+    const QString broken = u"{\"CommandInfo\":'"_s;
+    store(u"{\"CommandInfo\":''"_s);
+    ASSERT_FALSE(m_store.load(m_param));
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
+    EXPECT_EQ(stored(), broken);
+
+    m_param.m_frameData.m_frameSave.m_frameSpaceX = 3;
+    m_param.m_frameData.m_frameSave.m_frameSpaceY = 7;
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
+    EXPECT_EQ(stored(), u"{\"FrameData\":{\"FrameSave\":{\"FrameSpaceX\":7}}}"_s)
+        << "one key for both, the vertical one counts";
+    EXPECT_EQ(userData->userInput(u"GlobalParam"_s, u"VelmGlobalParam.unreadable"_s), broken);
+}
+
+TEST_F(GlobalParam, SettingsOfAnotherProgramSurvive)
+{
+    store(u"{\"SortRule\":{\"SortMode\":1}}"_s);
+    ASSERT_TRUE(m_store.load(m_param));
+    store(u"{\"SortRule\":{\"SortMode\":9}}"_s);  // saved by another program meanwhile
+    m_param.m_drawModeParam.m_keepPolyline = false;
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
+    EXPECT_EQ(stored(),
+              u"{\"SortRule\":{\"SortMode\":9},\"DrawModeParam\":{\"KeepPolyline\":false}}"_s);
+    store(u"{\"DrawModeParam\":{\"KeepPolyline\":true}}"_s);
+    m_param.m_sortRule.m_SortDir2 = 1;
+    m_param.m_annNameMap.m_nameForamt = u"x"_s + QChar(0xD800);  // half of a pair
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
+    EXPECT_TRUE(stored().contains(u"\"KeepPolyline\":true"_s))
+        << "saved before, so no change of ours";
+    EXPECT_TRUE(stored().contains(u"\"SortDir2\":1"_s));
+}
+
+TEST_F(GlobalParam, KeepsTheRecordOfAUserThatCannotBeReadNow)
+{
+    store(u"{\"Mine\":1}"_s);
+    runSql({u"alter table UserInput rename to Hidden"_s}, QString::fromUtf16(kFile));
+    m_param.m_sortRule.m_SortMode = 5;
+    EXPECT_FALSE(m_store.save(m_param, false, Extent::Changes));
+    EXPECT_FALSE(userData->setUserInput(u"t"_s, u"n"_s, u"v"_s));
+    runSql({u"alter table Hidden rename to UserInput"_s}, QString::fromUtf16(kFile));
+    EXPECT_EQ(stored(), u"{\"Mine\":1}"_s);
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
+    EXPECT_EQ(stored(), u"{\"Mine\":1,\"SortRule\":{\"SortMode\":5}}"_s);
+}
+
+TEST_F(GlobalParam, SavesTheWholeRecordForTheHost)
+{
+    ship(u"{\"SortRule\":{\"SortMode\":3}}"_s);
+    store(u"{\"Mine\":1,\"SortRule\":7,\"CommandInfo\":{\"SaveDwgVersion\":31}}"_s);
+    m_param.m_drawModeParam.m_DrawMode = 2;
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Record));
+    EXPECT_TRUE(stored().startsWith(u"{\"Mine\":1,\"SortRule\":{\"SortMode\":0,\"SortType\":0,"_s))
+        << stored().toStdString();
+    VelmGlobalParam read;
+    EXPECT_TRUE(GlobalParamStore(sharedUserData).load(read));
+    EXPECT_EQ(read.m_drawModeParam.m_DrawMode, 2);
+    EXPECT_EQ(read.m_commandInfo.m_SaveDwgVersion, 31) << "stored, and not changed here";
+    const auto keys = velm::detail::json::toDocument(m_param).MemberCount();
+    EXPECT_EQ(velm::detail::json::parse(stored()).MemberCount(), keys + 1) << "and \"Mine\"";
+}
+
+TEST_F(GlobalParam, AreNotWrittenWhereTheShippedDefaultCannotBeRead)
+{
+    writeFile(u"config/peltaconfig.db"_s, QByteArray(2000, 'x'));
+    m_param.m_sortRule.m_SortMode = 5;
+    for (const Extent extent : {Extent::Changes, Extent::Record})
+        EXPECT_FALSE(m_store.save(m_param, false, extent));
+    EXPECT_EQ(stored(), QString());
+    EXPECT_FALSE(m_store.load(m_param));
+    EXPECT_EQ(m_param.m_sortRule.m_SortMode, 5);
+    ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
+    EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes)) << "nothing is shipped";
+    EXPECT_EQ(stored(), u"{\"SortRule\":{\"SortMode\":5}}"_s);
+}
+
+TEST(GlobalParamKeys, AreThoseOfTheSampleSet)
+{
+    QFile sample(QStringLiteral(VELM_SAMPLE_PARAMETERS));
+    ASSERT_TRUE(sample.open(QIODevice::ReadOnly));
+    const auto document = velm::detail::json::parse(QString::fromUtf8(sample.readAll()));
+    VelmGlobalParam read;
+    velm::detail::json::read(document, read);
+    EXPECT_EQ(velm::detail::json::toText(velm::detail::json::toDocument(read)),
+              velm::detail::json::toText(document));
+}
