@@ -1,5 +1,6 @@
 #include "VelmDocumentCheck.h"
 
+#include "config/documents/DocumentNames.h"
 #include "config/documents/FieldConversion.h"
 #include "config/documents/GenusLayout.h"
 #include "config/parameters/GlobalParamBinding.h"
@@ -24,11 +25,11 @@ VelmDocumentCheck Velm::checkDocument(const QString& key, const QString& text)
         check.parses = check.parses && !dynamic_cast<const json::ParseError*>(&error);
         check.problems.append(error.messages());
     };
-    if (key == QLatin1String("GlobalParam"))
+    if (key == documents::globalParameters())
         readGlobalParam(text, collect);
-    else if (key == QStringLiteral("字段转换"))
+    else if (key == documents::fieldConversion())
         parseFieldConversion(text, collect);
-    else if (key == QStringLiteral("图属库"))
+    else if (key == documents::genusLayout())
         parseGenusLayout(text, collect);
     return check;
 }

@@ -4,7 +4,6 @@
 
 using namespace velm::detail;
 
-// clang-format off: a line a member
 VELM_JSON_RECORD(TableSettings, VELM_JSON(gisTable, "GisTable"), VELM_JSON(tableText, "TableText"),
                  VELM_JSON(tableName, "TableName"), VELM_JSON(_tableType, "TableType"))
 
@@ -17,7 +16,6 @@ VELM_JSON_RECORD(FieldSettings, VELM_JSON(m_fieldMust, "FieldMust"),
 
 VELM_JSON_RECORD(FieldConversion, VELM_JSON(tableInfo, "TableInfo"),
                  VELM_JSON(m_newFieldMap, "FieldMap"))
-// clang-format on
 
 namespace velm::detail {
 

@@ -1,11 +1,9 @@
 #include "config/documents/GenusLayout.h"
 
-// clang-format off: a line a member
 VELM_JSON_RECORD(VelmRecordGenusDatabase, VELM_JSON_PLACES(headerList, "HeaderList"),
                  VELM_JSON(keyField, "KeyField"), VELM_JSON_PLACES(fieldType, "FieldType"),
                  VELM_JSON_PLACES(fieldDecimal, "FieldDecimal"), VELM_JSON(matchRule, "MatchRule"),
                  VELM_JSON(showPoint, "ShowPoint"))
-// clang-format on
 
 namespace velm::detail {
 

@@ -4,7 +4,6 @@
 #include "VelmGlobalParam.h"
 
 // The keys of the global parameters.
-// clang-format off: a line a member
 
 VELM_JSON_RECORD(VelmSortRule, VELM_JSON(m_SortMode, "SortMode"), VELM_JSON(m_SortType, "SortType"),
                  VELM_JSON(m_SortPoint, "SortPoint"), VELM_JSON(m_SortDir1, "SortDir1"),

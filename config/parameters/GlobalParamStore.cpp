@@ -3,6 +3,7 @@
 #include "common/host/HostCalls.h"
 #include "common/json/JsonMerge.h"
 #include "config/documents/ConfigJson.h"
+#include "config/documents/DocumentNames.h"
 #include "config/parameters/GlobalParamBinding.h"
 #include "CVelmSaveUserData.h"
 #include "CVelmSystemGlobal.h"
@@ -18,11 +19,6 @@ namespace velm::detail {
 
 namespace {
 
-QString key()
-{
-    return QStringLiteral("GlobalParam");
-}
-
 QString nameOfUser()
 {
     return QStringLiteral("VelmGlobalParam");
@@ -35,7 +31,7 @@ bool readShipped(QString& text)
     text.clear();
     if (!QFileInfo::exists(CVelmSystemGlobal::Instance()->getSystemConfigDb()))
         return true;
-    const Velm::ErrorStatus status = readGlobalDefine(key(), text);
+    const Velm::ErrorStatus status = readGlobalDefine(documents::globalParameters(), text);
     return status == Velm::VelmOk || status == Velm::VelmTableNotExist;
 }
 
@@ -121,7 +117,7 @@ bool GlobalParamStore::readUser(QString& text) const
 {
     CVelmSaveUserData& data = *m_userData();
     text.clear();
-    return data.readUserInput(key(), nameOfUser(), text)
+    return data.readUserInput(documents::globalParameters(), nameOfUser(), text)
            || (!data.isReady() && !QFileInfo::exists(data.m_file));
 }
 
@@ -190,7 +186,8 @@ bool GlobalParamStore::saveForUser(const json::Value& changes, const json::Value
             return false;
         WriteTransaction transaction(data.m_database);
         QString stored;
-        if (transaction.error().isValid() || !data.readUserInput(key(), nameOfUser(), stored))
+        if (transaction.error().isValid()
+            || !data.readUserInput(documents::globalParameters(), nameOfUser(), stored))
             return false;
         const bool hasCopy = isObject(stored);
         if (hasCopy || shipped) {
@@ -214,15 +211,17 @@ bool GlobalParamStore::store(const QString& stored, bool hasCopy, const QString&
     CVelmSaveUserData& data = *m_userData();
     const QString unreadable = nameOfUser() + QStringLiteral(".unreadable");
     const bool isKept =
-        hasCopy || stored.isEmpty() || data.putUserInput(key(), unreadable, escaped(stored));
-    return isKept && data.putUserInput(key(), nameOfUser(), text);
+        hasCopy || stored.isEmpty()
+        || data.putUserInput(documents::globalParameters(), unreadable, escaped(stored));
+    return isKept && data.putUserInput(documents::globalParameters(), nameOfUser(), text);
 }
 
 bool GlobalParamStore::saveAsDefault(const QString& userText)
 {
-    const Velm::ErrorStatus status = updateGlobalDefine(key(), [&](const QString& shipped) {
-        return mergedText({shipped}, firstObject({userText}), json::Value());
-    });
+    const Velm::ErrorStatus status =
+        updateGlobalDefine(documents::globalParameters(), [&](const QString& shipped) {
+            return mergedText({shipped}, firstObject({userText}), json::Value());
+        });
     return status == Velm::VelmOk;
 }
 

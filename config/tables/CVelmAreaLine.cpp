@@ -1,6 +1,7 @@
 #include "CVelmAreaLine.h"
 
 #include "common/host/HostCalls.h"
+#include "config/tables/RecordColumns.h"
 #include "CVelmDatabase.h"
 #include "data/access/ConfigDatabase.h"
 #include "data/access/SystemConfig.h"
@@ -20,20 +21,23 @@ QString tableName()
     return QStringLiteral("QuobAreaLine");
 }
 
+constexpr Columns<VelmAreaLineItem, 9> kColumns{
+    {{"CODE", &VelmAreaLineItem::code},
+     {"LINEWIDTH", &VelmAreaLineItem::linewidth},
+     {"ENTTYPE", &VelmAreaLineItem::enttype},
+     {"ANNRULE", &VelmAreaLineItem::annrule},
+     {"AREARULE", &VelmAreaLineItem::arearule},
+     {"GROUPNAME", &VelmAreaLineItem::groupname},
+     {"LINETYPESCALE", &VelmAreaLineItem::linetypescale},
+     {"HATCHCOLOR", &VelmAreaLineItem::hatchcolor},
+     {"HATCHBKCOLOR", &VelmAreaLineItem::hatchbkcolor}}};
+
 /// @p table is the name under which it is stored.
 Velm::ErrorStatus write(CVelmDatabase& database, const QString& table, const VelmAreaLineItem& item)
 {
     const Record key = {{QStringLiteral("CODE"), item.code}};
-    const Record values = {{QStringLiteral("CODE"), item.code},
-                           {QStringLiteral("LINEWIDTH"), item.linewidth},
-                           {QStringLiteral("ENTTYPE"), item.enttype},
-                           {QStringLiteral("ANNRULE"), item.annrule},
-                           {QStringLiteral("AREARULE"), item.arearule},
-                           {QStringLiteral("GROUPNAME"), item.groupname},
-                           {QStringLiteral("LINETYPESCALE"), item.linetypescale},
-                           {QStringLiteral("HATCHCOLOR"), item.hatchcolor},
-                           {QStringLiteral("HATCHBKCOLOR"), item.hatchbkcolor}};
-    return database.updataRecord(table, withoutNullTexts(values), withoutNullTexts(key));
+    return database.updataRecord(table, withoutNullTexts(valuesOf(item, kColumns)),
+                                 withoutNullTexts(key));
 }
 
 /// Writes items as one transaction. @return how many were written; -1, and then none, if another
@@ -64,26 +68,9 @@ bool CVelmAreaLine::initVelmAreaLineConfig(CVelmDatabase& db)
 {
     m_items.clear();
     TableReader rows(db, tableName());
-    const int code = rows.column(QStringLiteral("CODE"));
-    const int linewidth = rows.column(QStringLiteral("LINEWIDTH"));
-    const int enttype = rows.column(QStringLiteral("ENTTYPE"));
-    const int annrule = rows.column(QStringLiteral("ANNRULE"));
-    const int arearule = rows.column(QStringLiteral("AREARULE"));
-    const int groupname = rows.column(QStringLiteral("GROUPNAME"));
-    const int linetypescale = rows.column(QStringLiteral("LINETYPESCALE"));
-    const int hatchcolor = rows.column(QStringLiteral("HATCHCOLOR"));
-    const int hatchbkcolor = rows.column(QStringLiteral("HATCHBKCOLOR"));
+    const BoundColumns bound(rows, kColumns);
     while (rows.next()) {
-        VelmAreaLineItem item;
-        item.code = rows.text(code);
-        item.linewidth = rows.value(linewidth).toDouble();
-        item.enttype = rows.text(enttype);
-        item.annrule = rows.text(annrule);
-        item.arearule = rows.text(arearule);
-        item.groupname = rows.text(groupname);
-        item.linetypescale = rows.value(linetypescale).toDouble();
-        item.hatchcolor = rows.value(hatchcolor).toInt();
-        item.hatchbkcolor = rows.value(hatchbkcolor).toInt();
+        const VelmAreaLineItem item = bound.record();
         m_items.insert(m_items.cend(), item.code, item);
     }
     if (rows.brokeOff())

@@ -1,5 +1,6 @@
 #include "config/tables/CVelmAttributeDB.h"
 
+#include "config/documents/DocumentNames.h"
 #include "config/documents/FieldConversion.h"
 #include "config/tables/FieldDefinition.h"
 #include "CVelmDatabase.h"
@@ -172,7 +173,7 @@ bool CVelmAttributeDB::loadConversion(const CVelmDatabase& db)
     const QString table = QStringLiteral("globaldefines");
     QMap<QString, QVariant> row;
     const ReadOutcome outcome =
-        readConfigRow(db, table, {{QStringLiteral("KEY"), QStringLiteral("字段转换")}}, row);
+        readConfigRow(db, table, {{QStringLiteral("KEY"), documents::fieldConversion()}}, row);
     if (!outcome.isComplete())
         addReadProblem(db, table, describe(outcome.error));
     const QString text = row.value(QStringLiteral("VALUE")).toString();

@@ -1,6 +1,7 @@
 #include "CVelmIndex.h"
 
 #include "config/tables/DefinitionTable.h"
+#include "config/tables/IndexColumns.h"
 #include "data/access/SystemConfig.h"
 
 using namespace velm::detail;
@@ -125,12 +126,7 @@ QMap<QString, VelmIndexItem> CVelmIndex::getIndexMap() const
 Velm::ErrorStatus CVelmIndex::addItem(const VelmIndexItem& item)
 {
     m_items.insert(item.code, item);
-    return writeSystemConfig(tableName(),
-                             {{QStringLiteral("name"), item.name},
-                              {QStringLiteral("ltype"), item.ltype},
-                              {QStringLiteral("width"), item.width},
-                              {QStringLiteral("table"), item.table},
-                              {QStringLiteral("usecode"), item.usecode}},
+    return writeSystemConfig(tableName(), withoutCode(valuesOf(item, kIndexColumns)),
                              ofCode(item.code));
 }
 

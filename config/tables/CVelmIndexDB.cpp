@@ -1,5 +1,6 @@
 #include "config/tables/CVelmIndexDB.h"
 
+#include "config/tables/IndexColumns.h"
 #include "CVelmDatabase.h"
 #include "data/access/TableReader.h"
 
@@ -13,20 +14,9 @@ Velm::ErrorStatus CVelmIndexDB::load(CVelmDatabase& database)
 void CVelmIndexDB::loadItems(CVelmDatabase& database)
 {
     velm::detail::TableReader rows(database, QStringLiteral("indexini"));
-    const int code = rows.column(QStringLiteral("CODE"));
-    const int name = rows.column(QStringLiteral("NAME"));
-    const int width = rows.column(QStringLiteral("WIDTH"));
-    const int ltype = rows.column(QStringLiteral("LTYPE"));
-    const int table = rows.column(QStringLiteral("TABLE"));
-    const int usecode = rows.column(QStringLiteral("USECODE"));
+    const velm::detail::BoundColumns bound(rows, velm::detail::kIndexColumns);
     while (rows.next()) {
-        VelmIndexItem item;
-        item.width = rows.value(width).toDouble();
-        item.code = rows.text(code);
-        item.name = rows.text(name);
-        item.ltype = rows.text(ltype);
-        item.table = rows.text(table);
-        item.usecode = rows.text(usecode);
+        const VelmIndexItem item = bound.record();
         m_items.insert(m_items.cend(), item.code,
                        item);  // at no cost where rows come in code order
     }

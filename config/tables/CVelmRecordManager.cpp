@@ -1,6 +1,8 @@
 #include "CVelmRecordManager.h"
 
+#include "config/documents/DocumentNames.h"
 #include "config/documents/GenusLayout.h"
+#include "config/tables/RecordColumns.h"
 #include "CVelmReadGlobaldefinesTable.h"
 #include "data/access/ConfigSources.h"
 #include "data/access/TableReader.h"
@@ -8,6 +10,16 @@
 #include <QRegularExpression>
 
 using namespace velm::detail;
+
+namespace {
+
+constexpr Columns<VelmRecordConfigType, 5> kTypeColumns{{{"CODE", &VelmRecordConfigType::code},
+                                                         {"NAME", &VelmRecordConfigType::name},
+                                                         {"EXTEND", &VelmRecordConfigType::extend},
+                                                         {"TABLE", &VelmRecordConfigType::table},
+                                                         {"TYPE", &VelmRecordConfigType::type}}};
+
+}  // namespace
 
 CVelmRecordManager::CVelmRecordManager()
 {
@@ -47,15 +59,12 @@ bool CVelmRecordManager::InitPIPSysConfig(const CVelmDatabase& database)
 bool CVelmRecordManager::InitRecordConfigType(const CVelmDatabase& database)
 {
     TableReader rows(database, QStringLiteral("RecordConfigType"));
-    const int code = rows.column(QStringLiteral("CODE"));
-    const int name = rows.column(QStringLiteral("NAME"));
-    const int extend = rows.column(QStringLiteral("EXTEND"));
-    const int table = rows.column(QStringLiteral("TABLE"));
-    const int type = rows.column(QStringLiteral("TYPE"));
+    const BoundColumns bound(rows, kTypeColumns);
     m_types.clear();
-    while (rows.next())
-        m_types.insert(rows.text(code), {rows.text(code), rows.text(name), rows.text(extend),
-                                         rows.text(table), rows.text(type)});
+    while (rows.next()) {
+        const VelmRecordConfigType type = bound.record();
+        m_types.insert(type.code, type);
+    }
     if (rows.brokeOff())
         m_types.clear();
     return database.isOpen();
@@ -123,7 +132,7 @@ bool CVelmRecordManager::getRecordConfig(const QString& code,
 bool CVelmRecordManager::getGenusDatabase(VelmRecordGenusDatabase& layout) const
 {
     QString text;
-    if (!CVelmReadGlobaldefinesTable::Instance()->get_value(QStringLiteral("图属库"), text))
+    if (!CVelmReadGlobaldefinesTable::Instance()->get_value(documents::genusLayout(), text))
         return false;
     const auto read = parseGenusLayout(text, logAs(QStringLiteral("graphic-attribute library")));
     if (read)

@@ -1,6 +1,7 @@
 #include "CVelmWork.h"
 
 #include "config/tables/DefinitionTable.h"
+#include "config/tables/WorkColumns.h"
 #include "data/access/SystemConfig.h"
 
 using namespace velm::detail;
@@ -97,13 +98,7 @@ Velm::ErrorStatus CVelmWork::getWorkItem(const QString& code, VelmWorkItem& item
 Velm::ErrorStatus CVelmWork::addItem(const VelmWorkItem& item)
 {
     m_items.insert(item.code, item);
-    return writeSystemConfig(writeTableName(),
-                             {{QStringLiteral("par1"), item.par1},
-                              {QStringLiteral("par2"), item.par2},
-                              {QStringLiteral("text"), item.text},
-                              {QStringLiteral("color"), item.color},
-                              {QStringLiteral("layer"), item.layer},
-                              {QStringLiteral("enttype"), item.enttype}},
+    return writeSystemConfig(writeTableName(), withoutCode(valuesOf(item, kWorkColumns)),
                              ofCode(item.code));
 }
 

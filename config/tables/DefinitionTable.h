@@ -27,4 +27,11 @@ inline QMap<QString, QVariant> ofCode(const QString& code)
     return {{QStringLiteral("code"), code}};
 }
 
+/// What is written of an item beside its code.
+inline QMap<QString, QVariant> withoutCode(QMap<QString, QVariant> values)
+{
+    values.remove(QStringLiteral("code"));
+    return values;
+}
+
 }  // namespace velm::detail

@@ -1,6 +1,7 @@
 #include "CheckedSet.h"
 #include "Rules.h"
 
+#include "config/documents/DocumentNames.h"
 #include "VelmDocumentCheck.h"
 
 #include <QJsonArray>
@@ -10,9 +11,9 @@
 #include <cmath>
 #include <limits>
 
-namespace {
+namespace documents = velm::detail::documents;
 
-const QString kConversion = QStringLiteral("字段转换");
+namespace {
 
 QJsonObject objectIn(const QString& text)
 {
@@ -58,7 +59,7 @@ void checkDefinition(const CheckedSet& set, const QString& key, const Place& pla
     for (const QString& problem : check.problems)
         problems.add(check.parses ? rules::kJsonType : rules::kJsonSyntax, place,
                      key + QStringLiteral(": ") + problem);
-    if (check.problems.isEmpty() && key == kConversion && !place.value.isEmpty())
+    if (check.problems.isEmpty() && key == documents::fieldConversion() && !place.value.isEmpty())
         checkConversion(set, objectIn(place.value), place, problems);
 }
 
@@ -105,10 +106,11 @@ void rules::checkDocuments(const CheckedSet& set, Problems& problems)
         for (int row = 0; row < table.size(); ++row) {
             const QString key = table.text(row, QStringLiteral("KEY"));
             const Place place = table.place(row, QStringLiteral("VALUE"));
-            if (isSystem || (key == kConversion && !hasConversion))
+            if (isSystem || (key == documents::fieldConversion() && !hasConversion))
                 checkDefinition(set, key, place, problems);
             hasConversion =
-                hasConversion || (isSystem && key == kConversion && !place.value.isEmpty());
+                hasConversion
+                || (isSystem && key == documents::fieldConversion() && !place.value.isEmpty());
         }
     }
     const CheckedTable& frames = set.table("VelmFrame");
