@@ -1,9 +1,9 @@
 #include "Commands.h"
 
-#include "Arguments.h"
-#include "Console.h"
-#include "FileSet.h"
-#include "TextImport.h"
+#include "cli/Arguments.h"
+#include "cli/Console.h"
+#include "set/FileSet.h"
+#include "set/TextImport.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -22,14 +22,14 @@ QString alreadyThere(const QString& file)
 }
 
 /// Makes the database as a whole or not at all. @return what went wrong; empty if nothing did
-QString write(const SampleDatabase& database, const QFileInfo& target, bool replace)
+QString write(const DatabaseTables& database, const QFileInfo& target, bool replace)
 {
     const QString cannotWrite = QStringLiteral("cannot write ");
     FileSet files(target.absolutePath());
     QString problem;
     if (!files.prepare(problem))
         return cannotWrite + problem;
-    problem = writeSampleDatabase(database, files.stageDatabase(target.fileName()));
+    problem = writeDatabase(database, files.stageDatabase(target.fileName()));
     if (!problem.isEmpty() || !files.lock(problem))
         return cannotWrite + problem;
     const QStringList existing = files.existing();
@@ -38,10 +38,10 @@ QString write(const SampleDatabase& database, const QFileInfo& target, bool repl
     return files.commit(problem) ? QString() : cannotWrite + problem;
 }
 
-QVector<SampleTable> filledTables(const TextImport& import)
+QVector<SetTable> filledTables(const TextImport& import)
 {
-    QVector<SampleTable> tables;
-    for (const SampleTable& table : import.database().tables) {
+    QVector<SetTable> tables;
+    for (const SetTable& table : import.database().tables) {
         if (!table.rows.isEmpty())
             tables.append(table);
     }
@@ -53,8 +53,8 @@ void printText(const TextImport& import, const QString& target)
     for (const UnusedLine& line : import.unused())
         console::print(console::plain(QStringLiteral("%1 line %2: ").arg(line.file).arg(line.line)
                                       + line.reason));
-    const QVector<SampleTable> tables = filledTables(import);
-    for (const SampleTable& table : tables)
+    const QVector<SetTable> tables = filledTables(import);
+    for (const SetTable& table : tables)
         console::print(QStringLiteral("%1: %2 rows").arg(table.name).arg(table.rows.size()));
     console::print(QStringLiteral("Written to ") + QDir::toNativeSeparators(target)
                    + QStringLiteral("; %1 lines not used.").arg(import.unused().size()));
@@ -63,8 +63,8 @@ void printText(const TextImport& import, const QString& target)
 void printJson(const TextImport& import, const QString& target)
 {
     QJsonArray tables, unused;
-    const QVector<SampleTable> filled = filledTables(import);
-    for (const SampleTable& table : filled)
+    const QVector<SetTable> filled = filledTables(import);
+    for (const SetTable& table : filled)
         tables.append(QJsonObject{{QStringLiteral("table"), table.name},
                                   {QStringLiteral("rows"), table.rows.size()}});
     for (const UnusedLine& line : import.unused())

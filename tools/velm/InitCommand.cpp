@@ -1,10 +1,10 @@
 #include "Commands.h"
 
-#include "Arguments.h"
-#include "Console.h"
-#include "FileSet.h"
-#include "OlderSet.h"
-#include "SampleSet.h"
+#include "cli/Arguments.h"
+#include "cli/Console.h"
+#include "set/FileSet.h"
+#include "set/OlderSet.h"
+#include "set/TableSet.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,10 +20,10 @@ int cannotWrite(const QString& problem)
 }
 
 /// Makes all files of the set in the staging folder. @return what went wrong; empty if nothing did
-QString stageSet(const QVector<SampleDatabase>& databases, FileSet& files)
+QString stageSet(const QVector<DatabaseTables>& databases, FileSet& files)
 {
-    for (const SampleDatabase& database : databases) {
-        QString problem = writeSampleDatabase(database, files.stageDatabase(database.fileName));
+    for (const DatabaseTables& database : databases) {
+        QString problem = writeDatabase(database, files.stageDatabase(database.fileName));
         if (!problem.isEmpty())
             return database.fileName + QStringLiteral(", ") + problem;
         if (database.fileName != QLatin1String("peltaconfig.db"))
@@ -42,11 +42,11 @@ QString stageSet(const QVector<SampleDatabase>& databases, FileSet& files)
     return QString();
 }
 
-void report(const QVector<SampleDatabase>& databases, const QString& folder, bool json)
+void report(const QVector<DatabaseTables>& databases, const QString& folder, bool json)
 {
     QJsonArray tables;
-    for (const SampleDatabase& database : databases) {
-        for (const SampleTable& table : database.tables)
+    for (const DatabaseTables& database : databases) {
+        for (const SetTable& table : database.tables)
             tables.append(QJsonObject{{QStringLiteral("database"), database.fileName},
                                       {QStringLiteral("table"), table.name},
                                       {QStringLiteral("rows"), table.rows.size()}});
@@ -82,7 +82,7 @@ int commands::init(const QStringList& arguments)
     const QString folder = QDir(args.positional().first()).absolutePath();
 
     QString problem;
-    const QVector<SampleDatabase> databases = readSampleSet(problem);
+    const QVector<DatabaseTables> databases = readSampleSet(problem);
     if (!problem.isEmpty())
         return cannotWrite(problem);
     FileSet files(folder + QStringLiteral("/config"));

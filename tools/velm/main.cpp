@@ -1,7 +1,7 @@
 #include "Commands.h"
 
-#include "Console.h"
-#include "Suggestions.h"
+#include "cli/Console.h"
+#include "cli/Suggestions.h"
 
 #include <QCoreApplication>
 #include <QTextCodec>

@@ -1,4 +1,4 @@
-#include "CheckedSet.h"
+#include "check/CheckedSet.h"
 
 #include "CVelmDatabase.h"
 #include "CVelmSystemGlobal.h"

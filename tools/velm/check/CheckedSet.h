@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Problems.h"
+#include "check/Problems.h"
 
 #include <QMap>
 #include <QString>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Rule.h"
+#include "check/Rule.h"
 
 #include <QSet>
 #include <QString>

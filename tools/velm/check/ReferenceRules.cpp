@@ -1,5 +1,5 @@
-#include "CheckedSet.h"
-#include "Rules.h"
+#include "check/CheckedSet.h"
+#include "check/Rules.h"
 
 #include <QRegularExpression>
 #include <QSet>

@@ -1,6 +1,6 @@
-#include "Report.h"
+#include "check/Report.h"
 
-#include "Console.h"
+#include "cli/Console.h"
 
 #include <QDir>
 #include <QJsonArray>

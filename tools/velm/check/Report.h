@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Problems.h"
+#include "check/Problems.h"
 
 /// The forms in which findings are told, on standard output.
 namespace report {

@@ -1,4 +1,4 @@
-#include "Rule.h"
+#include "check/Rule.h"
 
 namespace rules {
 

@@ -1,8 +1,8 @@
-#include "Problems.h"
-#include "Rules.h"
+#include "check/Problems.h"
+#include "check/Rules.h"
 
-#include "SampleSet.h"
-#include "TextImport.h"
+#include "set/TableSet.h"
+#include "set/TextImport.h"
 
 #include "CVelmFindFile.h"
 #include "CVelmSystemGlobal.h"
@@ -35,7 +35,7 @@ void checkLineCount(const QFileInfo& file, int lines, Problems& problems)
 void rules::checkTextFiles(Problems& problems)
 {
     QString problem;
-    const SampleDatabase system = systemDatabase(problem);
+    const DatabaseTables system = systemDatabase(problem);
     for (const QString& name : {QStringLiteral("index.ini"), QStringLiteral("work.def"),
                                 QStringLiteral("attribute.def")}) {
         const QFileInfo file(CVelmFindFile::Instance()->findFile(name, true));

@@ -1,4 +1,4 @@
-#include "Companions.h"
+#include "doctor/Companions.h"
 
 #include "common/platform/OdbcDrivers.h"
 

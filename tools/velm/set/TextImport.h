@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SampleSet.h"
+#include "set/TableSet.h"
 
 #include <QMap>
 #include <QPair>
@@ -23,7 +23,7 @@ class TextImport
 {
 public:
     /// @p database has the tables; what they hold is dropped.
-    explicit TextImport(const SampleDatabase& database);
+    explicit TextImport(const DatabaseTables& database);
 
     /// Reads "index.ini", "work.def" and "attribute.def" of @p folder, in any letter case; a
     /// missing one leaves its tables empty. @return why a file cannot be read; empty if all can
@@ -36,7 +36,7 @@ public:
     int lineCount() const { return m_lineCount; }
     /// The files that were there.
     const QStringList& files() const { return m_files; }
-    const SampleDatabase& database() const { return m_database; }
+    const DatabaseTables& database() const { return m_database; }
     const QVector<UnusedLine>& unused() const { return m_unused; }
 
 private:
@@ -51,10 +51,10 @@ private:
     /// Without a @p key column, which is unique, any number of rows may be alike.
     void addRow(const QString& table, const QStringList& columns, const QStringList& fields,
                 const QString& key);
-    SampleTable& table(const QString& name);
+    SetTable& table(const QString& name);
     void reject(int line, const QString& reason);
 
-    SampleDatabase m_database;
+    DatabaseTables m_database;
     QStringList m_files;
     QVector<UnusedLine> m_unused;
     QString m_file;  // the one that is being read

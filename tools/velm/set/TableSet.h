@@ -3,8 +3,8 @@
 #include <QStringList>
 #include <QVector>
 
-/// One table of the sample configuration.
-struct SampleTable
+/// One table of a configuration set.
+struct SetTable
 {
     struct Column
     {
@@ -19,23 +19,23 @@ struct SampleTable
         rows;  ///< cells in column order; documents that stood beside the table are filled in
 };
 
-/// One database of the sample configuration.
-struct SampleDatabase
+/// One database of a configuration set.
+struct DatabaseTables
 {
     QString fileName;
-    QVector<SampleTable> tables;  ///< in the order of creation
+    QVector<SetTable> tables;  ///< in the order of creation
 
     /// The table of that name; an empty one if there is none.
-    SampleTable table(const QString& tableName) const;
+    SetTable table(const QString& tableName) const;
 };
 
 /// Reads the sample configuration that the program carries. What is wrong with it ends up in @p
 /// problem.
-QVector<SampleDatabase> readSampleSet(QString& problem);
+QVector<DatabaseTables> readSampleSet(QString& problem);
 
 /// The system configuration database of it.
-SampleDatabase systemDatabase(QString& problem);
+DatabaseTables systemDatabase(QString& problem);
 
 /// Makes a database file with all tables, rows and an index on every key. @return what went wrong;
 /// empty if nothing did
-QString writeSampleDatabase(const SampleDatabase& sample, const QString& path);
+QString writeDatabase(const DatabaseTables& sample, const QString& path);

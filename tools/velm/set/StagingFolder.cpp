@@ -1,4 +1,4 @@
-#include "StagingFolder.h"
+#include "set/StagingFolder.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
-#include "Examination.h"
+#include "doctor/Examination.h"
 
-#include "Companions.h"
-#include "Configuration.h"
+#include "doctor/Companions.h"
+#include "set/Configuration.h"
 
 #include "CVelmConfigManager.h"
 #include "CVelmIndex.h"

@@ -1,9 +1,9 @@
 #include "Commands.h"
 
-#include "Arguments.h"
-#include "Configuration.h"
-#include "Console.h"
-#include "Examination.h"
+#include "cli/Arguments.h"
+#include "cli/Console.h"
+#include "doctor/Examination.h"
+#include "set/Configuration.h"
 
 #include <algorithm>
 

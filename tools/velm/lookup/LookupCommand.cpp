@@ -1,10 +1,10 @@
 #include "Commands.h"
 
-#include "Arguments.h"
-#include "Configuration.h"
-#include "Console.h"
-#include "FeatureCard.h"
-#include "Suggestions.h"
+#include "cli/Arguments.h"
+#include "cli/Console.h"
+#include "cli/Suggestions.h"
+#include "lookup/FeatureCard.h"
+#include "set/Configuration.h"
 
 #include "CVelmIndex.h"
 #include "CVelmWork.h"

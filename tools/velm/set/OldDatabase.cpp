@@ -1,4 +1,4 @@
-#include "OldDatabase.h"
+#include "set/OldDatabase.h"
 
 #include <QFileInfo>
 #include <QSqlDatabase>

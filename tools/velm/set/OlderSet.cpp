@@ -1,11 +1,11 @@
-#include "OlderSet.h"
+#include "set/OlderSet.h"
 
 #include <QTextCodec>
 
 namespace {
 
 /// The cells of @p row under the columns @p names.
-QStringList cellsOf(const SampleTable& table, const QStringList& row, const QStringList& names)
+QStringList cellsOf(const SetTable& table, const QStringList& row, const QStringList& names)
 {
     QStringList cells;
     for (const QString& name : names) {
@@ -28,7 +28,7 @@ QByteArray encode(const QStringList& lines)
     return QTextCodec::codecForName("GB18030")->fromUnicode(text);
 }
 
-QByteArray fileOf(const SampleTable& table, const QStringList& names)
+QByteArray fileOf(const SetTable& table, const QStringList& names)
 {
     QStringList lines;
     for (const QStringList& row : table.rows)
@@ -58,20 +58,20 @@ QStringList older::attributeFieldColumns()
     return columns("TABLE NAME TEXT TYPE LENGTH DECIMAL DEFAULT NOTNULL BEXPORT ENABLEEDIT");
 }
 
-QByteArray older::indexIni(const SampleDatabase& system)
+QByteArray older::indexIni(const DatabaseTables& system)
 {
     return fileOf(system.table(QStringLiteral("indexini")), indexColumns());
 }
 
-QByteArray older::workDef(const SampleDatabase& system)
+QByteArray older::workDef(const DatabaseTables& system)
 {
     return fileOf(system.table(QStringLiteral("Workdef")), workColumns());
 }
 
-QByteArray older::attributeDef(const SampleDatabase& system)
+QByteArray older::attributeDef(const DatabaseTables& system)
 {
-    const SampleTable tables = system.table(QStringLiteral("Attributetable"));
-    const SampleTable fields = system.table(QStringLiteral("Attributefield"));
+    const SetTable tables = system.table(QStringLiteral("Attributetable"));
+    const SetTable fields = system.table(QStringLiteral("Attributefield"));
     QStringList lines;
     for (const QStringList& table : tables.rows) {
         const QStringList tableCells = cellsOf(tables, table, attributeTableColumns());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CardGroup.h"
+#include "lookup/CardGroup.h"
 
 class Configuration;
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "OldDatabase.h"
-#include "StagingFolder.h"
+#include "set/OldDatabase.h"
+#include "set/StagingFolder.h"
 
 #include "common/files/AtomicFile.h"
 #include "common/files/FileLock.h"

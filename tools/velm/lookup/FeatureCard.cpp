@@ -1,7 +1,7 @@
-#include "FeatureCard.h"
+#include "lookup/FeatureCard.h"
 
-#include "Configuration.h"
-#include "Console.h"
+#include "cli/Console.h"
+#include "set/Configuration.h"
 
 #include "CVelmAnnotate.h"
 #include "CVelmAreaLine.h"

@@ -1,12 +1,12 @@
 #include "Commands.h"
 
-#include "Arguments.h"
 #include "check/CheckedSet.h"
 #include "check/Report.h"
 #include "check/Rules.h"
-#include "Configuration.h"
-#include "Console.h"
-#include "Suggestions.h"
+#include "cli/Arguments.h"
+#include "cli/Console.h"
+#include "cli/Suggestions.h"
+#include "set/Configuration.h"
 
 #include "CVelmSystemGlobal.h"
 

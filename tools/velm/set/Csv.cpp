@@ -1,4 +1,4 @@
-#include "Csv.h"
+#include "set/Csv.h"
 
 namespace {
 

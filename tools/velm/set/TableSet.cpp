@@ -1,6 +1,6 @@
-#include "SampleSet.h"
+#include "set/TableSet.h"
 
-#include "Csv.h"
+#include "set/Csv.h"
 
 #include "common/files/DatabasePath.h"
 #include "CVelmDatabase.h"
@@ -47,9 +47,9 @@ QStringList stringList(const QJsonValue& value)
     return list;
 }
 
-SampleTable readTable(const QJsonObject& description, const QString& folder, QString& problem)
+SetTable readTable(const QJsonObject& description, const QString& folder, QString& problem)
 {
-    SampleTable table;
+    SetTable table;
     table.name = description.value(QStringLiteral("table")).toString();
     table.key = stringList(description.value(QStringLiteral("key")));
     QStringList header;
@@ -100,10 +100,10 @@ QVariant cellValue(const QString& cell, const QString& type)
     }
 }
 
-Velm::ErrorStatus createTable(CVelmDatabase& database, const SampleTable& table)
+Velm::ErrorStatus createTable(CVelmDatabase& database, const SetTable& table)
 {
     QList<VelmFieldItem> fields;
-    for (const SampleTable::Column& column : table.columns) {
+    for (const SetTable::Column& column : table.columns) {
         VelmFieldItem field;
         field.m_fieldName = column.name;
         field.m_fieldType = fieldType(column.type);
@@ -120,7 +120,7 @@ Velm::ErrorStatus createTable(CVelmDatabase& database, const SampleTable& table)
     return status;
 }
 
-Velm::ErrorStatus writeTable(CVelmDatabase& database, const SampleTable& table)
+Velm::ErrorStatus writeTable(CVelmDatabase& database, const SetTable& table)
 {
     Velm::ErrorStatus status = createTable(database, table);
     for (const QStringList& row : table.rows) {
@@ -135,23 +135,23 @@ Velm::ErrorStatus writeTable(CVelmDatabase& database, const SampleTable& table)
 
 }  // namespace
 
-SampleTable SampleDatabase::table(const QString& tableName) const
+SetTable DatabaseTables::table(const QString& tableName) const
 {
-    for (const SampleTable& candidate : tables) {
+    for (const SetTable& candidate : tables) {
         if (candidate.name == tableName)
             return candidate;
     }
-    return SampleTable();
+    return SetTable();
 }
 
-QVector<SampleDatabase> readSampleSet(QString& problem)
+QVector<DatabaseTables> readSampleSet(QString& problem)
 {
     const QString base = QStringLiteral(":/sample/");
     const QByteArray schema = readResource(base + QStringLiteral("schema.json"), problem).toUtf8();
     const QJsonObject root = QJsonDocument::fromJson(schema).object();
-    QVector<SampleDatabase> databases;
+    QVector<DatabaseTables> databases;
     for (auto it = root.begin(); it != root.end(); ++it) {
-        SampleDatabase database{it.key(), {}};
+        DatabaseTables database{it.key(), {}};
         const QString folder = base + it.key().section(QLatin1Char('.'), 0, 0).toLower();
         const QJsonArray tables = it.value().toArray();
         for (const QJsonValue& table : tables)
@@ -161,17 +161,17 @@ QVector<SampleDatabase> readSampleSet(QString& problem)
     return databases;
 }
 
-SampleDatabase systemDatabase(QString& problem)
+DatabaseTables systemDatabase(QString& problem)
 {
-    const QVector<SampleDatabase> databases = readSampleSet(problem);
-    for (const SampleDatabase& database : databases) {
+    const QVector<DatabaseTables> databases = readSampleSet(problem);
+    for (const DatabaseTables& database : databases) {
         if (database.fileName == QLatin1String("peltaconfig.db"))
             return database;
     }
-    return SampleDatabase();
+    return DatabaseTables();
 }
 
-QString writeSampleDatabase(const SampleDatabase& sample, const QString& path)
+QString writeDatabase(const DatabaseTables& sample, const QString& path)
 {
     QString pathProblem = velm::detail::databasePathProblem(path);
     if (!pathProblem.isEmpty())
@@ -182,7 +182,7 @@ QString writeSampleDatabase(const SampleDatabase& sample, const QString& path)
         return QStringLiteral("the database cannot be made: ")
                + database.getQSqlDatabase().lastError().text();
     status = database.startTransaction(true);
-    for (const SampleTable& table : sample.tables) {
+    for (const SetTable& table : sample.tables) {
         if (status == Velm::VelmOk)
             status = writeTable(database, table);
         if (status != Velm::VelmOk)

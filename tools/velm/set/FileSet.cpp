@@ -1,6 +1,6 @@
-#include "FileSet.h"
+#include "set/FileSet.h"
 
-#include "OldDatabase.h"
+#include "set/OldDatabase.h"
 
 #include "common/files/AtomicFile.h"
 #include "common/platform/FileSystem.h"

@@ -1,6 +1,6 @@
-#include "TextTable.h"
+#include "set/TextTable.h"
 
-#include "Console.h"
+#include "cli/Console.h"
 
 #include <algorithm>
 

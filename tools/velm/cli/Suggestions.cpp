@@ -1,4 +1,4 @@
-#include "Suggestions.h"
+#include "cli/Suggestions.h"
 
 #include <QPair>
 #include <QVector>

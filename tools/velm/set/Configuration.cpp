@@ -1,7 +1,7 @@
-#include "Configuration.h"
+#include "set/Configuration.h"
 
-#include "Arguments.h"
-#include "Console.h"
+#include "cli/Arguments.h"
+#include "cli/Console.h"
 
 #include "common/files/DatabasePath.h"
 #include "CVelmConfigManager.h"

@@ -1,6 +1,6 @@
-#include "Arguments.h"
+#include "cli/Arguments.h"
 
-#include "Console.h"
+#include "cli/Console.h"
 
 Arguments::Arguments(const QString& command, const QString& synopsis, const QString& description,
                      const QStringList& examples)

@@ -1,6 +1,6 @@
-#include "TextImport.h"
+#include "set/TextImport.h"
 
-#include "OlderSet.h"
+#include "set/OlderSet.h"
 
 #include "CVelmFindFile.h"
 #include "CVelmString.h"
@@ -53,9 +53,9 @@ bool converts(const QString& cell, const QString& type)
 
 }  // namespace
 
-TextImport::TextImport(const SampleDatabase& database) : m_database(database)
+TextImport::TextImport(const DatabaseTables& database) : m_database(database)
 {
-    for (SampleTable& table : m_database.tables)
+    for (SetTable& table : m_database.tables)
         table.rows.clear();
 }
 
@@ -156,9 +156,9 @@ void TextImport::addRow(const QString& tableName, const QStringList& columns,
             QStringLiteral("has %1 fields, %2 at most").arg(fields.size()).arg(columns.size()));
     if (fields.value(0).isEmpty())
         return reject(m_line, QStringLiteral("has no ") + columns.first().toLower());
-    SampleTable& target = table(tableName);
+    SetTable& target = table(tableName);
     QStringList row;
-    for (const SampleTable::Column& column : qAsConst(target.columns)) {
+    for (const SetTable::Column& column : qAsConst(target.columns)) {
         const QString cell = fields.value(columns.indexOf(column.name));
         if (!converts(cell, column.type))
             return reject(m_line, QStringLiteral("%1 is no number: \"%2\"").arg(column.name, cell));
@@ -180,10 +180,10 @@ void TextImport::addRow(const QString& tableName, const QStringList& columns,
     target.rows.append(row);
 }
 
-SampleTable& TextImport::table(const QString& name)
+SetTable& TextImport::table(const QString& name)
 {
     return *std::find_if(m_database.tables.begin(), m_database.tables.end(),
-                         [&name](const SampleTable& table) { return table.name == name; });
+                         [&name](const SetTable& table) { return table.name == name; });
 }
 
 void TextImport::reject(int line, const QString& reason)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SampleSet.h"
+#include "set/TableSet.h"
 
 #include <QByteArray>
 
@@ -9,12 +9,12 @@
 namespace older {
 
 /// Code, line type, width, name, user code, table.
-QByteArray indexIni(const SampleDatabase& system);
+QByteArray indexIni(const DatabaseTables& system);
 /// Code, layer, entity type, two parameters, text, colour.
-QByteArray workDef(const SampleDatabase& system);
+QByteArray workDef(const DatabaseTables& system);
 /// "T", table, text, GIS table, type; and for every field of it "F", table, name, text, type,
 /// length, decimals, default or dictionary, mandatory, exported, editable.
-QByteArray attributeDef(const SampleDatabase& system);
+QByteArray attributeDef(const DatabaseTables& system);
 
 // The columns of the database in the order of the fields of a line. Those of "attribute.def" stand
 // behind the letter that tells what the line is.

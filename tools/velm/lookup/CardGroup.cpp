@@ -1,7 +1,7 @@
-#include "CardGroup.h"
+#include "lookup/CardGroup.h"
 
-#include "Console.h"
-#include "TextTable.h"
+#include "cli/Console.h"
+#include "set/TextTable.h"
 
 #include "CVelmString.h"
 
