@@ -9,8 +9,6 @@
 #include "CVelmWork.h"
 
 #include "support/LogLines.h"
-#include "support/Printers.h"
-#include "support/Records.h"
 #include "support/StarvedMemory.h"
 #include "support/TemporaryRoot.h"
 

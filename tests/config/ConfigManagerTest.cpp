@@ -3,9 +3,7 @@
 #include "CVelmIndex.h"
 #include "CVelmSystemGlobal.h"
 #include "CVelmWork.h"
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QFile>
 

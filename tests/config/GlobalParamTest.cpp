@@ -5,9 +5,7 @@
 #include "CVelmSaveUserData.h"
 
 #include "support/Boxes.h"
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QFile>
 #include <QFileInfo>

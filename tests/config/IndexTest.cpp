@@ -3,9 +3,7 @@
 
 #include "CVelmDatabase.h"
 #include "support/LocalCodec.h"
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QFile>
 

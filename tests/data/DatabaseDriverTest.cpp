@@ -1,8 +1,7 @@
 #include "CVelmDatabase.h"
 
-#include "support/Printers.h"
-#include "support/Records.h"
 #include "support/SqlRecorder.h"
+#include "support/Values.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,6 @@
 #include "CVelmDatabase.h"
 
 #include "support/LogLines.h"
-#include "support/Printers.h"
-#include "support/Records.h"
 #include "support/TemporaryRoot.h"
 
 #include <QDateTime>

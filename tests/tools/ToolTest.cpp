@@ -1,7 +1,5 @@
 #include "support/Tool.h"
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,9 +1,8 @@
 #include "common/json/JsonBinding.h"
 #include "common/json/JsonMerge.h"
 
-#include "support/Printers.h"
 #include "support/StarvedMemory.h"
-#include "support/Text.h"
+#include "support/Values.h"
 
 #include <gtest/gtest.h>
 

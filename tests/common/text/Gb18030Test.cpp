@@ -1,7 +1,6 @@
 #include "common/text/Gb18030.h"
 
-#include "support/Printers.h"
-#include "support/Text.h"
+#include "support/Values.h"
 
 #include <gtest/gtest.h>
 
