@@ -156,10 +156,6 @@ TEST_F(GlobalParam, SavesWhatWasLoadedOrSetAndKeepsTheRest)
     EXPECT_FALSE(shipped().value(0).contains(u"Brien"_s));
     EXPECT_TRUE(m_store.save(m_param, true, Extent::Changes));
     EXPECT_EQ(shipped(), QStringList{expected});
-
-    VelmGlobalParam again;
-    EXPECT_TRUE(GlobalParamStore(sharedUserData).load(again));
-    EXPECT_EQ(again.m_mustFieldData.m_symbolText, u"O'Brien"_s);
 }
 
 TEST_F(GlobalParam, NeverSavesDefaultsOverTheUsersRecord)
