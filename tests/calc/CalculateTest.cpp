@@ -1,6 +1,5 @@
 #include "CVelmCalculate.h"
-#include "support/Printers.h"
-#include "support/Text.h"
+#include "support/Values.h"
 
 #include <gtest/gtest.h>
 

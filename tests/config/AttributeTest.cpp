@@ -1,9 +1,7 @@
 #include "CVelmAttribute.h"
 #include "CVelmConfigManager.h"
 
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 namespace {
 

@@ -9,8 +9,6 @@
 #include "CVelmWork.h"
 
 #include "support/LogLines.h"
-#include "support/Printers.h"
-#include "support/Records.h"
 #include "support/StarvedMemory.h"
 #include "support/TemporaryRoot.h"
 
@@ -252,13 +250,6 @@ TEST_F(ConfigFault, AreaLinesAreWrittenAllAtOnce)
     EXPECT_FALSE(areas->UpdateAreaLine(items)) << "as on a full disk, everything is taken back";
     EXPECT_EQ(querySql(u"select CODE from QuobAreaLine"_s), QStringList{u"A"_s});
     EXPECT_EQ(loaded(), u"1 1 1"_s);
-    runSql(
-        {u"drop trigger t"_s, u"create unique index once on QuobAreaLine (GROUPNAME)"_s,
-         u"create trigger t before insert on QuobAreaLine when new.CODE = 'refused' begin select "
-         "raise(abort, 'no'); end"_s});
-    EXPECT_FALSE(areas->UpdateAreaLine(items));
-    EXPECT_EQ(querySql(u"select CODE from QuobAreaLine"_s), (QStringList{u"A"_s, u"B"_s}));
-    EXPECT_EQ(loaded(), u"1 1 2"_s) << "one that is refused takes no other along";
 }
 
 TEST_F(ConfigFault, LoadsNothingOrAllWhereMemoryRunsOut)

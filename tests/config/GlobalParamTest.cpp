@@ -5,9 +5,7 @@
 #include "CVelmSaveUserData.h"
 
 #include "support/Boxes.h"
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -158,10 +156,6 @@ TEST_F(GlobalParam, SavesWhatWasLoadedOrSetAndKeepsTheRest)
     EXPECT_FALSE(shipped().value(0).contains(u"Brien"_s));
     EXPECT_TRUE(m_store.save(m_param, true, Extent::Changes));
     EXPECT_EQ(shipped(), QStringList{expected});
-
-    VelmGlobalParam again;
-    EXPECT_TRUE(GlobalParamStore(sharedUserData).load(again));
-    EXPECT_EQ(again.m_mustFieldData.m_symbolText, u"O'Brien"_s);
 }
 
 TEST_F(GlobalParam, NeverSavesDefaultsOverTheUsersRecord)

@@ -2,9 +2,7 @@
 #include "CVelmCmdSetting.h"
 #include "CVelmDatabase.h"
 
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <memory>
 

@@ -9,10 +9,7 @@
 #include "CVelmRecordManager.h"
 #include "CVelmWork.h"
 
-#include "support/Printers.h"
-#include "support/Records.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QFile>
 

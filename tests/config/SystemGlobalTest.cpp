@@ -1,9 +1,7 @@
 #include "CVelmSystemGlobal.h"
 #include "VelmGlobalParam.h"
 
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QCoreApplication>
 #include <QDir>

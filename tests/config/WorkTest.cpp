@@ -2,9 +2,7 @@
 #include "config/tables/CVelmWorkDef.h"
 
 #include "CVelmDatabase.h"
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QFile>
 

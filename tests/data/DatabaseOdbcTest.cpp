@@ -1,7 +1,6 @@
 #include "CVelmDatabase.h"
 
-#include "support/Printers.h"
-#include "support/Records.h"
+#include "support/Values.h"
 
 #include <gtest/gtest.h>
 

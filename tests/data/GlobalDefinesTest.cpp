@@ -1,9 +1,7 @@
 #include "CVelmReadGlobaldefinesTable.h"
 #include "CVelmTBLManager.h"
 
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QFileInfo>
 #include <QSqlDatabase>

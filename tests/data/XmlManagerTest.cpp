@@ -1,9 +1,7 @@
 #include "CVelmXmlManager.h"
 
-#include "support/Printers.h"
 #include "support/StarvedMemory.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "support/Values.h"
+
 #include <gtest/gtest.h>
 
-#include <QString>
-#include <QStringList>
 #include <QTemporaryDir>
 
 /// A fixture with a system root of its own: an empty folder with an empty "config" in it, named by

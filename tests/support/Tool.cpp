@@ -1,6 +1,6 @@
 #include "support/Tool.h"
 
-#include "support/Text.h"
+#include "support/Values.h"
 
 #include <QCoreApplication>
 #include <QProcess>

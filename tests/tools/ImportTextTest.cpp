@@ -1,6 +1,4 @@
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 #include "support/Tool.h"
 
 #include <QDir>

@@ -1,7 +1,5 @@
 #include "support/Tool.h"
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -204,27 +202,13 @@ TEST_F(ToolTest, KeepsThePermissionsOfFilesThatItReplaces)
 TEST_F(ToolTest, FillsTheSampleSetWithDataThatFitTogether)
 {
     ASSERT_EQ(init().exitCode, 0);
-    EXPECT_EQ(
-        querySql(QStringLiteral(
-            "select code from indexini where code not in (select code from Workdef) union "
-            "select code from Workdef where code not in (select code from indexini) union "
-            "select code from QuobAreaLine where code not in (select code from indexini) union "
-            "select code from VelmAnnotate where code not in (select code from indexini) union "
-            "select code from IndexiniExtend where code not in (select code from indexini)")),
-        QStringList());
-    EXPECT_EQ(querySql(QStringLiteral("select [TABLE] from Attributefield where [TABLE] not in "
-                                      "(select [TABLE] from Attributetable)")),
-              QStringList());
-    EXPECT_EQ(querySql(u"select upper(usecode) from indexini group by 1 having count(*) > 1"_s),
-              QStringList());
-    EXPECT_EQ(querySql(QStringLiteral("select distinct [DEFAULT] from Attributefield where "
-                                      "[DEFAULT] like 'TBL\\_%' escape '\\' "
-                                      "and [DEFAULT] not in (select name from sqlite_master)")),
-              QStringList());
-    EXPECT_EQ(
-        querySql(
-            u"select count(*) from sqlite_master where type = 'index' and tbl_name = 'indexini'"_s),
-        QStringList{u"1"_s});
+    // What has no rule; CheckTest finds nothing by the rules.
+    for (const char* table : {"QuobAreaLine", "VelmAnnotate", "IndexiniExtend"})
+        EXPECT_EQ(
+            querySql(u"select code from %1 where code not in (select code from indexini)"_s.arg(
+                QLatin1String(table))),
+            QStringList())
+            << table;
     QFile older(path(u"config/index.ini"_s));
     ASSERT_TRUE(older.open(QIODevice::ReadOnly));
     const QByteArray first = older.readLine();

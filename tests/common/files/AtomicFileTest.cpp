@@ -1,9 +1,7 @@
 #include "common/files/AtomicFile.h"
 
 #include "common/platform/FileSystem.h"
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,8 +1,6 @@
 #include "CVelmFilePath.h"
 
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QApplication>
 #include <QDir>

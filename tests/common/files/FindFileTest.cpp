@@ -1,9 +1,7 @@
 #include "CVelmFindFile.h"
 
 #include "CVelmSystemGlobal.h"
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QDir>
 #include <QFile>

@@ -6,8 +6,7 @@
 
 #include "support/Boxes.h"
 #include "support/LocalCodec.h"
-#include "support/Printers.h"
-#include "support/Text.h"
+#include "support/Values.h"
 
 #include <gtest/gtest.h>
 

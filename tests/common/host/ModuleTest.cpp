@@ -2,9 +2,7 @@
 
 #include "support/ChildProgram.h"
 #include "support/LocalCodec.h"
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QDeadlineTimer>
 #include <QDir>

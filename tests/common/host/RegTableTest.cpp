@@ -1,8 +1,6 @@
 #include "CVelmRegTable.h"
 
-#include "support/Printers.h"
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <QSettings>
 

@@ -10,7 +10,6 @@
 #include "CVelmSystemGlobal.h"
 
 #include "support/TemporaryRoot.h"
-#include "support/Text.h"
 
 #include <gtest/gtest.h>
 

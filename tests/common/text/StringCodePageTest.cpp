@@ -1,7 +1,6 @@
 #include "CVelmString.h"
 #include "support/LocalCodec.h"
-#include "support/Printers.h"
-#include "support/Text.h"
+#include "support/Values.h"
 
 #include <gtest/gtest.h>
 

@@ -1,13 +1,25 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <QVector>
 
 #include <ostream>
 
-// What GoogleTest prints when an expectation about Qt values fails. Found by argument-dependent
-// look-up, so they stand in the namespace of the types, the global one.
+// How tests write values of Qt, and how GoogleTest prints those of a failed expectation. It finds
+// PrintTo() by argument-dependent look-up, so they stand in the namespace of the types, the global
+// one.
+
+using Record = QMap<QString, QVariant>;
+using Rows = QVector<Record>;
+
+/// u"列"_s is QStringLiteral("列"), for tests whose lines are mostly texts.
+inline QString operator""_s(const char16_t* text, size_t length)
+{
+    return QString::fromUtf16(text, static_cast<int>(length));
+}
 
 inline void PrintTo(const QString& text, std::ostream* out)
 {
