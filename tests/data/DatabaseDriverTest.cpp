@@ -57,6 +57,9 @@ void createTable(Db& db)
     db.createTable(T, fields);
 }
 
+const QString kBegin = u"pragma busy_timeout\npragma busy_timeout=0\nbegin immediate\n"
+                       "pragma busy_timeout=1\n"_s;
+
 const struct
 {
     void (*call)(Db& db);
@@ -67,12 +70,18 @@ const struct
      "{exists}\nDROP TABLE T\nCreate Table T([列0] TEXT NOT NULL, [列1] INT, [列2] LONG NOT NULL, "
      "[列3] {real}, [列4] TEXT, [列-1] TEXT);"},
     {[](Db& db) { db.clearTable(u"A;表"_s); }, "DELETE FROM A\nDELETE FROM 表"},
+    {[](Db& db) { db.readTable(T); }, "select * from T"},
     {[](Db& db) { db.writeRecord(T, kTwo); }, "{exists}\ninsert into T ([A], [B]) values(1, 'x')"},
     {[](Db& db) { db.writeRecordBlob(T, kTwo); }, "insert into T ([A],[B]) values (:A,:B)"},
+    {[](Db& db) { db.updataRecord(T, kKey, kTwo); },
+     "{begin}select count(*) from T where [A]=1 and [B]='x'\n"
+     "update T set [K]=7 where [A]=1 and [B]='x'{commit}"},
     {[](Db& db) { db.deleteRecord(T, kTwo); }, "{exists}\ndelete from [T] where [A]=1 and [B]='x'"},
     {[](Db& db) { db.deleteRecord(T, kAll); }, "{exists}\ndelete from [T] "},
+    {[](Db& db) { db.readRecord(T, kTwo, true); }, "select * from [T] where [A]=1 and [B]='x'"},
     {[](Db& db) { db.readRecord(T, kTwo, false); },
      "select * from [T] where [A]=1 and [B]='x' COLLATE NOCASE "},
+    {[](Db& db) { db.readRecord(T, F, kKey, true); }, "select [列] from [T] where [K]=7"},
     {[](Db& db) { db.readRecord(T, F, kAll, false); }, "select [列] from [T]  COLLATE NOCASE "},
     {[](Db& db) { db.readRecords(T, F, kAll, false, true); }, "select [列] from T"},
     {[](Db& db) { db.readRecords(T, F, kKey, true, false); },
@@ -81,6 +90,7 @@ const struct
     {[](Db& db) { db.readRecords(T, kAll, {}, true); }, "select * from [T] "},
     {[](Db& db) { db.readRecords(T, kKey, kSorted, false); },
      "select * from [T] where [K]=7 COLLATE NOCASE  order by A desc,B asc"},
+    {[](Db& db) { db.recordCount(T, kAll); }, "select count(*) from T "},
     {[](Db& db) { db.columnCount(T); }, "select * from [T]"},
     {[](Db& db) { db.addColumnField(T, F, QVariant::LongLong, 20); },
      "alter table T add column [列] LONG"},
@@ -88,6 +98,9 @@ const struct
     {[](Db& db) { db.changeColumnType(T, F, QVariant::Int); },
      "alter table T alter column [T] INT"},
     {[](Db& db) { db.copyColumnValue(T, u"A"_s, F); }, "update T set 列=A"},
+    {[](Db& db) { db.renameColumnName(T, u"N"_s, F); },
+     "select * from [T]\nselect * from [T]\nalter table T add column [列] INT\n"
+     "update T set 列=N\nalter table T drop COLUMN 'N'"},
 };
 
 const QDateTime kNoon(QDate(2024, 2, 29), QTime(12, 0));
@@ -128,6 +141,8 @@ TEST_F(DatabaseDriver, GetsTheSameStatementsOnBothSystemsButForTablesAndReals)
             QString expected = QString::fromUtf8(c.statements);
             expected.replace(u"{exists}"_s, access ? u"select * from T"_s : exists);
             expected.replace(u"{real}"_s, access ? u"NUMERIC"_s : u"REAL"_s);
+            expected.replace(u"{begin}"_s, access ? QString() : kBegin);
+            expected.replace(u"{commit}"_s, access ? QString() : u"\ncommit"_s);
             c.call(database);
             EXPECT_EQ(driver.take(), expected);
         }
