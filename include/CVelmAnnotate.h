@@ -10,21 +10,21 @@
 /// How the annotation of one feature code is placed and drawn.
 struct VelmAnnItem
 {
-    int color = 7;    ///< colour index of the work definition
-    int decimal = 0;  ///< digits behind the point
-    QString code;     ///< feature code
-    QString font;
-    double height = 1.0;
-    double rotate = 0.0;
-    double factor = 0.0;  ///< width factor of the font
-    QString place;        ///< placement
-    QString layer;        ///< layer of the work definition
-    double linetype = 0.0;
-    QString text;
-    QMap<QString, QVariant> extdata;  ///< free data
-    Velm::AnnType anntype = Velm::AnnType1;
-    Velm::EntityType enttype = Velm::EntityUnset;
-    Velm::InputType inputtype = Velm::InputUnset;
+    int color = 7;                           ///< colour index of the work definition
+    int decimal = 0;                         ///< digits behind the point
+    QString code;                            ///< feature code
+    QString font;                            ///< name of the font
+    double height = 1.0;                     ///< of the text, as the table gives it
+    double rotate = 0.0;                     ///< rotation, as the table gives it
+    double factor = 0.0;                     ///< width factor of the font
+    QString place;                           ///< placement
+    QString layer;                           ///< layer of the work definition
+    double linetype = 0.0;                   ///< number of the line type; getLineType() cuts it off
+    QString text;                            ///< what is written
+    QMap<QString, QVariant> extdata;         ///< free data
+    Velm::AnnType anntype = Velm::AnnType1;  ///< annotation kind
+    Velm::EntityType enttype = Velm::EntityUnset;  ///< entity that it becomes
+    Velm::InputType inputtype = Velm::InputUnset;  ///< how the value is entered
 };
 
 /// The annotation definitions, from the table "VelmAnnotate" and the work definitions.
@@ -42,19 +42,21 @@ public:
     /// ENTTYPE, checked in this order, is out of range; VelmDatabaseOpenFailed
     Velm::ErrorStatus getAnnotateItem(const QString& code, VelmAnnItem& item);
 
-    // One field of the item, written on success only. Answer like getAnnotateItem().
+    /// @{
+    /// One field of the item, written on success only. Answer like getAnnotateItem().
     Velm::ErrorStatus getFont(const QString& code, QString& font);
     Velm::ErrorStatus getPlace(const QString& code, QString& place);
     Velm::ErrorStatus getDecimal(const QString& code, int& decimal);
     Velm::ErrorStatus getHeight(const QString& code, double& height);
     Velm::ErrorStatus getRotate(const QString& code, double& rotate);
     Velm::ErrorStatus getFactor(const QString& code, double& factor);
-    /// Truncated towards 0.
+    /// Truncated towards 0; 0 for what an int cannot hold. Answers like getAnnotateItem().
     Velm::ErrorStatus getLineType(const QString& code, int& linetype);
     Velm::ErrorStatus getAnnText(const QString& code, QString& text);
     Velm::ErrorStatus getAnnType(const QString& code, Velm::AnnType& type);
     Velm::ErrorStatus getEntType(const QString& code, Velm::EntityType& type);
     Velm::ErrorStatus getInputType(const QString& code, Velm::InputType& type);
+    /// @}
 
 private:
     friend class CVelmConfigManager;

@@ -11,15 +11,15 @@ class CVelmDatabase;
 /// How one area feature, a closed boundary, is drawn and annotated.
 struct VelmAreaLineItem
 {
-    QString code;            ///< feature code, the key
-    double linewidth = 0.0;  ///< width of the boundary
-    QString enttype;         ///< entity type of the boundary, as text
-    QString annrule;         ///< annotation rule
-    QString arearule;        ///< area rule
-    QString groupname;       ///< group it belongs to
-    double linetypescale = 0.0;
-    int hatchcolor = 0;    ///< colour index
-    int hatchbkcolor = 0;  ///< colour index of the background
+    QString code;                ///< feature code, the key
+    double linewidth = 0.0;      ///< width of the boundary
+    QString enttype;             ///< entity type of the boundary, as text
+    QString annrule;             ///< annotation rule
+    QString arearule;            ///< area rule
+    QString groupname;           ///< group it belongs to
+    double linetypescale = 0.0;  ///< scale of the line type along the boundary
+    int hatchcolor = 0;          ///< colour index
+    int hatchbkcolor = 0;        ///< colour index of the background
 };
 
 /// The area-line definitions of all feature codes, from the table "QuobAreaLine".
@@ -30,19 +30,25 @@ class VELMCOMMON_EXPORT CVelmAreaLine
 public:
     virtual ~CVelmAreaLine();
 
+    /// Whether there is an item of that code.
     bool isValidCode(const QString& code) const;
     /// @p item is written for a known code only.
     bool GetAreaLineItem(VelmAreaLineItem& item, const QString& code) const;
 
-    // For an unknown code the colours are 7, which is wanted so, and the rest 0 or empty.
+    /// @{
+    /// Colour index of the hatch or its background; 7 for an unknown code, which is wanted so.
     int GetAreaLineHatchColor(const QString& code) const;
     int GetAreaLineHatchBKColor(const QString& code) const;
+    /// @}
+    /// @{
+    /// One field of the item; 0 or empty for an unknown code.
     double GetAreaLineLineWidth(const QString& code) const;
     double GetAreaLineLineTypeScale(const QString& code) const;
     QString GetAreaLineEntType(const QString& code);
     QString GetAreaLineAnnRule(const QString& code);
     QString GetAreaLineAreaRule(const QString& code);
     QString GetAreaLineGroupName(const QString& code);
+    /// @}
 
     /// All items in the order of their codes.
     QVector<VelmAreaLineItem> GetAllAreaLineArray();

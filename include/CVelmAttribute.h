@@ -18,16 +18,16 @@ struct FieldConversion;
 /// A GIS table: the attribute table of a kind of map features.
 struct VelmTableInfo
 {
-    QString tableName;
-    QString tableText;  ///< display text
-    QString gisTable;   ///< name of the table in GIS databases
-    Velm::TableType _tableType = Velm::TablePoint;
+    QString tableName;                              ///< stored name
+    QString tableText;                              ///< display text
+    QString gisTable;                               ///< name of the table in GIS databases
+    Velm::TableType _tableType = Velm::TablePoint;  ///< geometry of the features
 };
 
 /// A GIS table with its fields, in the order of their definition.
 struct VelmTableItem : VelmTableInfo
 {
-    QList<VelmFieldItem> fields;
+    QList<VelmFieldItem> fields;  ///< the conversion does not change their order
 };
 
 /// How definitions are asked for.
@@ -45,20 +45,26 @@ class VELMCOMMON_EXPORT CVelmAttribute
 {
 public:
     CVelmAttribute();
-    CVelmAttribute(const CVelmAttribute& other);
-    CVelmAttribute& operator=(const CVelmAttribute& other);
+    CVelmAttribute(const CVelmAttribute& other);             ///< has tables of its own
+    CVelmAttribute& operator=(const CVelmAttribute& other);  ///< likewise
     virtual ~CVelmAttribute();
 
     /// All tables, without the conversion, by upper-case name.
     QMap<QString, VelmTableItem> getGisTableMap();
+    /// Whether a table has that stored name.
     bool existTable(const QString& name) const;
 
-    // @return VelmOk; VelmNotFound for an unknown table, or field
+    /// @name One table or field
+    /// @return VelmOk; VelmNotFound for an unknown table, or field
+    /// @{
 
+    /// The table with its fields.
     Velm::ErrorStatus getGisTableItem(const QString& name, VelmTableItem& item,
                                       const VelmAttParam& param) const;
+    /// The table without its fields.
     Velm::ErrorStatus getGisTableInfo(const QString& name, VelmTableInfo& info,
                                       const VelmAttParam& param) const;
+    /// The fields in the order of their definition.
     Velm::ErrorStatus getGisTableFieldArray(const QString& name, QList<VelmFieldItem>& fields,
                                             const VelmAttParam& param) const;
     /// The first field of that name.
@@ -67,23 +73,32 @@ public:
     /// The number of the field's Velm::FieldType.
     Velm::ErrorStatus getGisFieldType(const QString& table, const QString& field, int& type,
                                       const VelmAttParam& param) const;
+    /// Digits behind the point of that field.
     Velm::ErrorStatus getGisFieldPrecision(const QString& table, const QString& field,
                                            int& decimals, const VelmAttParam& param) const;
 
-    // Empty for an unknown table.
+    /// @}
+
+    /// @name Names
+    /// Lists of names, empty for an unknown table.
+    /// @{
 
     /// The names of all tables in the order of their upper-case stored names.
     QStringList getGisTableNameArray(const VelmAttParam& param) const;
+    /// Likewise the tables whose stored type is @p type; the conversion does not change it.
     QStringList getGisTableNameByTableType(Velm::TableType type, const VelmAttParam& param) const;
+    /// The fields in the order of their definition.
     QStringList getGisFieldNameArray(const QString& table, const VelmAttParam& param) const;
+    /// Likewise the fields of type @p type, after the conversion.
     QStringList getGisFieldNameArrayByFieldType(const QString& table, Velm::FieldType type,
                                                 const VelmAttParam& param) const;
+    /// @}
 
 protected:
-    using Conversion = std::shared_ptr<const velm::detail::FieldConversion>;
+    using Conversion = std::shared_ptr<const velm::detail::FieldConversion>;  ///< shared by copies
 
-    QMap<QString, VelmTableItem> m_gisTables;  // by upper-case name
-    QMap<QString, Conversion> m_overlay;       // by upper-case name
+    QMap<QString, VelmTableItem> m_gisTables;  ///< by upper-case name, as stored
+    QMap<QString, Conversion> m_overlay;       ///< by upper-case name of the table
 
 private:
     const velm::detail::FieldConversion* conversionOf(const QString& name,

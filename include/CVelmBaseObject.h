@@ -12,8 +12,11 @@ class VELMCOMMON_EXPORT CVelmBaseObjectPrivate
 {
 public:
     CVelmBaseObjectPrivate() = default;
+    /// @{
+    /// Copies nothing.
     CVelmBaseObjectPrivate(const CVelmBaseObjectPrivate&) {}
     CVelmBaseObjectPrivate& operator=(const CVelmBaseObjectPrivate&) { return *this; }
+    /// @}
     virtual ~CVelmBaseObjectPrivate() = default;
 };
 
@@ -24,8 +27,8 @@ class VELMCOMMON_EXPORT CVelmBaseObject
 {
 public:
     CVelmBaseObject() = default;
-    CVelmBaseObject(const CVelmBaseObject& other) = default;
-    CVelmBaseObject& operator=(const CVelmBaseObject& other) = default;
+    CVelmBaseObject(const CVelmBaseObject& other) = default;  ///< shares the private object
+    CVelmBaseObject& operator=(const CVelmBaseObject& other) = default;  ///< likewise
     virtual ~CVelmBaseObject() = default;
 
     /// The identity of the object; empty here.

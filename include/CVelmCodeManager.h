@@ -12,9 +12,10 @@
 class VELMCOMMON_EXPORT CVelmCodeManager
 {
 public:
-    static CVelmCodeManager* Instance();
+    static CVelmCodeManager* Instance();  ///< made by the first call, never null
     virtual ~CVelmCodeManager();
 
+    /// Whether the work definitions hold the code, exactly as it is written.
     bool isValidCode(const QString& code);
     /// The codes that are defined, in the order given, as often as given. The name says the
     /// opposite, and is part of the interface.

@@ -53,16 +53,21 @@ public:
     /// not loaded yet.
     void switchVersion(Velm::Version version);
 
-    // The two forms differ as part of the interface: the non-const index and attributes and the
-    // const work definitions follow the version (null if its files were never loaded), their twins
-    // are always those of the database.
+    /// @{
+    /// The two forms differ as part of the interface: the non-const index and attributes and the
+    /// const work definitions follow the version (null if its files were never loaded), their twins
+    /// are always those of the database. Owned by this object, until the next flushVelmConfig().
     CVelmIndex* GetVelmIndex();
     const CVelmIndex* GetVelmIndex() const;
     CVelmWork* GetVelmWork();
     const CVelmWork* GetVelmWork() const;
     CVelmAttribute* GetVelmAttribute();
     const CVelmAttribute* GetVelmAttribute() const;
+    /// @}
 
+    /// @{
+    /// Never null, and the same for every version. Owned by this object; all but frames,
+    /// annotations and command settings until the next flushVelmConfig().
     CVelmFrame* GetVelmFrame() { return m_frame; }
     const CVelmFrame* GetVelmFrame() const { return m_frame; }
     CVelmAreaLine* GetVelmAreaLine() { return m_areaLine; }
@@ -76,6 +81,7 @@ public:
 
 private:
     CVelmConfigManager();
+    /// @}
     Q_DISABLE_COPY(CVelmConfigManager)
 
     void loadFirst();

@@ -41,8 +41,8 @@ class VELMCOMMON_EXPORT CVelmDatabase
 {
 public:
     CVelmDatabase();
-    CVelmDatabase(const CVelmDatabase& other);
-    CVelmDatabase& operator=(const CVelmDatabase& other);
+    CVelmDatabase(const CVelmDatabase& other);             ///< shares the connection
+    CVelmDatabase& operator=(const CVelmDatabase& other);  ///< likewise
     virtual ~CVelmDatabase();
 
     /// Opens @p fileName and closes what was open before. The ending ".mdb" (any case) selects
@@ -58,6 +58,7 @@ public:
     /// @return VelmOk
     Velm::ErrorStatus closeDatabase(bool deferred, int delayMs);
 
+    /// Whether a connection is open. A file that is no database can be open, too.
     bool isOpen() const;
     /// A copy of the connection handle; let go of it before closing.
     QSqlDatabase getQSqlDatabase() const;
@@ -84,6 +85,7 @@ public:
     /// too
     Velm::ErrorStatus endTransaction();
 
+    /// Executes a statement and leaves its rows, if any, alone.
     /// @return VelmOk; VelmSqlExecFailed
     Velm::ErrorStatus executeSql(const QString& sql);
     /// Appends one record per row to @p rows. Rows that cannot be read for damage in the file end
@@ -94,6 +96,8 @@ public:
     /// Creates a table; one of that name is dropped first. Column types: TEXT, INT, LONG, REAL
     /// (Access: NUMERIC for reals). Lengths are not written.
     Velm::ErrorStatus createTable(const QString& table, const QList<VelmFieldItem>& fields);
+    /// Drops a table with all of its rows.
+    /// @return VelmOk; VelmSqlExecFailed, also for a missing table
     Velm::ErrorStatus deleteTable(const QString& table);
     /// Removes all rows of the tables named in @p table, separated by ";". The last error text
     /// tells about the last one.
@@ -106,6 +110,7 @@ public:
     ///         they are there still
     Velm::ErrorStatus writeTable(const QString& table,
                                  const QVector<QMap<QString, QVariant>>& rows);
+    /// All rows; those before the damage if the file is damaged. Empty for a missing table.
     QVector<QMap<QString, QVariant>> readTable(const QString& table) const;
 
     /// Builds an insert statement. Dates and times are ISO 8601 text in SQLite, #...# literals in
@@ -113,6 +118,7 @@ public:
     /// @return VelmOk; VelmTableNotExist
     Velm::ErrorStatus getInsertSql(QString& sql, const QString& table,
                                    const QMap<QString, QVariant>& record) const;
+    /// Inserts by the statement of getInsertSql().
     /// @return VelmOk; VelmTableNotExist; VelmSqlExecFailed
     Velm::ErrorStatus writeRecord(const QString& table, const QMap<QString, QVariant>& record);
     /// Inserts with bound values, which may be of any type and hold anything. Column names are
@@ -136,9 +142,11 @@ public:
     /// delete: VelmOk.
     Velm::ErrorStatus deleteRecord(const QString& table, const QMap<QString, QVariant>& where);
 
-    // Reads. Empty results when nothing matches or the statement fails. With caseSensitive false
-    // the last term of the condition ignores the case of ASCII letters (SQLite); pass true together
-    // with an empty condition.
+    /// @name Reads
+    /// Empty results when nothing matches or the statement fails. With caseSensitive false the last
+    /// term of the condition ignores the case of ASCII letters (SQLite); pass true together with an
+    /// empty condition.
+    /// @{
 
     /// The first row that matches.
     QMap<QString, QVariant> readRecord(const QString& table, const QMap<QString, QVariant>& where,
@@ -155,32 +163,53 @@ public:
     readRecords(const QString& table, const QMap<QString, QVariant>& where,
                 const QList<QPair<QString, Velm::DataBaseOrderByType>>& orderBy,
                 bool caseSensitive) const;
+    /// One column of all rows that match exactly; equal values stay.
     QList<QVariant> readFields(const QString& table, const QString& field,
                                const QMap<QString, QVariant>& where) const;
+    /// The number of rows that match, all of them for an empty condition.
     unsigned int recordCount(const QString& table, const QMap<QString, QVariant>& where) const;
 
-    // Schema. A missing table or column gives 0, an empty text or QVariant::Invalid. Letter case
-    // does not count in column names. What the driver does not know about a length or precision is
-    // -1 (4294967295 where unsigned).
+    /// @}
 
+    /// @name Schema
+    /// A missing table or column gives 0, an empty text or QVariant::Invalid. Letter case does not
+    /// count in column names. What the driver does not know about a length or precision is -1
+    /// (4294967295 where unsigned).
+    /// @{
+
+    /// The number of columns.
     int columnCount(const QString& table) const;
+    /// The columns in their order, spelt as they are stored.
     QStringList allFieldName(const QString& table) const;
+    /// Whether there is such a column.
     bool hasFieldName(const QString& table, const QString& field) const;
+    /// The name of the column at @p index, from 0.
     QString columnName(const QString& table, int index) const;
+    /// @{
+    /// The type as which the driver reads the column; indexes begin at 0.
     QVariant::Type columnType(const QString& table, int index) const;
     QVariant::Type columnType(const QString& table, const QString& field) const;
+    /// @}
+    /// @{
+    /// Greatest number of characters or digits, and digits behind the point, as the driver tells
+    /// them; indexes begin at 0.
     int columnLength(const QString& table, int index) const;
     int columnPrecision(const QString& table, int index) const;
     unsigned int columnPrecision(const QString& table, const QString& field) const;
+    /// @}
 
     /// Adds a column; @p length is not written.
     Velm::ErrorStatus addColumnField(const QString& table, const QString& field,
                                      QVariant::Type type, int length);
+    /// Drops a column.
+    /// @return VelmOk; VelmSqlExecFailed
     Velm::ErrorStatus delColumnField(const QString& table, const QString& field);
     /// The statement names the table in the column's place too and is wanted exactly so: nothing
     /// but a column that bears its table's name can be changed. SQLite refuses it altogether.
     Velm::ErrorStatus changeColumnType(const QString& table, const QString& field,
                                        QVariant::Type type);
+    /// Sets @p toField of every row to its @p fromField.
+    /// @return VelmOk; VelmSqlExecFailed
     Velm::ErrorStatus copyColumnValue(const QString& table, const QString& fromField,
                                       const QString& toField);
     /// Adds the new column, copies the values, drops the old one. The first failure is the answer
@@ -188,6 +217,7 @@ public:
     /// that the driver reports, which for a LONG of SQLite is text.
     Velm::ErrorStatus renameColumnName(const QString& table, const QString& oldName,
                                        const QString& newName);
+    /// @}
 
 private:
     friend struct velm::detail::DatabaseAccess;

@@ -13,7 +13,7 @@ class QWidget;
 class VELMCOMMON_EXPORT CVelmFilePath
 {
 public:
-    static CVelmFilePath* Instance();
+    static CVelmFilePath* Instance();  ///< made by the first call, never null
     virtual ~CVelmFilePath();
 
     /// The first part: "D:" of "D:\data\a.txt", empty for a path that starts with a separator.
@@ -48,7 +48,8 @@ public:
     /// file is missing or no program takes it, a message box titled @p title says so.
     static void openFileWithTips(const QString& file, QWidget* parent, const QString& title);
 
-    // The QFileDialog functions of the same names. Empty when the user cancels.
+    /// @{
+    /// The QFileDialog function of the same name. Empty when the user cancels.
     QString getExistingDirectory(QWidget* parent = nullptr, const QString& caption = QString(),
                                  const QString& dir = QString());
     QString getSaveFileName(QWidget* parent = nullptr, const QString& caption = QString(),
@@ -60,6 +61,7 @@ public:
     QStringList getOpenFileNames(QWidget* parent = nullptr, const QString& caption = QString(),
                                  const QString& dir = QString(), const QString& filter = QString(),
                                  QString* selectedFilter = nullptr);
+    /// @}
 
 private:
     CVelmFilePath();

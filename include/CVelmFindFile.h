@@ -15,7 +15,7 @@
 class VELMCOMMON_EXPORT CVelmFindFile
 {
 public:
-    static CVelmFindFile* Instance();
+    static CVelmFindFile* Instance();  ///< made by the first call, never null
     virtual ~CVelmFindFile();
 
     /// The first file called @p name on the search paths, which are asked in their order of
@@ -24,10 +24,12 @@ public:
     /// The first file called @p name below @p folder, empty if there is none.
     QString findFile(const QString& folder, const QString& name, bool recursive);
 
+    /// @{
     /// All files called @p name without the text behind the last ".", over all search paths or in
     /// one folder.
     QStringList findFileNoSuffix(const QString& name, bool recursive);
     QStringList findFileNoSuffix(const QString& folder, const QString& name, bool recursive);
+    /// @}
 
     /// All files with one of @p suffixes: "shp;dxf", separated by ";", ",", "|" or blanks; "." or
     /// "*." may stand in front of each.
@@ -38,11 +40,18 @@ public:
     QStringList fuzzyQueryFile(const QString& folder, const QString& text, const QString& suffix,
                                bool recursive);
 
+    /// All files and folders.
     QStringList findAll(const QString& folder, bool recursive);
+    /// @{
+    /// All files, or those called @p name.
     QStringList findAllFile(const QString& folder, bool recursive);
     QStringList findAllFile(const QString& folder, const QString& name, bool recursive);
+    /// @}
+    /// @{
+    /// All folders, or those called @p name.
     QStringList findFolder(const QString& folder, bool recursive);
     QStringList findFolder(const QString& folder, const QString& name, bool recursive);
+    /// @}
 
 private:
     CVelmFindFile();

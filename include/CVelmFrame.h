@@ -8,20 +8,20 @@
 #include <QVariant>
 
 /// How a map frame, the border of a sheet, is produced. The numbers are those that the frame
-/// commands store; the library keeps them only.
+/// commands store, under the given keys of the column "FRAMEMODE"; the library keeps them only.
 struct VelmFrameItem
 {
-    QString framename;
+    QString framename;                 ///< name of the frame
     QVariant extand;                   ///< extension data, a map
     QString configname;                ///< the name of this configuration, as it was asked for
     QMap<QString, QVariant> frametag;  ///< tag name to a map
-    Velm::TrimMode trimmode = Velm::TrimModeDefault;
-    QMap<QString, QVariant> entdeploy;  ///< how entities are deployed
-    Velm::FrameSelMode selmode = Velm::FrameSelModeDefault;
-    int framestyle = 0;
-    Velm::FrameSaveStyle framesave = Velm::FrameSaveStyleDefault;
-    int framescaletype = 0;
-    int framesizetype = 0;  ///< 128 if the configuration does not tell
+    Velm::TrimMode trimmode = Velm::TrimModeDefault;               ///< "TrimMode"
+    QMap<QString, QVariant> entdeploy;                             ///< how entities are deployed
+    Velm::FrameSelMode selmode = Velm::FrameSelModeDefault;        ///< "SelMode"
+    int framestyle = 0;                                            ///< "FrameStyle"
+    Velm::FrameSaveStyle framesave = Velm::FrameSaveStyleDefault;  ///< "FrameSave"
+    int framescaletype = 0;                                        ///< "FrameScaleType"
+    int framesizetype = 0;  ///< "FrameSizeType"; 128 if the configuration does not tell
 };
 
 /// The map-frame configurations, from the table "VelmFrame".
@@ -36,11 +36,13 @@ public:
     /// @return VelmOk; VelmNoData for an unknown configuration; VelmDatabaseOpenFailed
     Velm::ErrorStatus getFrameItem(const QString& configName, VelmFrameItem& item);
 
-    // One field of the item, written on success only. Answer like getFrameItem().
+    /// @{
+    /// One field of the item, written on success only. Answer like getFrameItem().
     Velm::ErrorStatus getFrameName(const QString& configName, QString& name);
     Velm::ErrorStatus getFrameTrimMode(const QString& configName, Velm::TrimMode& mode);
     Velm::ErrorStatus getFrameSelMode(const QString& configName, Velm::FrameSelMode& mode);
     Velm::ErrorStatus getFrameSaveStyle(const QString& configName, Velm::FrameSaveStyle& style);
+    /// @}
 
     /// The map of one tag, or of all tags for an empty @p tagName. For an unknown tag @p tags stays
     /// as it is.

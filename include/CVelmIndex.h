@@ -26,23 +26,32 @@ class VELMCOMMON_EXPORT CVelmIndex
 {
 public:
     CVelmIndex();
-    CVelmIndex(const CVelmIndex& other);
-    CVelmIndex& operator=(const CVelmIndex& other);
+    CVelmIndex(const CVelmIndex& other);             ///< has items of its own
+    CVelmIndex& operator=(const CVelmIndex& other);  ///< likewise
     virtual ~CVelmIndex();
 
-    // @return VelmOk; VelmNotFound for an unknown code
+    /// @{
+    /// One field of the item.
+    /// @return VelmOk; VelmNotFound for an unknown code
     Velm::ErrorStatus getName(const QString& code, QString& name) const;
     Velm::ErrorStatus getWidth(const QString& code, double& width) const;
     Velm::ErrorStatus getLType(const QString& code, QString& ltype) const;
     Velm::ErrorStatus getUseCode(const QString& code, QString& usecode) const;
     Velm::ErrorStatus getGisTableName(const QString& code, QString& table) const;
-    /// @p tables is replaced.
+    /// @}
+    /// The extension tables; @p tables is replaced.
+    /// @return VelmOk; VelmNotFound for an unknown code
     Velm::ErrorStatus getExtendTables(const QString& code, QStringList& tables) const;
+    /// @{
+    /// The whole item, or all of it but the extension tables.
+    /// @return VelmOk; VelmNotFound for an unknown code
     Velm::ErrorStatus getItem(const QString& code, VelmIndexItem& item) const;
     Velm::ErrorStatus getPars(const QString& code, QString& ltype, double& width, QString& name,
                               QString& usecode, QString& table) const;
+    /// @}
     /// EntitySpecialLine for a line type that begins "gc" or a negative width, else EntityText for
     /// the line type "text", else EntityGeneral. Letter case does not count.
+    /// @return VelmOk; VelmNotFound for an unknown code
     Velm::ErrorStatus getEntType(const QString& code, Velm::EntityType& type) const;
 
     /// Appends the codes of a GIS table in ascending order.
@@ -66,5 +75,5 @@ public:
     Velm::ErrorStatus removeItem(const QString& code);
 
 protected:
-    QMap<QString, VelmIndexItem> m_items;  // by code
+    QMap<QString, VelmIndexItem> m_items;  ///< by code
 };

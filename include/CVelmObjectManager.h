@@ -11,7 +11,7 @@ class CVelmObject;
 class VELMCOMMON_EXPORT CVelmObjectManager
 {
 public:
-    static CVelmObjectManager* Instance();
+    static CVelmObjectManager* Instance();  ///< made by the first call, never null
     virtual ~CVelmObjectManager();
 
     /// @return true, for null too

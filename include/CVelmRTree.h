@@ -39,7 +39,7 @@ public:
     /// in part. This is wanted so. Once both have changed, entries may be found twice or not at
     /// all.
     CVelmRTree(const CVelmRTree& other);
-    CVelmRTree& operator=(const CVelmRTree& other);
+    CVelmRTree& operator=(const CVelmRTree& other);  ///< shares likewise
 
     /// Throws all entries away; the counter is 0 then.
     void Init();
@@ -61,8 +61,10 @@ public:
     /// the caller's. @return true; false if memory runs out, and the tree stays as it was
     bool InsertRect(CVelmRTreeMBR* rect, void* id, int level);
 
-    // @return whether an entry was removed. If memory for moving others runs out, none is, and the
-    // tree stays as it was.
+    /// @name Deletions
+    /// @return whether an entry was removed. If memory for moving others runs out, none is, and the
+    /// tree stays as it was.
+    /// @{
 
     /// Deletes an entry by looking below rectangles that overlap @p rect, then everywhere.
     /// A rectangle that is not valid, or a null id, is ignored.
@@ -76,25 +78,32 @@ public:
     /// Removes the first entry that lies inside @p rect. @p cb as above.
     bool DeleteRectInclude(CVelmRTreeMBR* rect, Callback cb, void* ctx);
 
-    // Both append to @p ids. @return how many; none where memory runs out
+    /// @}
 
+    /// @{
+    /// Appends to @p ids all that overlaps @p rect (GetOverlap) or lies inside it (GetInclude).
+    /// @return how many; none where memory runs out
     int GetOverlap(CVelmRTreeMBR* rect, QVector<void*>& ids) const;
     int GetInclude(CVelmRTreeMBR* rect, QVector<void*>& ids) const;
+    /// @}
 
-    // Call @p cb, if it is not null, for each entry that overlaps @p rect or lies inside it. An
-    // answer of 0 ends the current leaf only: to end the search, keep answering 0.
-    // @return the number of entries, with those that ended their leaves and without those behind
-    // them
-
+    /// @{
+    /// Calls @p cb, if it is not null, for each entry that overlaps @p rect (the Overlap forms) or
+    /// lies inside it (Include). An answer of 0 ends the current leaf only: to end the search, keep
+    /// answering 0. @p ctx is handed on as it is.
+    /// @return the number of entries, with those that ended their leaves and without those behind
+    /// them
     int SearchOverlap(CVelmRTreeMBR* rect, Callback cb, void* ctx);
     int SearchInclude(CVelmRTreeMBR* rect, Callback cb, void* ctx);
     int SearchOverlapRect(CVelmRTreeMBR* rect, RectCallback cb, void* ctx);
     int SearchIncludeRect(CVelmRTreeMBR* rect, RectCallback cb, void* ctx);
+    /// @}
 
-    // Call @p cb for every entry, whatever it answers.
-
+    /// @{
+    /// Calls @p cb for every entry, whatever it answers; @p ctx is handed on as it is.
     void Traversal(Callback cb, void* ctx);
     void TraversalRect(RectCallback cb, void* ctx);
+    /// @}
 
 private:
     using Node = CVelmRTreeNode;

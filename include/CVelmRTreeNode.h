@@ -11,6 +11,7 @@ class VELMCOMMON_EXPORT CVelmRTreeMBR
 {
 public:
     CVelmRTreeMBR() = default;
+    /// The bounds are kept as given, whichever is the greater.
     CVelmRTreeMBR(double left, double bottom, double right, double top)
         : xmin(left), ymin(bottom), xmax(right), ymax(top)
     {}
@@ -22,17 +23,17 @@ public:
     /// Whether each low bound is at most the high one.
     bool IsValideRect() const { return xmin <= xmax && ymin <= ymax; }
 
-    double xmin = 0.0;
-    double ymin = 0.0;
-    double xmax = 0.0;
-    double ymax = 0.0;
+    double xmin = 0.0;  ///< low bound of x
+    double ymin = 0.0;  ///< low bound of y
+    double xmax = 0.0;  ///< high bound of x, itself inside
+    double ymax = 0.0;  ///< high bound of y, itself inside
 };
 
 /// A slot of a node: a rectangle and what lies in it. The slot is empty while the child is null.
 class VELMCOMMON_EXPORT CVelmRTreeBranch
 {
 public:
-    CVelmRTreeMBR rect;
+    CVelmRTreeMBR rect;     ///< covers all that lies in the child
     void* child = nullptr;  ///< in a leaf the caller's identifier, else a CVelmRTreeNode
 };
 
@@ -42,15 +43,15 @@ public:
 class VELMCOMMON_EXPORT CVelmRTreeNode
 {
 public:
-    static constexpr int kMaxBranches = 9;
+    static constexpr int kMaxBranches = 9;  ///< slots of a node
 
     CVelmRTreeNode();
 
     /// Empties the node and takes its level away, as it is when it is new.
     void InitNode();
 
-    CVelmRTreeBranch branch[kMaxBranches];
-    int count;  ///< slots that are not empty
+    CVelmRTreeBranch branch[kMaxBranches];  ///< in use or empty, in any order
+    int count;                              ///< slots that are not empty
     int level;  ///< 0 for a leaf, else one more than that of its children; -1 for none
 
 private:
@@ -71,9 +72,9 @@ public:
     /// Puts @p first in front of the list @p rest.
     CVelmRTreeListNode(CVelmRTreeNode* first, CVelmRTreeListNode* rest) : node(first), next(rest) {}
     virtual ~CVelmRTreeListNode();
-    CVelmRTreeListNode(const CVelmRTreeListNode&) = default;
-    CVelmRTreeListNode& operator=(const CVelmRTreeListNode&) = default;
+    CVelmRTreeListNode(const CVelmRTreeListNode&) = default;             ///< the same node and rest
+    CVelmRTreeListNode& operator=(const CVelmRTreeListNode&) = default;  ///< the same node and rest
 
-    CVelmRTreeNode* node;
-    CVelmRTreeListNode* next;
+    CVelmRTreeNode* node;      ///< not owned
+    CVelmRTreeListNode* next;  ///< the rest, not owned; null at the end
 };

@@ -14,7 +14,7 @@
 class VELMCOMMON_EXPORT CVelmReadGlobaldefinesTable
 {
 public:
-    static CVelmReadGlobaldefinesTable* Instance();
+    static CVelmReadGlobaldefinesTable* Instance();  ///< made by the first call, never null
     virtual ~CVelmReadGlobaldefinesTable();
 
     /// Whether there is a value that is not empty. @p value is written whenever the database can be

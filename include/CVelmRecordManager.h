@@ -16,34 +16,35 @@ namespace velm::detail {
 class ConfigSources;
 }
 
-/// The record type of a feature code; the texts are those of the table "RecordConfigType".
+/// The record type of a feature code: a row of the table "RecordConfigType", whose texts are the
+/// host's to interpret.
 struct VelmRecordConfigType
 {
-    QString code;
-    QString name;
-    QString extend;
-    QString table;
-    QString type;
+    QString code;    ///< feature code, the key
+    QString name;    ///< column "NAME"
+    QString extend;  ///< column "EXTEND"
+    QString table;   ///< column "TABLE"
+    QString type;    ///< column "TYPE"
 };
 
 /// One field of a code's records: what is shown, and where it is written.
 struct VelmRecordConfig
 {
-    QString code;
-    QString showField;
-    QString writeTable;
-    QString actualField;
+    QString code;         ///< feature code, or "[Default]"
+    QString showField;    ///< field that is shown
+    QString writeTable;   ///< table that is written
+    QString actualField;  ///< field that is written
 };
 
 /// The columns of the graphic-attribute library.
 struct VelmRecordGenusDatabase
 {
-    QStringList headerList;
-    QString keyField;
+    QStringList headerList;   ///< titles of the columns
+    QString keyField;         ///< column by which rows are found
     QList<int> fieldType;     ///< a Velm::FieldType for each header
     QList<int> fieldDecimal;  ///< digits behind the point, for each header
-    int matchRule = 0;
-    bool showPoint = false;
+    int matchRule = 0;        ///< number that the host gives its meaning
+    bool showPoint = false;   ///< for the host; false unless stored
 };
 
 /// How feature records are shown and written, read once when it is made.

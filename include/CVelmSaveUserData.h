@@ -26,13 +26,17 @@ public:
     /// The file of this program: its path with ".exe" replaced by ".dat", or with ".dat" appended.
     static QString fileName();
 
-    // The stored value; empty if there is none, or no file.
+    /// @{
+    /// The stored value; empty if there is none, or no file. Inputs and paths are two stores.
     QString userInput(const QString& type, const QString& name);
     QString pathRecord(const QString& type, const QString& name);
+    /// @}
 
-    // Store a value in place of an older one, at once. False if that fails.
+    /// @{
+    /// Stores a value in place of an older one, at once. False if that fails.
     bool setUserInput(const QString& type, const QString& name, const QString& value);
     bool setPathRecord(const QString& type, const QString& name, const QString& value);
+    /// @}
 
 private:
     friend class CVelmSystemGlobal;

@@ -18,9 +18,9 @@ class QTextCodec;
 /// 255.
 struct VelmColor
 {
-    int r = -1;  ///< -1 means not set, here and below
-    int g = -1;
-    int b = -1;
+    int r = -1;  ///< index or red; -1 means not set
+    int g = -1;  ///< green; -1 for an index
+    int b = -1;  ///< blue; -1 for an index
 };
 
 /// Text tools: code pages, pinyin, number lists, validation, bits and bytes, variants and files.
@@ -31,8 +31,8 @@ class VELMCOMMON_EXPORT CVelmString
 {
 public:
     CVelmString();
-    CVelmString(const CVelmString& other);
-    CVelmString& operator=(const CVelmString& other);
+    CVelmString(const CVelmString& other);             ///< objects do not differ
+    CVelmString& operator=(const CVelmString& other);  ///< objects do not differ
     virtual ~CVelmString();
 
     // --- Code pages and byte text
@@ -46,23 +46,32 @@ public:
     /// The mirror of GBKToUTF8(): local 8-bit bytes decoded as UTF-8, encoded as "gb2312".
     static QString UTF8ToGBK(const QString& text);
 
+    /// @{
     /// Whether @p data holds no byte sequence that is invalid in @p codec. A character cut off at
     /// the end is not invalid. The answer for UTF-8 and for GB18030, GBK and GB2312 does not depend
     /// on how Qt was built: a Qt with ICU does not count invalid characters, so these are checked
     /// by the structure that the standards give. False for a null codec.
     static bool IsTextCodec(const QByteArray& data, const QTextCodec* codec);
     static bool IsTextCodec(const char* data, unsigned int size, const QTextCodec* codec);
+    /// @}
+    /// @{
+    /// IsTextCodec() with UTF-8.
     static bool IsUTF8(const QByteArray& data);
     static bool IsUTF8(const char* data, unsigned int size);
+    /// @}
+    /// @{
     /// IsTextCodec() with GB18030, of which GBK is the one- and two-byte part.
     static bool IsGBK(const QByteArray& data);
     static bool IsGBK(const char* data, unsigned int size);
+    /// @}
 
+    /// @{
     /// Decodes with @p codec; valid GB18030 and GBK give the same text in every build of Qt. With a
     /// null codec: as UTF-8 if the bytes are valid UTF-8, else as GB18030 if they are valid there,
     /// else the empty text.
     static QString BytesToString(const QByteArray& data, const QTextCodec* codec);
     static QString CharsToString(const char* data, unsigned int size, const QTextCodec* codec);
+    /// @}
 
     // --- Pinyin, the search keys of Chinese names
 
@@ -121,6 +130,7 @@ public:
     /// numbers end a run.
     static QStringList LongList2StringList(const QVector<long>& values,
                                            const QString& rangeSeparator);
+    /// LongList2StringList() joined with @p listSeparator.
     static QString LongList2String(const QVector<long>& values, const QString& rangeSeparator,
                                    const QString& listSeparator);
     /// What is no number gives 0.
@@ -213,6 +223,7 @@ public:
     /// Hides a password in a configuration file from a casual look: base64 of the local 8-bit text,
     /// no key.
     static QString encryption(const QString& text);
+    /// The reverse of encryption(). What is no base64 is skipped.
     static QString deciphering(const QString& text);
 
 private:

@@ -24,7 +24,7 @@ void saveParametersAtEnd();
 class VELMCOMMON_EXPORT CVelmSystemGlobal
 {
 public:
-    static CVelmSystemGlobal* Instance();
+    static CVelmSystemGlobal* Instance();  ///< made by the first call, never null
     virtual ~CVelmSystemGlobal();
 
     /// The version of the library, "major.minor.patch".
@@ -71,10 +71,12 @@ public:
     /// @return its process identifier; 0 if it cannot start
     unsigned long createProcess(const QString& program, const VelmProcessParam& param);
 
+    /// @{
     /// "peltaconfig.db" and "PipeConfig.db" in the folder "config" of the root. Answered whether or
     /// not they exist.
     QString getSystemConfigDb();
     QString getPipeConfigDb();
+    /// @}
 
     /// The folder that setSystemRootRoute() or, without it, the environment variable VELM_ROOT
     /// names, if it exists, else the folder of this library. Read anew on every call. With "/"

@@ -29,8 +29,8 @@ public:
     /// Loads all dictionaries. There are none if the system configuration database is missing or
     /// unreadable; a table that cannot be read, for its name or for a missing column, is left out.
     CVelmTBLManager();
-    CVelmTBLManager(const CVelmTBLManager& other);
-    CVelmTBLManager& operator=(const CVelmTBLManager& other);
+    CVelmTBLManager(const CVelmTBLManager& other);             ///< has dictionaries of its own
+    CVelmTBLManager& operator=(const CVelmTBLManager& other);  ///< likewise
     virtual ~CVelmTBLManager();
 
     /// A dictionary by code; of a code that comes twice the last value. False if there is none of

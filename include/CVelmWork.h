@@ -14,8 +14,8 @@ struct VelmWorkItem
     QString code;      ///< feature code, the key
     QString par1;      ///< first drawing parameter
     QString par2;      ///< second drawing parameter
-    QString text;
-    QString layer;  ///< layer name
+    QString text;      ///< short description
+    QString layer;     ///< layer name
 };
 
 /// The work definitions: layer, colour, entity type and parameters of every feature code.
@@ -25,24 +25,33 @@ class VELMCOMMON_EXPORT CVelmWork
 {
 public:
     CVelmWork();
-    CVelmWork(const CVelmWork& other);
-    CVelmWork& operator=(const CVelmWork& other);
+    CVelmWork(const CVelmWork& other);             ///< has items of its own
+    CVelmWork& operator=(const CVelmWork& other);  ///< likewise
     virtual ~CVelmWork();
 
+    /// Whether the code is defined, exactly as it is written.
     bool isValidCode(const QString& code) const;
 
-    // @return VelmOk; VelmNotFound for an unknown code
+    /// @{
+    /// One field of the item.
+    /// @return VelmOk; VelmNotFound for an unknown code
     Velm::ErrorStatus get_text(const QString& code, QString& text) const;
     Velm::ErrorStatus get_color(const QString& code, int& color) const;
     Velm::ErrorStatus get_parOne(const QString& code, QString& par1) const;
     Velm::ErrorStatus get_parTwo(const QString& code, QString& par2) const;
     Velm::ErrorStatus get_enttype(const QString& code, int& enttype) const;
-    /// @p flag has no effect.
+    /// @}
+    /// The layer; @p flag has no effect.
+    /// @return VelmOk; VelmNotFound for an unknown code
     Velm::ErrorStatus get_layer(const QString& code, QString& layer, bool flag) const;
+    /// @{
+    /// Most fields of the item, with or without its colour.
+    /// @return VelmOk; VelmNotFound for an unknown code
     Velm::ErrorStatus get_par(const QString& code, QString& layer, int& enttype, QString& par1,
                               QString& par2, QString& text) const;
     Velm::ErrorStatus get_par(const QString& code, QString& layer, int& enttype, QString& par1,
                               QString& par2, QString& text, int& color) const;
+    /// @}
 
     /// The statuses differ from the other lookups on purpose.
     /// @return VelmOk; VelmEmptyArgument for an empty code; VelmWorkCodeNotFound for an unknown one
@@ -59,5 +68,5 @@ public:
     Velm::ErrorStatus removeItem(const QString& code);
 
 protected:
-    QMap<QString, VelmWorkItem> m_items;  // by code
+    QMap<QString, VelmWorkItem> m_items;  ///< by code
 };

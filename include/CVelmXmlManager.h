@@ -15,8 +15,8 @@ class VELMCOMMON_EXPORT CVelmXmlManager
 {
 public:
     CVelmXmlManager();
-    CVelmXmlManager(const CVelmXmlManager& other);
-    CVelmXmlManager& operator=(const CVelmXmlManager& other);
+    CVelmXmlManager(const CVelmXmlManager& other);             ///< shares the document
+    CVelmXmlManager& operator=(const CVelmXmlManager& other);  ///< likewise
     virtual ~CVelmXmlManager();
 
     /// Reads a file of UTF-8 text and sets it as setXmlData() does, but reports no error position,

@@ -53,3 +53,26 @@ make_once() {
     fi
     exec {lock}>&-
 }
+
+# make_debian_root ARCHITECTURE FOLDER OPTION... makes a small Debian system of this machine's release in a folder
+# that exists. The options go to debootstrap.
+make_debian_root() {
+    local arch="$1" root="$2" release mirror
+    shift 2
+    need_packages debootstrap util-linux
+    release="$(. /etc/os-release && echo "${VERSION_CODENAME:-}")"
+    mirror="$(mirror_of "$release")"
+    [ -n "$mirror" ] || { apt_get update && mirror="$(mirror_of "$release")"; }
+    [ -n "$mirror" ] || fail "apt-get knows no package source of Debian '$release'"
+
+    chmod 755 "$root"
+    # In a mount namespace of its own, so that no mount outlives an attempt that fails.
+    as_root unshare --mount debootstrap --arch="$arch" --variant=minbase "$@" "$release" "$root" "$mirror" \
+        >"$root.log" 2>&1 || { tail -20 "$root.log" >&2; fail "debootstrap failed; the log is $root.log"; }
+}
+
+# The address this machine's own apt has release $1 from.
+mirror_of() {
+    apt-get indextargets --format '$(RELEASE) $(REPO_URI)' 'Created-By: Packages' \
+        | awk -v release="$1" '$1 == release && !found { print $2; found = 1 }'
+}

@@ -3,6 +3,8 @@
 #include "cli/Console.h"
 #include "cli/Suggestions.h"
 
+#include "CVelmSystemGlobal.h"
+
 #include <QCoreApplication>
 #include <QTextCodec>
 
@@ -63,7 +65,7 @@ void useUtf8WithoutLocale()
 
 int version()
 {
-    console::print(QStringLiteral("velm " VELM_VERSION));
+    console::print(QStringLiteral("velm ") + CVelmSystemGlobal::libraryVersion());
     return ExitFine;
 }
 

@@ -2,6 +2,8 @@
 
 #include "cli/Console.h"
 
+#include "CVelmSystemGlobal.h"
+
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -127,7 +129,7 @@ void report::printSarif(const QVector<Problem>& problems, const QVector<const Ru
     for (const Problem& problem : problems)
         results.append(sarifResult(problem));
     const QJsonObject driver{{QStringLiteral("name"), QStringLiteral("velm check")},
-                             {QStringLiteral("version"), QStringLiteral(VELM_VERSION)},
+                             {QStringLiteral("version"), CVelmSystemGlobal::libraryVersion()},
                              {QStringLiteral("rules"), ruleList}};
     const QJsonObject run{{QStringLiteral("tool"), QJsonObject{{QStringLiteral("driver"), driver}}},
                           {QStringLiteral("results"), results}};
