@@ -19,9 +19,13 @@ namespace velm::detail {
 
 namespace {
 
-QString folderOf(const QString& path)
+/// Adds the folder of a module. One whose path the system does not tell adds nothing: plug-ins must
+/// not come from the current folder.
+void addFolderOf(const QString& module, QStringList& folders)
 {
-    return QDir(QFileInfo(path).absolutePath()).canonicalPath();
+    const QString folder = QDir(QFileInfo(module).absolutePath()).canonicalPath();
+    if (!module.isEmpty() && !folder.isEmpty())
+        folders.append(folder);
 }
 
 /// Lets Qt look for plug-ins beside this library too, and then again when the application object
@@ -40,8 +44,8 @@ void preparePlugins()
     lookedWithApplication = hasApplication;
     QStringList folders = QCoreApplication::libraryPaths();
     if (!hasApplication)
-        folders.append(folderOf(platform::modulePath(nullptr)));
-    folders.append(folderOf(platform::libraryPath()));
+        addFolderOf(platform::modulePath(nullptr), folders);
+    addFolderOf(platform::libraryPath(), folders);
     folders.removeDuplicates();
     QCoreApplication::setLibraryPaths(folders);
 }
