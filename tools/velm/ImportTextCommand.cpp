@@ -2,6 +2,7 @@
 
 #include "cli/Arguments.h"
 #include "cli/Console.h"
+#include "cli/TerminalText.h"
 #include "set/FileSet.h"
 #include "set/TextImport.h"
 
@@ -55,7 +56,7 @@ void printText(const TextImport& import, const QString& target)
                                       + line.reason));
     const QVector<SetTable> tables = filledTables(import);
     for (const SetTable& table : tables)
-        console::print(QStringLiteral("%1: %2 rows").arg(table.name).arg(table.rows.size()));
+        console::print(QStringLiteral("%1: %2 rows").arg(table.schema.name).arg(table.rows.size()));
     console::print(QStringLiteral("Written to ") + QDir::toNativeSeparators(target)
                    + QStringLiteral("; %1 lines not used.").arg(import.unused().size()));
 }
@@ -65,7 +66,7 @@ void printJson(const TextImport& import, const QString& target)
     QJsonArray tables, unused;
     const QVector<SetTable> filled = filledTables(import);
     for (const SetTable& table : filled)
-        tables.append(QJsonObject{{QStringLiteral("table"), table.name},
+        tables.append(QJsonObject{{QStringLiteral("table"), table.schema.name},
                                   {QStringLiteral("rows"), table.rows.size()}});
     for (const UnusedLine& line : import.unused())
         unused.append(QJsonObject{{QStringLiteral("file"), line.file},
@@ -102,11 +103,9 @@ int commands::importText(const QStringList& arguments)
     if (target.exists() && !replace)
         return args.usageError(alreadyThere(target.filePath()));
 
-    QString problem;
-    TextImport import(systemDatabase(problem));
+    TextImport import;
     const QString folder = args.positional().first();
-    if (problem.isEmpty())
-        problem = import.read(folder);
+    QString problem = import.read(folder);
     if (problem.isEmpty() && import.files().isEmpty())
         problem =
             QStringLiteral("\"%1\" holds no index.ini, work.def or attribute.def").arg(folder);

@@ -4,7 +4,7 @@
 #include "cli/Console.h"
 #include "set/FileSet.h"
 #include "set/OlderSet.h"
-#include "set/TableSet.h"
+#include "set/SampleSet.h"
 
 #include <QDir>
 #include <QFile>
@@ -26,7 +26,7 @@ QString stageSet(const QVector<DatabaseTables>& databases, FileSet& files)
         QString problem = writeDatabase(database, files.stageDatabase(database.fileName));
         if (!problem.isEmpty())
             return database.fileName + QStringLiteral(", ") + problem;
-        if (database.fileName != QLatin1String("peltaconfig.db"))
+        if (database.fileName != schema::kSystemFile)
             continue;
         const QMap<QString, QByteArray> texts{
             {QStringLiteral("index.ini"), older::indexIni(database)},
@@ -48,7 +48,7 @@ void report(const QVector<DatabaseTables>& databases, const QString& folder, boo
     for (const DatabaseTables& database : databases) {
         for (const SetTable& table : database.tables)
             tables.append(QJsonObject{{QStringLiteral("database"), database.fileName},
-                                      {QStringLiteral("table"), table.name},
+                                      {QStringLiteral("table"), table.schema.name},
                                       {QStringLiteral("rows"), table.rows.size()}});
     }
     const QString shown = QDir::toNativeSeparators(folder);

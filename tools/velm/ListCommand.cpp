@@ -2,9 +2,9 @@
 
 #include "cli/Arguments.h"
 #include "cli/Console.h"
-#include "lookup/FeatureCard.h"
+#include "cli/TextTable.h"
+#include "lookup/TypeNames.h"
 #include "set/Configuration.h"
-#include "set/TextTable.h"
 
 #include "CVelmIndex.h"
 #include "CVelmString.h"

@@ -2,6 +2,7 @@
 
 #include "cli/Console.h"
 #include "cli/Suggestions.h"
+#include "cli/TerminalText.h"
 
 #include "CVelmSystemGlobal.h"
 

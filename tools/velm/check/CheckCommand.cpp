@@ -5,8 +5,9 @@
 #include "check/Rules.h"
 #include "cli/Arguments.h"
 #include "cli/Console.h"
+#include "cli/Root.h"
 #include "cli/Suggestions.h"
-#include "set/Configuration.h"
+#include "set/Readable.h"
 
 #include "CVelmSystemGlobal.h"
 
@@ -17,8 +18,8 @@ namespace {
 QString unknownRule(const QString& id)
 {
     QStringList ids;
-    for (const Rule* rule : rules::all())
-        ids.append(QLatin1String(rule->id));
+    for (const Rule& rule : rules::kAll)
+        ids.append(QLatin1String(rule.id));
     return QStringLiteral("there is no rule \"") + id + QLatin1Char('"')
            + didYouMean(similarTo(id, ids));
 }
@@ -33,8 +34,10 @@ std::optional<QString> selectRules(const Arguments& args, QVector<const Rule*>& 
             return id;
         selected.append(rule);
     }
-    if (selected.isEmpty())
-        selected = rules::all();
+    if (selected.isEmpty()) {
+        for (const Rule& rule : rules::kAll)
+            selected.append(&rule);
+    }
     return std::nullopt;
 }
 
@@ -47,22 +50,6 @@ int explain(const Arguments& args)
     console::print(id + QStringLiteral(" (") + rules::nameOf(rule->severity) + QStringLiteral("): ")
                    + QString::fromUtf8(rule->explanation));
     return ExitFine;
-}
-
-QVector<Problem> check(const CheckedSet& set, const QVector<const Rule*>& selected)
-{
-    QSet<QString> ids;
-    for (const Rule* rule : selected)
-        ids.insert(QLatin1String(rule->id));
-    Problems problems(ids);
-    rules::checkSchema(set, problems);
-    rules::checkValues(set, problems);
-    rules::checkRanges(set, problems);
-    rules::checkCodes(set, problems);
-    rules::checkReferences(set, problems);
-    rules::checkDocuments(set, problems);
-    rules::checkTextFiles(problems);
-    return problems.all();
 }
 
 /// Advice does not count unless it is asked for.
@@ -98,11 +85,11 @@ int commands::check(const QStringList& arguments)
     QVector<const Rule*> selected;
     if (const auto unknown = selectRules(args, selected))
         return args.usageError(unknownRule(*unknown));
-    const int rooted = Configuration::selectRoot(args);
+    const int rooted = selectRoot(args);
     if (rooted != ExitFine)
         return rooted;
     const QString path = CVelmSystemGlobal::Instance()->getSystemConfigDb();
-    const QString unreadable = Configuration::whyUnreadable(path, {QStringLiteral("1")});
+    const QString unreadable = whyUnreadable(path, {});
     if (!unreadable.isEmpty()) {
         console::tell(QStringLiteral("cannot open \"") + path + QStringLiteral("\": ")
                       + unreadable);
@@ -114,7 +101,7 @@ int commands::check(const QStringList& arguments)
         console::tell(QStringLiteral("cannot read ") + set.problem());
         return ExitCannotOpen;
     }
-    const QVector<Problem> problems = ::check(set, selected);
+    const QVector<Problem> problems = rules::findProblems(set, selected);
     if (args.isSet(QStringLiteral("sarif")))
         report::printSarif(problems, selected);
     else if (args.json())

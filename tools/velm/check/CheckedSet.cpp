@@ -10,125 +10,16 @@
 
 namespace {
 
-using Column = CheckedColumn;
-
-Column text(const char* name)
-{
-    return {QLatin1String(name), Column::Text, false};
-}
-
-Column integer(const char* name)
-{
-    return {QLatin1String(name), Column::Integer, false};
-}
-
-Column real(const char* name)
-{
-    return {QLatin1String(name), Column::Real, false};
-}
-
-Column object(const char* name)
-{
-    return {QLatin1String(name), Column::JsonObject, false};
-}
-
-Column json(const char* name)
-{
-    return {QLatin1String(name), Column::Json, false};
-}
-
-Column optional(Column column)
-{
-    column.optional = true;
-    return column;
-}
-
-const QString kSystem = QStringLiteral("peltaconfig.db");
-const QString kPipe = QStringLiteral("PipeConfig.db");
-
-QVector<CheckedTable> systemTables()
-{
-    const auto table = [](const char* name, const QVector<Column>& columns) {
-        return CheckedTable(kSystem, QLatin1String(name), columns);
-    };
-    return {
-        table("indexini", {text("CODE"), text("NAME"), text("LTYPE"), real("WIDTH"), text("TABLE"),
-                           text("USECODE")}),
-        table("IndexiniExtend", {text("CODE"), text("EXTTABLE")}),
-        table("Workdef", {text("CODE"), text("LAYER"), integer("ENTTYPE"), text("PAR1"),
-                          text("PAR2"), text("TEXT"), optional(integer("COLOR"))}),
-        table("QuobAreaLine", {text("CODE"), real("LINEWIDTH"), text("ENTTYPE"), text("ANNRULE"),
-                               text("AREARULE"), text("GROUPNAME"), real("LINETYPESCALE"),
-                               integer("HATCHCOLOR"), integer("HATCHBKCOLOR")}),
-        table("VelmAnnotate",
-              {text("CODE"), text("FONT"), text("PLACE"), integer("DECIMAL"), text("TEXT"),
-               object("EXTDATA"), real("HEIGHT"), real("ROTATE"), real("FACTOR"), real("LINETYPE"),
-               integer("INPUT"), integer("ANNTYPE"), integer("ENTTYPE")}),
-        table("Attributetable", {text("TABLE"), text("TEXT"), text("GISTABLE"), integer("TYPE")}),
-        table("Attributefield",
-              {text("TABLE"), text("NAME"), text("TEXT"), integer("TYPE"), integer("LENGTH"),
-               integer("DECIMAL"), text("DEFAULT"), integer("NOTNULL"), integer("BEXPORT"),
-               optional(integer("ENABLEEDIT"))}),
-        table("VelmFrame", {text("CONFIGNAME"), text("FRAMENAME"), object("FRAMEMODE"),
-                            object("FRAMETAG"), object("ENTDEPLOY"), object("EXTAND")}),
-        table("VelmCmdSetting", {text("CMDNAME"), json("CMDTEXT")}),
-        table("RecordConfigType",
-              {text("CODE"), text("NAME"), text("EXTEND"), text("TABLE"), text("TYPE")}),
-        table("RecordConfig",
-              {text("CODE"), text("SHOWFIELD"), text("WRITETABLE"), text("ACTUALFIELD")}),
-        table("globaldefines", {text("KEY"), text("VALUE")})};
-}
-
-QVector<CheckedTable> pipeTables()
-{
-    const auto table = [](const char* name, const QVector<Column>& columns) {
-        return CheckedTable(kPipe, QLatin1String(name), columns);
-    };
-    return {table("SYS_GISTABLE", {text("LAYERNAME"), text("ALIASNAME"), integer("LAYERTYPE")}),
-            table("SYS_ATTRIBUTEDEF",
-                  {text("TABLENAME"), text("FIELDNAME"), text("FIELDTEXT"), integer("FIELDTYPE"),
-                   integer("FIELDLENGTH"), integer("FIELDDECIMAL"), text("DEFAULTVALUE"),
-                   text("DICTIONARY"), integer("NOTNULL")}),
-            table("SYS_DICTIONARY", {text("NAME"), text("LISTVALUE")}),
-            table("PIP_SysConfig", {integer("FIELDTYPE"), text("FIELDNAME")})};
-}
-
-/// Where the library looks for a field conversion that the system configuration does not have.
-CheckedTable pipeDefines()
-{
-    CheckedTable table(kPipe, QStringLiteral("globaldefines"), {text("KEY"), text("VALUE")});
-    table.setOptional();
-    return table;
-}
-
-struct KeyColumn
-{
-    const char* table;
-    const char* column;
-};
-
-constexpr KeyColumn kKeys[] = {{"indexini", "CODE"},        {"Workdef", "CODE"},
-                               {"QuobAreaLine", "CODE"},    {"VelmAnnotate", "CODE"},
-                               {"VelmFrame", "CONFIGNAME"}, {"VelmCmdSetting", "CMDNAME"},
-                               {"globaldefines", "KEY"}};
-
 /// Whether the rows with a text in a column are found without reading the whole table.
-bool isSearched(CVelmDatabase& database, const KeyColumn& key)
+bool isSearched(CVelmDatabase& database, const QString& table, const QString& column)
 {
     QVector<QMap<QString, QVariant>> plan;
-    database.executeSql(QStringLiteral("explain query plan select * from [%1] where [%2] = 'x'")
-                            .arg(QLatin1String(key.table), QLatin1String(key.column)),
-                        plan);
+    database.executeSql(
+        QStringLiteral("explain query plan select * from [%1] where [%2] = 'x'").arg(table, column),
+        plan);
     return std::any_of(plan.begin(), plan.end(), [](const auto& step) {
         return step.value(QStringLiteral("DETAIL")).toString().startsWith(QLatin1String("SEARCH"));
     });
-}
-
-/// Whether @p table is named as a dictionary.
-bool isDictionary(const QString& table)
-{
-    return table.startsWith(QLatin1String("TBL_"), Qt::CaseInsensitive)
-           || table.startsWith(QLatin1String("TB_"), Qt::CaseInsensitive);
 }
 
 bool open(CVelmDatabase& database, const QString& path)
@@ -138,32 +29,36 @@ bool open(CVelmDatabase& database, const QString& path)
 
 }  // namespace
 
-CheckedTable::CheckedTable(const QString& database, const QString& name,
-                           const QVector<CheckedColumn>& columns)
-    : m_database(database), m_name(name), m_columns(columns)
-{}
+CheckedTable::CheckedTable(const TableSchema& schema) : m_schema(schema)
+{
+    for (ColumnSchema& column : m_schema.columns)
+        column.name = column.name.toUpper();
+    for (QString& column : m_schema.key)
+        column = column.toUpper();
+}
 
 QString CheckedTable::read(CVelmDatabase& database)
 {
-    const QStringList columns = database.allFieldName(m_name);
+    const QStringList columns = database.allFieldName(name());
     for (const QString& column : columns)
         m_stored.append(column.toUpper());
     m_exists = !m_stored.isEmpty();
     if (!m_exists)
         return QString();
-    m_rows = database.readTable(QLatin1Char('[') + m_name + QLatin1Char(']'));
+    m_rows = database.readTable(QLatin1Char('[') + name() + QLatin1Char(']'));
     return database.getLastErrorText();
 }
 
 Place CheckedTable::place(int row, const QString& column) const
 {
-    return {m_database, m_name, row + 1, column,
+    return {m_schema.database, name(), row + 1, column,
             row < 0 || column.isEmpty() ? QString() : text(row, column)};
 }
 
-CheckedSet::CheckedSet() : m_tables(systemTables() + pipeTables())
+CheckedSet::CheckedSet()
 {
-    m_tables.append(pipeDefines());
+    for (const TableSchema& table : schema::tables())
+        m_tables.append(CheckedTable(table));
     readSystem();
     readPipe();
     findDictionaries();
@@ -183,7 +78,7 @@ void CheckedSet::readTables(CVelmDatabase& database, const QString& fileName)
     database.executeSql(QStringLiteral("select count(*) from sqlite_master"), rows);
     QString problem = database.getLastErrorText();
     for (CheckedTable& table : m_tables) {
-        if (problem.isEmpty() && table.database() == fileName)
+        if (problem.isEmpty() && table.schema().database == fileName)
             problem = table.read(database);
     }
     if (m_problem.isEmpty() && !problem.isEmpty())
@@ -196,11 +91,12 @@ void CheckedSet::readSystem()
     if (!open(database, CVelmSystemGlobal::Instance()->getSystemConfigDb()))
         return;
     addDictionaryTables(database);
-    readTables(database, kSystem);
-    for (const KeyColumn& key : kKeys) {
-        if (table(key.table).has(QLatin1String(key.column)) && !isSearched(database, key))
-            m_withoutIndex.append(QLatin1String(key.table) + QLatin1Char('.')
-                                  + QLatin1String(key.column));
+    readTables(database, schema::kSystemFile);
+    for (const CheckedTable& table : qAsConst(m_tables)) {
+        const TableSchema& schema = table.schema();
+        if (schema.queried && table.has(schema.key.first())
+            && !isSearched(database, schema.name, schema.key.first()))
+            m_withoutIndex.append(schema.name + QLatin1Char('.') + schema.key.first());
     }
 }
 
@@ -208,8 +104,8 @@ void CheckedSet::addDictionaryTables(CVelmDatabase& database)
 {
     const QStringList names = database.tableName();
     for (const QString& name : names) {
-        if (isDictionary(name))
-            m_tables.append(CheckedTable(kSystem, name, {text("CODE"), text("VALUE")}));
+        if (schema::isDictionary(name))
+            m_tables.append(CheckedTable(schema::dictionary(name)));
     }
 }
 
@@ -218,7 +114,7 @@ void CheckedSet::readPipe()
     CVelmDatabase database;
     if (!open(database, CVelmSystemGlobal::Instance()->getPipeConfigDb()))
         return;
-    readTables(database, kPipe);
+    readTables(database, schema::kPipeFile);
 }
 
 void CheckedSet::findDictionaries()
@@ -229,7 +125,7 @@ void CheckedSet::findDictionaries()
     for (int row = 0; row < pipe.size(); ++row)
         names.append(pipe.text(row, QStringLiteral("NAME")));
     for (const CheckedTable& table : qAsConst(m_tables)) {
-        if (isDictionary(table.name()))
+        if (schema::isDictionary(table.name()))
             names.append(table.name());
     }
     QMap<QString, QString> entries;

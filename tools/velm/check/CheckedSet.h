@@ -1,6 +1,7 @@
 #pragma once
 
 #include "check/Problems.h"
+#include "set/Schema.h"
 
 #include <QMap>
 #include <QString>
@@ -10,36 +11,19 @@
 
 class CVelmDatabase;
 
-/// What the check needs to know about a column.
-struct CheckedColumn
-{
-    enum Kind
-    {
-        Text,
-        Integer,
-        Real,
-        JsonObject,  ///< empty, or a JSON object
-        Json,        ///< any JSON
-    };
-
-    QString name;  ///< upper case
-    Kind kind = Text;
-    bool optional = false;
-};
-
 /// A table as it is stored, with what the library reads from it.
 class CheckedTable
 {
 public:
-    CheckedTable(const QString& database, const QString& name,
-                 const QVector<CheckedColumn>& columns);
+    explicit CheckedTable(const TableSchema& schema);
 
     /// Reads all rows; none if there is no such table. @return why they cannot be read to the end;
     /// empty if they can
     QString read(CVelmDatabase& database);
 
-    const QString& name() const { return m_name; }
-    const QVector<CheckedColumn>& columns() const { return m_columns; }
+    /// What the library reads. Its columns are in upper case here, as the rows have them.
+    const TableSchema& schema() const { return m_schema; }
+    const QString& name() const { return m_schema.name; }
     bool exists() const { return m_exists; }
     bool has(const QString& column) const { return m_stored.contains(column); }
     int size() const { return m_rows.size(); }
@@ -48,18 +32,11 @@ public:
         return m_rows.at(row).value(column).toString();
     }
     QVariant value(int row, const QString& column) const { return m_rows.at(row).value(column); }
-    const QString& database() const { return m_database; }  ///< file name
-    /// Whether nothing is amiss without the table.
-    bool isOptional() const { return m_optional; }
-    void setOptional() { m_optional = true; }
     /// The place of a value; of the whole table for row -1.
     Place place(int row, const QString& column) const;
 
 private:
-    QString m_database;
-    QString m_name;
-    QVector<CheckedColumn> m_columns;
-    bool m_optional = false;
+    TableSchema m_schema;
     bool m_exists = false;
     QStringList m_stored;  // upper-case names of the columns there are
     QVector<QMap<QString, QVariant>> m_rows;

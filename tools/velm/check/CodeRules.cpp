@@ -5,6 +5,14 @@
 
 namespace {
 
+constexpr const Rule& kCodeWithoutDrawing = rules::named("code-without-drawing");
+constexpr const Rule& kDrawingWithoutCode = rules::named("drawing-without-code");
+constexpr const Rule& kEmptyCode = rules::named("empty-code");
+constexpr const Rule& kDuplicateCode = rules::named("duplicate-code");
+constexpr const Rule& kCodeDiffersInCase = rules::named("code-differs-in-case");
+constexpr const Rule& kDuplicateUserCode = rules::named("duplicate-user-code");
+constexpr const Rule& kLayerDiffersInCase = rules::named("layer-differs-in-case");
+
 /// What a column of names must keep; null where anything goes.
 struct Uniqueness
 {
@@ -53,7 +61,7 @@ void checkFieldNames(const CheckedTable& fields, const char* tableColumn, const 
         const QString table = fields.text(row, QLatin1String(tableColumn));
         const QString field = (table + QLatin1Char('\n') + fields.text(row, column)).toUpper();
         if (known.contains(field))
-            problems.add(rules::kDuplicateCode, fields.place(row, column),
+            problems.add(kDuplicateCode, fields.place(row, column),
                          QStringLiteral("is a field of \"%1\" in row %2 already")
                              .arg(table)
                              .arg(known.value(field) + 1));
@@ -74,7 +82,7 @@ void checkUserCodes(const CheckedTable& index, Problems& problems)
             continue;
         const QString first = codeOfUserCode.value(userCode, code);
         if (first != code)
-            problems.add(rules::kDuplicateUserCode, index.place(row, column),
+            problems.add(kDuplicateUserCode, index.place(row, column),
                          QStringLiteral("belongs to the code \"%1\" too").arg(first));
         codeOfUserCode.insert(userCode, first);
     }

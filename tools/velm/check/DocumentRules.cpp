@@ -15,6 +15,11 @@ namespace documents = velm::detail::documents;
 
 namespace {
 
+constexpr const Rule& kJsonSyntax = rules::named("json-syntax");
+constexpr const Rule& kJsonType = rules::named("json-type");
+constexpr const Rule& kConversionTable = rules::named("conversion-table");
+constexpr const Rule& kConversionField = rules::named("conversion-field");
+
 QJsonObject objectIn(const QString& text)
 {
     return QJsonDocument::fromJson(text.toUtf8()).object();
@@ -39,14 +44,14 @@ void checkConversion(const CheckedSet& set, const QJsonObject& document, const P
     const QString table = info[QStringLiteral("TableName")].toString();
     const auto fields = set.gisTables().constFind(table.toUpper());
     if (fields == set.gisTables().constEnd()) {
-        problems.add(rules::kConversionTable, place,
+        problems.add(kConversionTable, place,
                      QStringLiteral("there is no GIS table \"%1\"").arg(table));
         return;
     }
     const QStringList converted = convertedFields(document.value(QStringLiteral("FieldMap")));
     for (const QString& field : converted) {
         if (!fields->contains(field.toUpper()))
-            problems.add(rules::kConversionField, place,
+            problems.add(kConversionField, place,
                          QStringLiteral("table \"%1\" has no field \"%2\"").arg(table, field));
     }
 }
@@ -57,7 +62,7 @@ void checkDefinition(const CheckedSet& set, const QString& key, const Place& pla
 {
     const VelmDocumentCheck check = Velm::checkDocument(key, place.value);
     for (const QString& problem : check.problems)
-        problems.add(check.parses ? rules::kJsonType : rules::kJsonSyntax, place,
+        problems.add(check.parses ? kJsonType : kJsonSyntax, place,
                      key + QStringLiteral(": ") + problem);
     if (check.problems.isEmpty() && key == documents::fieldConversion() && !place.value.isEmpty())
         checkConversion(set, objectIn(place.value), place, problems);
@@ -78,7 +83,7 @@ void checkFrameModes(const Place& place, Problems& problems)
          {"SelMode", "TrimMode", "FrameStyle", "FrameSave", "FrameScaleType", "FrameSizeType"}) {
         const QJsonValue mode = modes.value(QLatin1String(name));
         if (!mode.isUndefined() && !isInteger(mode))
-            problems.add(rules::kJsonType, place,
+            problems.add(kJsonType, place,
                          QStringLiteral("%1 is to be an integer").arg(QLatin1String(name)));
     }
 }
@@ -89,7 +94,7 @@ void checkFrameTags(const Place& place, Problems& problems)
     const QJsonObject tags = objectIn(place.value);
     for (auto tag = tags.begin(); tag != tags.end(); ++tag) {
         if (!tag->isObject())
-            problems.add(rules::kJsonType, place,
+            problems.add(kJsonType, place,
                          QStringLiteral("the tag \"%1\" is to be a JSON object").arg(tag.key()));
     }
 }

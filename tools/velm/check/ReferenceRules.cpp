@@ -6,6 +6,11 @@
 
 namespace {
 
+constexpr const Rule& kUnknownGisTable = rules::named("unknown-gis-table");
+constexpr const Rule& kUnknownExtensionTable = rules::named("unknown-extension-table");
+constexpr const Rule& kUnknownDictionary = rules::named("unknown-dictionary");
+constexpr const Rule& kUnknownPipeField = rules::named("unknown-pipe-field");
+
 /// Reports the names in a column that are no GIS tables. Only extension tables are a list,
 /// separated by ";".
 void checkTableNames(const CheckedSet& set, const char* tableName, const char* columnName,
@@ -16,7 +21,7 @@ void checkTableNames(const CheckedSet& set, const char* tableName, const char* c
     for (int row = 0; row < table.size(); ++row) {
         const QString text = table.text(row, column);
         QStringList names{text};
-        if (&rule == &rules::kUnknownExtensionTable)
+        if (&rule == &kUnknownExtensionTable)
             names = text.split(QLatin1Char(';'));
         names.removeAll(QString());
         for (const QString& name : names) {
@@ -39,7 +44,7 @@ void checkDictionaries(const CheckedSet& set, const char* tableName, const char*
                                 ? name.startsWith(QLatin1String("TBL_"), Qt::CaseInsensitive)
                                 : !name.isEmpty();
         if (refers && !set.dictionaries().contains(name))
-            problems.add(rules::kUnknownDictionary, table.place(row, column),
+            problems.add(kUnknownDictionary, table.place(row, column),
                          QStringLiteral("there is no dictionary \"%1\"").arg(name));
     }
 }
@@ -58,7 +63,7 @@ void checkPipeFields(const CheckedSet& set, Problems& problems)
             bool fits = false;
             const int number = text.toInt(&fits);
             if (decimalInteger.match(text).hasMatch() && !(fits && numbers.contains(number)))
-                problems.add(rules::kUnknownPipeField, records.place(row, column),
+                problems.add(kUnknownPipeField, records.place(row, column),
                              QStringLiteral("there is no pipe field %1").arg(text));
         }
     }

@@ -1,6 +1,7 @@
 #include "check/Report.h"
 
 #include "cli/Console.h"
+#include "cli/TerminalText.h"
 
 #include "CVelmSystemGlobal.h"
 

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "check/Problems.h"
+
 class CheckedSet;
-class Problems;
 
 /// The rules, by what they look at.
 namespace rules {
+
+/// What the @p selected rules find, by subject, tables in the order of the schema.
+QVector<Problem> findProblems(const CheckedSet& set, const QVector<const Rule*>& selected);
 
 /// Tables and columns that must be there, and indexes that should.
 void checkSchema(const CheckedSet& set, Problems& problems);

@@ -1,7 +1,6 @@
 #include "check/Problems.h"
 #include "check/Rules.h"
 
-#include "set/TableSet.h"
 #include "set/TextImport.h"
 
 #include "CVelmFindFile.h"
@@ -11,6 +10,9 @@
 #include <QFileInfo>
 
 namespace {
+
+constexpr const Rule& kTextFileLines = rules::named("text-file-lines");
+constexpr const Rule& kTextFileField = rules::named("text-file-field");
 
 /// The place of a line; of the file as a whole for line 0.
 Place placeOf(const QFileInfo& file, int line)
@@ -23,10 +25,10 @@ Place placeOf(const QFileInfo& file, int line)
 void checkLineCount(const QFileInfo& file, int lines, Problems& problems)
 {
     if (lines > 1)
-        problems.add(rules::kTextFileLines, placeOf(file, 2),
+        problems.add(kTextFileLines, placeOf(file, 2),
                      QStringLiteral("has more than one line, so none is read"));
     else if (lines == 0)
-        problems.add(rules::kTextFileLines, placeOf(file, 0),
+        problems.add(kTextFileLines, placeOf(file, 0),
                      QStringLiteral("is empty, and read as a record without a code"));
 }
 
@@ -34,13 +36,11 @@ void checkLineCount(const QFileInfo& file, int lines, Problems& problems)
 
 void rules::checkTextFiles(Problems& problems)
 {
-    QString problem;
-    const DatabaseTables system = systemDatabase(problem);
     for (const QString& name : {QStringLiteral("index.ini"), QStringLiteral("work.def"),
                                 QStringLiteral("attribute.def")}) {
         const QFileInfo file(CVelmFindFile::Instance()->findFile(name, true));
-        TextImport import(system);
-        if (!problem.isEmpty() || !file.isFile() || !import.readFile(file.path(), name).isEmpty())
+        TextImport import;
+        if (!file.isFile() || !import.readFile(file.path(), name).isEmpty())
             continue;
         if (name != QLatin1String("attribute.def"))
             checkLineCount(file, import.lineCount(), problems);

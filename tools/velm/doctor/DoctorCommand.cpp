@@ -1,9 +1,11 @@
 #include "Commands.h"
 
 #include "cli/Arguments.h"
+#include "cli/Colours.h"
 #include "cli/Console.h"
+#include "cli/Root.h"
+#include "cli/TerminalText.h"
 #include "doctor/Examination.h"
-#include "set/Configuration.h"
 
 #include <algorithm>
 
@@ -67,7 +69,7 @@ int commands::doctor(const QStringList& arguments)
             QStringLiteral("unexpected argument \"%1\"").arg(args.positional().first()));
     const bool rootIsGiven = args.isSet(QStringLiteral("root"));
     if (rootIsGiven) {
-        const int selected = Configuration::selectRoot(args);
+        const int selected = selectRoot(args);
         if (selected != ExitFine)
             return selected;
     }

@@ -1,7 +1,7 @@
 #include "doctor/Examination.h"
 
 #include "doctor/Companions.h"
-#include "set/Configuration.h"
+#include "set/Readable.h"
 
 #include "CVelmConfigManager.h"
 #include "CVelmIndex.h"
@@ -67,11 +67,6 @@ bool configurationHoldsChinese()
                        [](const VelmIndexItem& item) { return isChinese(item.name); });
 }
 
-bool isReadable(const QString& database)
-{
-    return Configuration::whyUnreadable(database, Configuration::systemTables()).isEmpty();
-}
-
 /// On Windows Qt calls the codec "System" whatever the code page is, so it is known by what it
 /// does.
 bool localCodePageIsGbk()
@@ -90,8 +85,7 @@ void examineLibrary(QVector<Finding>& findings)
     group.fine("bits", "bits", QString::number(sizeof(void*) * 8));
     group.fine("long", "long", QStringLiteral("%1 bytes").arg(sizeof(long)));
     const bool gbk = localCodePageIsGbk();
-    const bool matters =
-        !gbk && isReadable(system().getSystemConfigDb()) && configurationHoldsChinese();
+    const bool matters = !gbk && whySystemUnreadable().isEmpty() && configurationHoldsChinese();
     group.add("codepage", "local code page",
               gbk ? QStringLiteral("GBK (936)")
                   : QString::fromLatin1(QTextCodec::codecForLocale()->name()),
@@ -147,15 +141,14 @@ void examineConfiguration(QVector<Finding>& findings, bool rootIsGiven)
               ignored ? Finding::Warning : Finding::Fine,
               QStringLiteral("VELM_ROOT names no folder: \"%1\"").arg(named));
     const QString systemDb = system().getSystemConfigDb();
-    const QString problem = Configuration::whyUnreadable(systemDb, Configuration::systemTables());
+    const QString problem = whySystemUnreadable();
     group.add(
         "system", "system database", withAccess(systemDb),
         problem.isEmpty() ? Finding::Fine : Finding::Error,
         problem
             + QStringLiteral("; --root DIR or VELM_ROOT names the folder that holds \"config\""));
     const QString pipeDb = system().getPipeConfigDb();
-    const QString pipeProblem =
-        Configuration::whyUnreadable(pipeDb, {QStringLiteral("NAME from SYS_DICTIONARY")});
+    const QString pipeProblem = whyUnreadable(pipeDb, {QStringLiteral("SYS_DICTIONARY")});
     group.add("pipe", "pipe database", withAccess(pipeDb),
               pipeProblem.isEmpty() ? Finding::Fine : Finding::Warning,
               pipeProblem

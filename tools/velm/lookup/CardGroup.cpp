@@ -1,7 +1,9 @@
 #include "lookup/CardGroup.h"
 
+#include "cli/Colours.h"
 #include "cli/Console.h"
-#include "set/TextTable.h"
+#include "cli/TerminalText.h"
+#include "cli/TextTable.h"
 
 #include "CVelmString.h"
 

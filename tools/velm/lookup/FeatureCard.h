@@ -4,9 +4,6 @@
 
 class Configuration;
 
-/// The name of an entity type: "general", "text", "special line", or the number.
-QString entityTypeName(int type);
-
 /// Everything that the configuration says about one feature code.
 class FeatureCard
 {

@@ -7,13 +7,10 @@ namespace {
 /// The cells of @p row under the columns @p names.
 QStringList cellsOf(const SetTable& table, const QStringList& row, const QStringList& names)
 {
+    const QStringList header = table.schema.columnNames();
     QStringList cells;
-    for (const QString& name : names) {
-        for (int i = 0; i < table.columns.size(); ++i) {
-            if (table.columns.at(i).name == name)
-                cells.append(row.at(i));
-        }
-    }
+    for (const QString& name : names)
+        cells.append(row.at(header.indexOf(name)));
     return cells;
 }
 

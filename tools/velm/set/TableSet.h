@@ -1,22 +1,13 @@
 #pragma once
 
-#include <QStringList>
-#include <QVector>
+#include "set/Schema.h"
 
-/// One table of a configuration set.
+/// One table of a configuration set, with its rows.
 struct SetTable
 {
-    struct Column
-    {
-        QString name;
-        QString type;  ///< TEXT, INT, LONG or REAL
-    };
-
-    QString name;
-    QVector<Column> columns;
-    QStringList key;  ///< the columns by which it is looked up
-    QVector<QStringList>
-        rows;  ///< cells in column order; documents that stood beside the table are filled in
+    TableSchema schema;
+    /// Cells in column order; documents that stood beside the table are filled in.
+    QVector<QStringList> rows;
 };
 
 /// One database of a configuration set.
@@ -29,13 +20,9 @@ struct DatabaseTables
     SetTable table(const QString& tableName) const;
 };
 
-/// Reads the sample configuration that the program carries. What is wrong with it ends up in @p
-/// problem.
-QVector<DatabaseTables> readSampleSet(QString& problem);
-
-/// The system configuration database of it.
-DatabaseTables systemDatabase(QString& problem);
+/// The system configuration database without a row.
+DatabaseTables emptySystemDatabase();
 
 /// Makes a database file with all tables, rows and an index on every key. @return what went wrong;
 /// empty if nothing did
-QString writeDatabase(const DatabaseTables& sample, const QString& path);
+QString writeDatabase(const DatabaseTables& content, const QString& path);

@@ -39,25 +39,17 @@ QStringList completed(const QStringList& fields, const QStringList& whole)
     return fields + whole.mid(fields.size());
 }
 
-bool converts(const QString& cell, const QString& type)
+bool converts(const QString& cell, ColumnType type)
 {
     bool isNumber = true;
-    if (cell.isEmpty() || type == QLatin1String("TEXT"))
-        return true;
-    if (type == QLatin1String("REAL"))
+    if (type == ColumnType::Real && !cell.isEmpty())
         cell.toDouble(&isNumber);
-    else
+    if (type == ColumnType::Integer && !cell.isEmpty())
         cell.toInt(&isNumber);
     return isNumber;
 }
 
 }  // namespace
-
-TextImport::TextImport(const DatabaseTables& database) : m_database(database)
-{
-    for (SetTable& table : m_database.tables)
-        table.rows.clear();
-}
 
 QString TextImport::read(const QString& folder)
 {
@@ -158,7 +150,7 @@ void TextImport::addRow(const QString& tableName, const QStringList& columns,
         return reject(m_line, QStringLiteral("has no ") + columns.first().toLower());
     SetTable& target = table(tableName);
     QStringList row;
-    for (const SetTable::Column& column : qAsConst(target.columns)) {
+    for (const ColumnSchema& column : qAsConst(target.schema.columns)) {
         const QString cell = fields.value(columns.indexOf(column.name));
         if (!converts(cell, column.type))
             return reject(m_line, QStringLiteral("%1 is no number: \"%2\"").arg(column.name, cell));
@@ -183,7 +175,7 @@ void TextImport::addRow(const QString& tableName, const QStringList& columns,
 SetTable& TextImport::table(const QString& name)
 {
     return *std::find_if(m_database.tables.begin(), m_database.tables.end(),
-                         [&name](const SetTable& table) { return table.name == name; });
+                         [&name](const SetTable& table) { return table.schema.name == name; });
 }
 
 void TextImport::reject(int line, const QString& reason)

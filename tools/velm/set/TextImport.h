@@ -22,9 +22,6 @@ struct UnusedLine
 class TextImport
 {
 public:
-    /// @p database has the tables; what they hold is dropped.
-    explicit TextImport(const DatabaseTables& database);
-
     /// Reads "index.ini", "work.def" and "attribute.def" of @p folder, in any letter case; a
     /// missing one leaves its tables empty. @return why a file cannot be read; empty if all can
     QString read(const QString& folder);
@@ -54,7 +51,7 @@ private:
     SetTable& table(const QString& name);
     void reject(int line, const QString& reason);
 
-    DatabaseTables m_database;
+    DatabaseTables m_database = emptySystemDatabase();
     QStringList m_files;
     QVector<UnusedLine> m_unused;
     QString m_file;  // the one that is being read

@@ -1,6 +1,8 @@
-#include "set/TextTable.h"
+#include "cli/TextTable.h"
 
+#include "cli/Colours.h"
 #include "cli/Console.h"
+#include "cli/TerminalText.h"
 
 #include <algorithm>
 
