@@ -46,5 +46,5 @@ if(NOT WIN32)
 endif()
 
 # The pages name each other by where they lie in the source folder.
-install(FILES README.md CHANGELOG.md DESTINATION ${VELM_DOC_DIR} COMPONENT development)
+install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${VELM_DOC_DIR} COMPONENT development)
 install(DIRECTORY docs/ DESTINATION ${VELM_DOC_DIR}/docs COMPONENT development FILES_MATCHING PATTERN "*.md")

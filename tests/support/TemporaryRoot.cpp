@@ -1,5 +1,7 @@
 #include "support/TemporaryRoot.h"
 
+#include "set/Schema.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -75,6 +77,14 @@ void TemporaryRoot::runSql(const QStringList& statements, const QString& relativ
     const Connection connection(path(relative));
     for (const QString& statement : statements)
         connection.run(statement);
+}
+
+QString TemporaryRoot::created(const QString& table)
+{
+    QStringList columns;
+    for (const ColumnSchema& column : schema::table(table).columns)
+        columns.append(u"[%1] %2"_s.arg(column.name, column.sqlType()));
+    return u"create table [%1] (%2)"_s.arg(table, columns.join(u", "_s));
 }
 
 QStringList TemporaryRoot::querySql(const QString& statement, const QString& relative) const

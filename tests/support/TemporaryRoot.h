@@ -26,6 +26,10 @@ protected:
     void runSql(const QStringList& statements,
                 const QString& relative = QStringLiteral("config/peltaconfig.db")) const;
 
+    /// The statement that makes a table of the configuration, with the columns and types of its
+    /// schema.
+    static QString created(const QString& table);
+
     /// The first column of the rows of a query on such a file.
     QStringList querySql(const QString& statement,
                          const QString& relative = QStringLiteral("config/peltaconfig.db")) const;

@@ -48,8 +48,7 @@ TEST_F(CheckTest, FindsNothingInTheSampleSet)
 TEST_F(CheckTest, FindsWhatBreaksEachRule)
 {
     runSql(
-        {u"drop table IndexiniExtend"_s,
-         u"create table IndexiniExtend (CODE, EXTTABLE)"_s,
+        {u"delete from IndexiniExtend"_s,
          u"insert into IndexiniExtend values ('310301', 'EXT_FWDC;EXT_NONE')"_s,
          u"update indexini set [TABLE] = 'NO_PG' where CODE = '310301'"_s,
          u"update indexini set USECODE = 'Sjd' where CODE = '310301'"_s,

@@ -238,8 +238,7 @@ TEST_F(ToolTest, LetsNoRemainsOfAnOlderDatabaseIntoTheNewOne)
 
 TEST_F(ToolTest, ShowsChineseWithoutALocaleAndNoControlCharacters)
 {
-    runSql({u"create table indexini (CODE, NAME, LTYPE, WIDTH, [TABLE], USECODE)"_s,
-            u"create table Workdef (CODE, LAYER, ENTTYPE, PAR1, PAR2, TEXT)"_s,
+    runSql({created(u"indexini"_s), created(u"Workdef"_s),
             u"insert into indexini values ('A', '测' || char(27) || '[31m', '', 0, '', '')"_s});
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"LC_ALL"_s, u"C"_s);
