@@ -14,26 +14,26 @@ namespace platform = velm::detail::platform;
 
 bool outputFailed = false;
 
-void writeResult(const QString& text)
+}  // namespace
+
+void write(const QString& text)
 {
     outputFailed = !platform::writeText(platform::Stream::Output, text) || outputFailed;
 }
 
-}  // namespace
-
 void print(const QString& line)
 {
-    writeResult(line + QLatin1Char('\n'));
+    write(line + QLatin1Char('\n'));
 }
 
 void print(const QJsonObject& document)
 {
-    writeResult(QString::fromUtf8(QJsonDocument(document).toJson()));
+    write(QString::fromUtf8(QJsonDocument(document).toJson()));
 }
 
 void print(const QJsonArray& document)
 {
-    writeResult(QString::fromUtf8(QJsonDocument(document).toJson()));
+    write(QString::fromUtf8(QJsonDocument(document).toJson()));
 }
 
 bool printedAll()
