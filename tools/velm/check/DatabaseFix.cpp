@@ -45,7 +45,7 @@ bool DatabaseFix::execute(CVelmDatabase& database, const QString& statement,
     done = done && query.exec();
     m_changed = query.numRowsAffected();
     if (!done)
-        m_problem = failure + query.lastError().text().trimmed();
+        m_problem = failure + query.lastError().databaseText().trimmed();
     return done;
 }
 
