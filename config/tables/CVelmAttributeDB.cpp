@@ -138,7 +138,7 @@ bool CVelmAttributeDB::loadConversion(const CVelmDatabase& db)
             addReadProblem(db, table, QStringLiteral("field conversion: ") + problem);
     };
     if (const auto conversion = parseFieldConversion(text, tell)) {
-        const QString name = conversion->tableInfo.tableName.value_or(QString());
+        const QString name = conversion->tableInfo.values().tableName;
         m_overlay.insert(name.toUpper(), std::make_shared<const FieldConversion>(*conversion));
     }
     return true;
