@@ -81,6 +81,7 @@ add_library(velm_objects OBJECT
     data/values/CVelmSaveUserData.cpp
     data/values/CVelmTBLManager.cpp
     data/values/GlobalDefine.cpp
+    data/values/UserStore.cpp
     data/xml/CVelmXmlManager.cpp
     data/xml/XmlBounds.cpp
     data/xml/XmlDeclarations.cpp

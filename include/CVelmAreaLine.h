@@ -64,7 +64,6 @@ public:
 
 private:
     friend class CVelmConfigManager;
-    friend class AreaLinePeer;  // tests and benchmarks
 
     CVelmAreaLine();
     Q_DISABLE_COPY(CVelmAreaLine)

@@ -43,7 +43,6 @@ public:
 
 private:
     friend class CVelmConfigManager;
-    friend class CmdSettingPeer;  // tests
 
     CVelmCmdSetting();
     Q_DISABLE_COPY(CVelmCmdSetting)

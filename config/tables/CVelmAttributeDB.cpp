@@ -6,7 +6,6 @@
 #include "config/tables/RecordColumns.h"
 #include "CVelmDatabase.h"
 #include "data/access/ConfigDatabase.h"
-#include "data/access/SystemConfig.h"
 #include "data/access/TableReader.h"
 
 #include <new>
@@ -61,13 +60,6 @@ constexpr Columns<VelmFieldItem, 9> kPipeFields{{{"TABLENAME", &VelmFieldItem::m
                                                  {"DICTIONARY", &VelmFieldItem::m_fieldDict}}};
 
 }  // namespace
-
-Velm::ErrorStatus CVelmAttributeDB::initVelmAttribute(CVelmDatabase& db)
-{
-    CVelmDatabase pipe;
-    openPipeConfig(pipe);
-    return load(db, pipe);
-}
 
 Velm::ErrorStatus CVelmAttributeDB::load(const CVelmDatabase& db, const CVelmDatabase& pipe)
 {

@@ -3,6 +3,7 @@
 #include "CVelmMessage.h"
 #include "CVelmReadGlobaldefinesTable.h"
 #include "CVelmSaveUserData.h"
+#include "data/values/UserStore.h"
 
 #include "support/Boxes.h"
 #include "support/TemporaryRoot.h"
@@ -13,19 +14,8 @@
 #include <memory>
 
 using velm::detail::GlobalParamStore;
+using velm::detail::UserStore;
 using Extent = GlobalParamStore::Extent;
-
-/// Opens a store of the user elsewhere than beside the program.
-class UserDataPeer
-{
-public:
-    static std::unique_ptr<CVelmSaveUserData> open(const QString& file)
-    {
-        auto data = std::unique_ptr<CVelmSaveUserData>(new CVelmSaveUserData(file));
-        data->isReady();
-        return data;
-    }
-};
 
 namespace {
 
@@ -43,58 +33,73 @@ protected:
 
 TEST_F(UserData, KeepsOneValueForEachPairOfKeys)
 {
-    const auto data = UserDataPeer::open(file());
-    EXPECT_EQ(data->userInput(u"绘图"_s, u"scale"_s), QString());
-    EXPECT_TRUE(data->setUserInput(u"绘图"_s, u"scale"_s, u"500"_s));
-    EXPECT_TRUE(data->setUserInput(u"绘图"_s, u"scale"_s, u"50%1"_s));
-    EXPECT_TRUE(data->setUserInput(u"绘图"_s, u"other"_s, u"x"_s));
-    EXPECT_TRUE(data->setPathRecord(u"绘图"_s, u"scale"_s, u"D:/图"_s));
-    const auto again = UserDataPeer::open(file());
-    EXPECT_EQ(again->userInput(u"绘图"_s, u"scale"_s), u"50%1"_s);
-    EXPECT_EQ(again->pathRecord(u"绘图"_s, u"scale"_s), u"D:/图"_s);
+    UserStore store(file());
+    const QString inputs = UserStore::inputs();
+    EXPECT_EQ(store.value(inputs, u"绘图"_s, u"scale"_s), QString());
+    EXPECT_TRUE(store.setValue(inputs, u"绘图"_s, u"scale"_s, u"500"_s));
+    EXPECT_TRUE(store.setValue(inputs, u"绘图"_s, u"scale"_s, u"50%1"_s));
+    EXPECT_TRUE(store.setValue(inputs, u"绘图"_s, u"other"_s, u"x"_s));
+    EXPECT_TRUE(store.setValue(UserStore::paths(), u"绘图"_s, u"scale"_s, u"D:/图"_s));
+    UserStore again(file());
+    EXPECT_EQ(again.value(inputs, u"绘图"_s, u"scale"_s), u"50%1"_s);
+    EXPECT_EQ(again.value(UserStore::paths(), u"绘图"_s, u"scale"_s), u"D:/图"_s);
     EXPECT_EQ(querySql(u"select count(*) from UserInput"_s, QString::fromUtf16(kFile)),
               QStringList{u"2"_s});
     EXPECT_EQ(m_boxes.take(), QString());
 
-    EXPECT_FALSE(data->setUserInput(u"t"_s, u"n"_s, u"O'Brien"_s)) << "values are not escaped";
-    EXPECT_EQ(data->userInput(u"t"_s, u"n'"_s), QString());
+    EXPECT_FALSE(store.setValue(inputs, u"t"_s, u"n"_s, u"O'Brien"_s)) << "values are not escaped";
+    EXPECT_EQ(store.value(inputs, u"t"_s, u"n'"_s), QString());
     EXPECT_TRUE(m_boxes.take().startsWith(u"40030 警告: "_s)) << "tells the error of the query";
 }
 
 TEST_F(UserData, TellsOnceThatItsFileCannotBeOpened)
 {
     ASSERT_TRUE(QDir().mkpath(file()));  // a folder in the file's place
-    const auto data = UserDataPeer::open(file());
+    UserStore store(file());
+    EXPECT_FALSE(store.isReady());
     EXPECT_EQ(m_boxes.take(), u"40010 错误: 初始化文件失败！！！"_s);
-    EXPECT_EQ(data->userInput(u"t"_s, u"n"_s), QString());
+    EXPECT_EQ(store.value(UserStore::inputs(), u"t"_s, u"n"_s), QString());
     EXPECT_EQ(m_boxes.take(), QString());
-    EXPECT_FALSE(data->setPathRecord(u"t"_s, u"n"_s, u"v"_s));
+    EXPECT_FALSE(store.setValue(UserStore::paths(), u"t"_s, u"n"_s, u"v"_s));
     EXPECT_EQ(m_boxes.take(), u"40010 错误: 文件未打开，写入数据失败！！！"_s);
     ASSERT_TRUE(QDir().rmdir(file()));
-    EXPECT_TRUE(data->setPathRecord(u"t"_s, u"n"_s, u"v"_s)) << "is tried again";
-    EXPECT_EQ(data->pathRecord(u"t"_s, u"n"_s), u"v"_s);
+    EXPECT_TRUE(store.setValue(UserStore::paths(), u"t"_s, u"n"_s, u"v"_s)) << "is tried again";
+}
+
+TEST_F(UserData, TheHostsStoreTellsInputsFromPaths)
+{
+    CVelmSaveUserData& store = *CVelmSaveUserData::Instance();
+    const QString name = root();  // of this run alone: the file lies beside the program and stays
+    EXPECT_TRUE(store.setUserInput(u"t"_s, name, u"input"_s));
+    EXPECT_TRUE(store.setPathRecord(u"t"_s, name, u"path"_s));
+    EXPECT_EQ(store.userInput(u"t"_s, name), u"input"_s);
+    EXPECT_EQ(store.pathRecord(u"t"_s, name), u"path"_s);
 }
 
 namespace {
 
-std::unique_ptr<CVelmSaveUserData> userData;
+std::unique_ptr<UserStore> userStore;
 
-CVelmSaveUserData* sharedUserData()
+UserStore& sharedStore()
 {
-    return userData.get();
+    return *userStore;
 }
 
 class GlobalParam : public UserData
 {
 protected:
-    GlobalParam() { userData = UserDataPeer::open(file()); }
-    ~GlobalParam() override { userData.reset(); }
+    GlobalParam() { userStore = std::make_unique<UserStore>(file()); }
+    ~GlobalParam() override { userStore.reset(); }
 
     void store(const QString& text)
     {
-        ASSERT_TRUE(userData->setUserInput(u"GlobalParam"_s, u"VelmGlobalParam"_s, text));
+        ASSERT_TRUE(
+            userStore->setValue(UserStore::inputs(), u"GlobalParam"_s, u"VelmGlobalParam"_s, text));
     }
-    QString stored() const { return userData->userInput(u"GlobalParam"_s, u"VelmGlobalParam"_s); }
+    static QString stored(const QString& name = u"VelmGlobalParam"_s)
+    {
+        return userStore->value(UserStore::inputs(), u"GlobalParam"_s, name);
+    }
     void ship(const QString& text)
     {
         runSql({u"create table globaldefines (key text, value text)"_s,
@@ -105,7 +110,7 @@ protected:
         return querySql(u"select value from globaldefines where key = 'GlobalParam'"_s);
     }
 
-    GlobalParamStore m_store{sharedUserData};
+    GlobalParamStore m_store{sharedStore};
     VelmGlobalParam m_param;
 };
 
@@ -174,7 +179,7 @@ TEST_F(GlobalParam, NeverSavesDefaultsOverTheUsersRecord)
     EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
     EXPECT_EQ(stored(), u"{\"FrameData\":{\"FrameSave\":{\"FrameSpaceX\":7}}}"_s)
         << "one key for both, the vertical one counts";
-    EXPECT_EQ(userData->userInput(u"GlobalParam"_s, u"VelmGlobalParam.unreadable"_s), broken);
+    EXPECT_EQ(stored(u"VelmGlobalParam.unreadable"_s), broken);
 }
 
 TEST_F(GlobalParam, SettingsOfAnotherProgramSurvive)
@@ -201,7 +206,7 @@ TEST_F(GlobalParam, KeepsTheRecordOfAUserThatCannotBeReadNow)
     runSql({u"alter table UserInput rename to Hidden"_s}, QString::fromUtf16(kFile));
     m_param.m_sortRule.m_SortMode = 5;
     EXPECT_FALSE(m_store.save(m_param, false, Extent::Changes));
-    EXPECT_FALSE(userData->setUserInput(u"t"_s, u"n"_s, u"v"_s));
+    EXPECT_FALSE(userStore->setValue(UserStore::inputs(), u"t"_s, u"n"_s, u"v"_s));
     runSql({u"alter table Hidden rename to UserInput"_s}, QString::fromUtf16(kFile));
     EXPECT_EQ(stored(), u"{\"Mine\":1}"_s);
     EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
@@ -217,7 +222,7 @@ TEST_F(GlobalParam, SavesTheWholeRecordForTheHost)
     EXPECT_TRUE(stored().startsWith(u"{\"Mine\":1,\"SortRule\":{\"SortMode\":0,\"SortType\":0,"_s))
         << stored().toStdString();
     VelmGlobalParam read;
-    EXPECT_TRUE(GlobalParamStore(sharedUserData).load(read));
+    EXPECT_TRUE(GlobalParamStore(sharedStore).load(read));
     EXPECT_EQ(read.m_drawModeParam.m_DrawMode, 2);
     EXPECT_EQ(read.m_commandInfo.m_SaveDwgVersion, 31) << "stored, and not changed here";
     const auto keys = velm::detail::json::toDocument(m_param).MemberCount();

@@ -6,14 +6,6 @@
 
 #include <QFile>
 
-/// Makes work definitions as the configuration manager does.
-class WorkDefinitionPeer
-{
-public:
-    static CVelmWorkDB database() { return CVelmWorkDB(); }
-    static CVelmWorkDef textFile() { return CVelmWorkDef(); }
-};
-
 namespace {
 
 class WorkTest : public TemporaryRoot
@@ -30,7 +22,7 @@ protected:
         return m_work.initVelmWork(database);
     }
 
-    CVelmWorkDB m_work = WorkDefinitionPeer::database();
+    CVelmWorkDB m_work;
     const QString m_code = u"A"_s;
 };
 
@@ -125,7 +117,7 @@ TEST_F(WorkTest, ReadsOneLineOfTheTextFileAndNeverReportsNoData)
 {
     const auto load = [this](const char* content) {
         writeFile(u"config/work.def"_s, content);
-        CVelmWorkDef work = WorkDefinitionPeer::textFile();
+        CVelmWorkDef work;
         EXPECT_EQ(work.initVelmWork(), Velm::VelmOk);
         return work;
     };
@@ -144,5 +136,5 @@ TEST_F(WorkTest, ReadsOneLineOfTheTextFileAndNeverReportsNoData)
     EXPECT_FALSE(load("A,L,3,p,q,t,12\nB,L,3,p,q,t,12").isValidCode(m_code));
 
     ASSERT_TRUE(QFile::remove(path(u"config/work.def"_s)));
-    EXPECT_EQ(WorkDefinitionPeer::textFile().initVelmWork(), Velm::VelmNotFound);
+    EXPECT_EQ(CVelmWorkDef().initVelmWork(), Velm::VelmNotFound);
 }
