@@ -72,6 +72,7 @@ add_library(velm_objects OBJECT
     data/access/TableReader.cpp
     data/sql/Connection.cpp
     data/sql/CVelmDatabase.cpp
+    data/sql/CVelmDatabasePrivate.cpp
     data/sql/CVelmDatabaseSchema.cpp
     data/sql/RowReading.cpp
     data/sql/SqlText.cpp
