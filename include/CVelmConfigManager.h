@@ -78,10 +78,10 @@ public:
     const CVelmCmdSetting* GetVelmCmdSetting() const { return m_cmdSetting; }
     const CVelmTBLManager* GetVelmTBLManager() const { return m_tblManager; }
     const CVelmRecordManager* GetVelmRecordManager() const { return m_recordManager; }
+    /// @}
 
 private:
     CVelmConfigManager();
-    /// @}
     Q_DISABLE_COPY(CVelmConfigManager)
 
     void loadFirst();

@@ -1,7 +1,7 @@
 #include "CVelmAnnotate.h"
 
+#include "config/DatabaseTables.h"
 #include "config/tables/ConfigRecord.h"
-#include "CVelmConfigManager.h"
 #include "CVelmWork.h"
 
 using namespace velm::detail;
@@ -43,10 +43,9 @@ bool storeInRange(qint64 number, int count, Enum& value)
 
 void addWorkDefinition(const QString& code, VelmAnnItem& item)
 {
-    CVelmConfigManager* manager = CVelmConfigManager::Instance();
-    const CVelmWork* work = manager->GetVelmWork();  // not const: that of the database
-    work->get_layer(code, item.layer, false);
-    work->get_color(code, item.color);
+    const CVelmWork& work = databaseWork();
+    work.get_layer(code, item.layer, false);
+    work.get_color(code, item.color);
 }
 
 /// Copies one field of the item of a code.
