@@ -6,6 +6,7 @@
 #include "data/sql/SqlText.h"
 
 #include <QFileInfo>
+#include <QSqlRecord>
 
 #include <new>
 
