@@ -19,6 +19,12 @@ using Extent = GlobalParamStore::Extent;
 
 namespace {
 
+/// A JSON text, for whose quotes there are apostrophes.
+QString json(const char* text)
+{
+    return QString::fromUtf8(text).replace(u'\'', u'"');
+}
+
 constexpr char16_t kFile[] = u"用户.dat";
 
 class UserData : public TemporaryRoot
@@ -120,17 +126,14 @@ TEST_F(GlobalParam, LetsTheUsersCopyShadowTheShippedDefault)
 {
     EXPECT_FALSE(m_store.load(m_param)) << "no text at all";
     EXPECT_FALSE(QFileInfo::exists(path(u"config/peltaconfig.db"_s)));
-    ship(u"{\"SortRule\":{\"SortMode\":4,\"XOff\":2},"
-         "\"FrameData\":{\"FrameSave\":{\"FrameSpaceX\":5}},"
-         "\"DataFormat\":[{\"FormatName\":\"点\",\"SplitSymbol\":\",\"}]}"_s);
+    ship(json("{'SortRule':{'SortMode':4},"
+              "'FrameData':{'FrameSave':{'FrameSpaceX':5}}}"));
     EXPECT_TRUE(m_store.load(m_param));
     EXPECT_EQ(m_param.m_sortRule.m_SortMode, 4);
-    EXPECT_EQ(m_param.m_sortRule.m_xOff, 2.0);
     EXPECT_EQ(m_param.m_frameData.m_frameSave.m_frameSpaceX, 5);
     EXPECT_EQ(m_param.m_frameData.m_frameSave.m_frameSpaceY, 5) << "read from the same key";
-    EXPECT_EQ(m_param.m_dataFormatArray.value(0).m_formatName, u"点"_s);
 
-    store(u"{\"CommandInfo\":{\"SaveDwgVersion\":31,\"CmdShowPrompt\":\"yes\"}}"_s);
+    store(json("{'CommandInfo':{'SaveDwgVersion':31,'CmdShowPrompt':'yes'}}"));
     EXPECT_TRUE(m_store.load(m_param)) << "a member of the wrong type keeps its default";
     EXPECT_EQ(m_param.m_commandInfo.m_SaveDwgVersion, 31);
     EXPECT_TRUE(m_param.m_commandInfo.m_bCmdShowPrompt);
@@ -145,8 +148,8 @@ TEST_F(GlobalParam, LetsTheUsersCopyShadowTheShippedDefault)
 
 TEST_F(GlobalParam, SavesWhatWasLoadedOrSetAndKeepsTheRest)
 {
-    ship(u"{\"Later\":{\"x\":[1]},\"CommandInfo\":{\"SaveDwgVersion\":\"?\"},"
-         "\"SortRule\":{\"SortMode\":3}}"_s);
+    ship(json("{'Later':{'x':[1]},'CommandInfo':{'SaveDwgVersion':'?'},"
+              "'SortRule':{'SortMode':3}}"));
     ASSERT_TRUE(m_store.load(m_param));
     EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
     EXPECT_EQ(stored(), shipped().value(0)) << "loaded, so it becomes the user's copy";
@@ -154,9 +157,9 @@ TEST_F(GlobalParam, SavesWhatWasLoadedOrSetAndKeepsTheRest)
     m_param.m_sortRule.m_SortDir1 = 2;
     m_param.m_mustFieldData.m_symbolText = u"O'Brien"_s;
     EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
-    const QString expected = u"{\"Later\":{\"x\":[1]},\"CommandInfo\":{\"SaveDwgVersion\":\"?\"},"
-                             "\"SortRule\":{\"SortMode\":3,\"SortDir1\":2},"
-                             "\"MustFieldData\":{\"SymbolText\":\"O\\u0027Brien\"}}"_s;
+    const QString expected = json(
+        "{'Later':{'x':[1]},'CommandInfo':{'SaveDwgVersion':'?'},"
+        "'SortRule':{'SortMode':3,'SortDir1':2},'MustFieldData':{'SymbolText':'O\\u0027Brien'}}");
     EXPECT_EQ(stored(), expected);
     EXPECT_FALSE(shipped().value(0).contains(u"Brien"_s));
     EXPECT_TRUE(m_store.save(m_param, true, Extent::Changes));
@@ -177,49 +180,48 @@ TEST_F(GlobalParam, NeverSavesDefaultsOverTheUsersRecord)
     m_param.m_frameData.m_frameSave.m_frameSpaceX = 3;
     m_param.m_frameData.m_frameSave.m_frameSpaceY = 7;
     EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
-    EXPECT_EQ(stored(), u"{\"FrameData\":{\"FrameSave\":{\"FrameSpaceX\":7}}}"_s)
+    EXPECT_EQ(stored(), json("{'FrameData':{'FrameSave':{'FrameSpaceX':7}}}"))
         << "one key for both, the vertical one counts";
     EXPECT_EQ(stored(u"VelmGlobalParam.unreadable"_s), broken);
 }
 
 TEST_F(GlobalParam, SettingsOfAnotherProgramSurvive)
 {
-    store(u"{\"SortRule\":{\"SortMode\":1}}"_s);
+    store(json("{'SortRule':{'SortMode':1}}"));
     ASSERT_TRUE(m_store.load(m_param));
-    store(u"{\"SortRule\":{\"SortMode\":9}}"_s);  // saved by another program meanwhile
+    store(json("{'SortRule':{'SortMode':9}}"));  // saved by another program meanwhile
     m_param.m_drawModeParam.m_keepPolyline = false;
     EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
-    EXPECT_EQ(stored(),
-              u"{\"SortRule\":{\"SortMode\":9},\"DrawModeParam\":{\"KeepPolyline\":false}}"_s);
-    store(u"{\"DrawModeParam\":{\"KeepPolyline\":true}}"_s);
+    EXPECT_EQ(stored(), json("{'SortRule':{'SortMode':9},'DrawModeParam':{'KeepPolyline':false}}"));
+    store(json("{'DrawModeParam':{'KeepPolyline':true}}"));
     m_param.m_sortRule.m_SortDir2 = 1;
     m_param.m_annNameMap.m_nameForamt = u"x"_s + QChar(0xD800);  // half of a pair
     EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
-    EXPECT_TRUE(stored().contains(u"\"KeepPolyline\":true"_s))
+    EXPECT_TRUE(stored().contains(json("'KeepPolyline':true")))
         << "saved before, so no change of ours";
-    EXPECT_TRUE(stored().contains(u"\"SortDir2\":1"_s));
+    EXPECT_TRUE(stored().contains(json("'SortDir2':1")));
 }
 
 TEST_F(GlobalParam, KeepsTheRecordOfAUserThatCannotBeReadNow)
 {
-    store(u"{\"Mine\":1}"_s);
+    store(json("{'Mine':1}"));
     runSql({u"alter table UserInput rename to Hidden"_s}, QString::fromUtf16(kFile));
     m_param.m_sortRule.m_SortMode = 5;
     EXPECT_FALSE(m_store.save(m_param, false, Extent::Changes));
     EXPECT_FALSE(userStore->setValue(UserStore::inputs(), u"t"_s, u"n"_s, u"v"_s));
     runSql({u"alter table Hidden rename to UserInput"_s}, QString::fromUtf16(kFile));
-    EXPECT_EQ(stored(), u"{\"Mine\":1}"_s);
+    EXPECT_EQ(stored(), json("{'Mine':1}"));
     EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes));
-    EXPECT_EQ(stored(), u"{\"Mine\":1,\"SortRule\":{\"SortMode\":5}}"_s);
+    EXPECT_EQ(stored(), json("{'Mine':1,'SortRule':{'SortMode':5}}"));
 }
 
 TEST_F(GlobalParam, SavesTheWholeRecordForTheHost)
 {
-    ship(u"{\"SortRule\":{\"SortMode\":3}}"_s);
-    store(u"{\"Mine\":1,\"SortRule\":7,\"CommandInfo\":{\"SaveDwgVersion\":31}}"_s);
+    ship(json("{'SortRule':{'SortMode':3}}"));
+    store(json("{'Mine':1,'SortRule':7,'CommandInfo':{'SaveDwgVersion':31}}"));
     m_param.m_drawModeParam.m_DrawMode = 2;
     EXPECT_TRUE(m_store.save(m_param, false, Extent::Record));
-    EXPECT_TRUE(stored().startsWith(u"{\"Mine\":1,\"SortRule\":{\"SortMode\":0,\"SortType\":0,"_s))
+    EXPECT_TRUE(stored().startsWith(json("{'Mine':1,'SortRule':{'SortMode':0,'SortType':0,")))
         << stored().toStdString();
     VelmGlobalParam read;
     EXPECT_TRUE(GlobalParamStore(sharedStore).load(read));
@@ -240,7 +242,7 @@ TEST_F(GlobalParam, AreNotWrittenWhereTheShippedDefaultCannotBeRead)
     EXPECT_EQ(m_param.m_sortRule.m_SortMode, 5);
     ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
     EXPECT_TRUE(m_store.save(m_param, false, Extent::Changes)) << "nothing is shipped";
-    EXPECT_EQ(stored(), u"{\"SortRule\":{\"SortMode\":5}}"_s);
+    EXPECT_EQ(stored(), json("{'SortRule':{'SortMode':5}}"));
 }
 
 TEST(GlobalParamKeys, AreThoseOfTheSampleSet)

@@ -100,6 +100,14 @@ TEST_F(SymbolTables, KeepAreasInTheDatabaseFirst)
     runSql({u"delete from QuobAreaLine where GROUPNAME = 'last'"_s});
     EXPECT_EQ(querySql(u"select CODE || '|' || GROUPNAME || '|' || HATCHCOLOR from QuobAreaLine"_s),
               (QStringList{u"A|new|9"_s, u"B|new|9"_s}));
+    runSql({u"create trigger u before insert on QuobAreaLine when new.CODE = 'D' begin select "
+            "raise(rollback, 'the disk is full'); end"_s});
+    VelmAreaLineItem third = added, fourth = added;
+    third.code = u"C"_s;
+    fourth.code = u"D"_s;
+    EXPECT_FALSE(areas->UpdateAreaLine({third, fourth})) << "everything is taken back";
+    EXPECT_EQ(querySql(u"select CODE from QuobAreaLine"_s), (QStringList{u"A"_s, u"B"_s}));
+    EXPECT_EQ(areas->GetAllAreaLineArray().size(), 2);
     ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
     EXPECT_FALSE(areas->addAreaLineItem(added));
     EXPECT_FALSE(areas->UpdateAreaLine({added}));
@@ -165,24 +173,24 @@ TEST_F(SymbolTables, TellHowAnnotationsArePlacedUpToANumberOutOfRange)
     EXPECT_EQ(annotate->getAnnotateItem(u"A"_s, item), Velm::VelmDatabaseOpenFailed);
 }
 
-// Font tells which row was found.
 TEST_F(SymbolTables, FindRowsByTheExactCodeOnly)
 {
     load({u"create table VelmAnnotate (CODE int, FONT text)"_s,
           u"insert into VelmAnnotate values (31, 'number'), ('3_', 'any'), ('3%', 'all'),"
           "('Ab', 'case'), ('Abc', 'longer'), ('Ab', 'second')"_s});
-    const struct
-    {
-        QString code, font;  // empty for none
-    } cases[] = {{u"31"_s, u"number"_s}, {u"3_"_s, u"any"_s}, {u"3%"_s, u"all"_s},
-                 {u"Ab"_s, u"case"_s},   {u"ab"_s, u""_s},    {u"A"_s, u""_s},
-                 {u"3"_s, u""_s},        {u""_s, u""_s},      {u"%"_s, u""_s}};
-    for (const auto& c : cases) {
+    CVelmAnnotate* annotate = m_manager->GetVelmAnnotate();
+    const QMap<QString, QString> fonts{
+        {u"31"_s, u"number"_s}, {u"3_"_s, u"any"_s}, {u"3%"_s, u"all"_s}, {u"Ab"_s, u"case"_s}};
+    for (const QString& code :
+         {u"31"_s, u"3_"_s, u"3%"_s, u"Ab"_s, u"ab"_s, u"A"_s, u"3"_s, u""_s, u"%"_s}) {
         QString font;
-        EXPECT_EQ(m_manager->GetVelmAnnotate()->getFont(c.code, font),
-                  c.font.isEmpty() ? Velm::VelmNoData : Velm::VelmOk);
-        EXPECT_EQ(font, c.font) << c.code.toStdString();
+        EXPECT_EQ(annotate->getFont(code, font),
+                  fonts.contains(code) ? Velm::VelmOk : Velm::VelmNoData);
+        EXPECT_EQ(font, fonts.value(code)) << code.toStdString();
     }
+    VelmAnnItem item;
+    EXPECT_EQ(annotate->getAnnotateItem(u"Ab"_s, item), Velm::VelmOk);
+    EXPECT_EQ(item.height, 0.0) << "there is no such column";
 }
 
 TEST_F(SymbolTables, TellHowFramesAreProduced)
@@ -291,47 +299,6 @@ TEST_F(SymbolTables, TellHowRecordsAreShownAndWritten)
     EXPECT_EQ(layout.headerList, (QStringList{u"a"_s, u""_s, u"c"_s})) << "places count";
     EXPECT_EQ(layout.fieldType, (QList<int>{0, 2}));
     EXPECT_EQ(m_manager->GetVelmRecordManager()->getPIPSysConfigInformation(3), u"材质"_s);
-}
-
-TEST_F(SymbolTables, TakeAMillionCharactersInEveryCell)
-{
-    const QString cell = u"replace(hex(zeroblob(500000)), '0', 'x')"_s;
-    load({u"create table indexini (CODE, NAME, WIDTH, [TABLE])"_s,
-          u"insert into indexini values (%1, %1, %1, %1)"_s.arg(cell),
-          u"create table Attributetable ([TABLE], TYPE)"_s,
-          u"insert into Attributetable values (%1, %1)"_s.arg(cell),
-          u"create table VelmAnnotate (CODE, EXTDATA, HEIGHT)"_s,
-          u"insert into VelmAnnotate values (%1, %1, %1)"_s.arg(cell),
-          u"create table VelmCmdSetting (CmdName, CmdText)"_s,
-          u"insert into VelmCmdSetting values (%1, %1)"_s.arg(cell)});
-    const CVelmConfigManager* manager = m_manager;
-    ASSERT_EQ(manager->GetVelmIndex()->getIndexMap().size(), 1);
-    const VelmIndexItem index = manager->GetVelmIndex()->getIndexMap().first();
-    EXPECT_EQ(index.name.size(), 1000000);
-    EXPECT_EQ(index.width, 0.0);
-    EXPECT_TRUE(manager->GetVelmAttribute()->existTable(index.table));
-    VelmAnnItem annotation;
-    EXPECT_EQ(m_manager->GetVelmAnnotate()->getAnnotateItem(index.code, annotation), Velm::VelmOk);
-    Record map;
-    EXPECT_EQ(m_manager->GetVelmCmdSetting()->getCommandSettingVariantMap(index.code, map),
-              Velm::VelmSettingConvertFailed);
-}
-
-TEST_F(SymbolTables, AreEmptyWithoutTheirTablesAndColumns)
-{
-    load({u"create table Workdef (X)"_s, u"insert into Workdef values (1)"_s,
-          u"create table VelmFrame (ConfigName)"_s, u"insert into VelmFrame values ('A')"_s,
-          u"create table VelmAnnotate (CODE)"_s, u"insert into VelmAnnotate values ('A')"_s});
-    const CVelmConfigManager* manager = m_manager;
-    EXPECT_TRUE(manager->GetVelmIndex()->getIndexMap().isEmpty());
-    EXPECT_TRUE(manager->GetVelmWork()->isValidCode(QString())) << "a row without any column";
-    EXPECT_TRUE(manager->GetVelmAttribute()->getGisTableNameArray({}).isEmpty());
-    VelmFrameItem frame;
-    EXPECT_EQ(m_manager->GetVelmFrame()->getFrameItem(u"A"_s, frame), Velm::VelmOk);
-    EXPECT_EQ(frame.framename, QString());
-    VelmAnnItem annotation;
-    EXPECT_EQ(m_manager->GetVelmAnnotate()->getAnnotateItem(u"A"_s, annotation), Velm::VelmOk);
-    EXPECT_EQ(annotation.height, 0.0);
 }
 
 TEST_F(SymbolTables, ChooseAmongDefinedCodes)
