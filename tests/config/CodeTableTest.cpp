@@ -62,20 +62,18 @@ TEST_F(CodeTables, KeepTheLastRowOfACodeAndConvertLooselyTypedColumns)
           "('A','三角点','0.15','gc1','KZD_PT','SJD'), ('B',null,'x',null,null,null)"_s,
           u"insert into Workdef values ('A','old','','',1,'',1),"
           "('A','块','0.5','注','12','KZD','5'), ('B','','','',null,'',null)"_s});
-    EXPECT_EQ(ask(m_index, &CVelmIndex::getName), u"三角点"_s);
-    EXPECT_EQ(ask(m_index, &CVelmIndex::getWidth), 0.15);
-    EXPECT_EQ(ask(m_index, &CVelmIndex::getLType), u"gc1"_s);
-    EXPECT_EQ(ask(m_index, &CVelmIndex::getUseCode), u"SJD"_s);
-    EXPECT_EQ(ask(m_index, &CVelmIndex::getGisTableName), u"KZD_PT"_s);
+    EXPECT_EQ(told({ask(m_index, &CVelmIndex::getName), ask(m_index, &CVelmIndex::getWidth),
+                    ask(m_index, &CVelmIndex::getLType), ask(m_index, &CVelmIndex::getUseCode),
+                    ask(m_index, &CVelmIndex::getGisTableName)}),
+              u"三角点|0.15|gc1|SJD|KZD_PT"_s);
     QString ltype, name, usecode, table;
     double width = -1.0;
     EXPECT_EQ(m_index.getPars(m_code, ltype, width, name, usecode, table), Velm::VelmOk);
     EXPECT_EQ(told({ltype, width, name, usecode, table}), u"gc1|0.15|三角点|SJD|KZD_PT"_s);
-    EXPECT_EQ(ask(m_work, &CVelmWork::get_text), u"注"_s);
-    EXPECT_EQ(ask(m_work, &CVelmWork::get_parOne), u"块"_s);
-    EXPECT_EQ(ask(m_work, &CVelmWork::get_parTwo), u"0.5"_s);
-    EXPECT_EQ(ask(m_work, &CVelmWork::get_color), 12);
-    EXPECT_EQ(ask(m_work, &CVelmWork::get_enttype), 5);
+    EXPECT_EQ(told({ask(m_work, &CVelmWork::get_text), ask(m_work, &CVelmWork::get_parOne),
+                    ask(m_work, &CVelmWork::get_parTwo), ask(m_work, &CVelmWork::get_color),
+                    ask(m_work, &CVelmWork::get_enttype)}),
+              u"注|块|0.5|12|5"_s);
     QString par1, par2, text, layer;
     for (const bool flag : {false, true}) {
         EXPECT_EQ(m_work.get_layer(m_code, layer, flag), Velm::VelmOk);
@@ -106,21 +104,16 @@ TEST_F(CodeTables, LeaveOutputsAloneForAnUnknownCode)
     VelmWorkItem definition;
     Velm::EntityType type = Velm::EntityText;
     for (const QString& unknown : {u"a"_s, QString()}) {  // codes are exact
-        const QVector<Velm::ErrorStatus> answers{
-            m_index.getName(unknown, text),
-            m_index.getLType(unknown, text),
-            m_index.getUseCode(unknown, text),
-            m_index.getGisTableName(unknown, text),
-            m_index.getWidth(unknown, width),
-            m_index.getPars(unknown, text, width, text, text, text),
-            m_index.getExtendTables(unknown, tables),
-            m_index.getItem(unknown, item),
-            m_index.getEntType(unknown, type),
-            m_index.getCodeByUsercode(unknown, text),
-            m_index.removeItem(unknown),
-            m_work.get_text(unknown, text),
-            m_work.get_par(unknown, text, number, text, text, text, number),
-            m_work.removeItem(unknown)};
+        const QVector<Velm::ErrorStatus> answers(
+            {m_index.getName(unknown, text), m_index.getLType(unknown, text),
+             m_index.getUseCode(unknown, text), m_index.getGisTableName(unknown, text),
+             m_index.getWidth(unknown, width),
+             m_index.getPars(unknown, text, width, text, text, text),
+             m_index.getExtendTables(unknown, tables), m_index.getItem(unknown, item),
+             m_index.getEntType(unknown, type), m_index.getCodeByUsercode(unknown, text),
+             m_index.removeItem(unknown), m_work.get_text(unknown, text),
+             m_work.get_par(unknown, text, number, text, text, text, number),
+             m_work.removeItem(unknown)});
         EXPECT_EQ(answers, QVector<Velm::ErrorStatus>(answers.size(), Velm::VelmNotFound));
         EXPECT_FALSE(m_work.isValidCode(unknown));
     }

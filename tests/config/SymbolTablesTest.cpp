@@ -45,22 +45,17 @@ TEST_F(SymbolTables, TellHowAreasAreDrawn)
           u"insert into QuobAreaLine values ('A', '0.15', 1, 'ann', 'area', 'grp', 2, '0', null),"
           "('A', 0.5, 5, 'ann2', 'area2', 'grp2', 1.5, 3, 'x'), (null, 1, 1, 1, 1, 1, 1, 1, 1)"_s});
     CVelmAreaLine* areas = m_manager->GetVelmAreaLine();
-    EXPECT_EQ(areas->GetAreaLineLineWidth(u"A"_s), 0.5) << "the last row of a code counts";
-    EXPECT_EQ(areas->GetAreaLineLineTypeScale(u"A"_s), 1.5);
-    EXPECT_EQ(areas->GetAreaLineHatchColor(u"A"_s), 3);
-    EXPECT_EQ(areas->GetAreaLineHatchBKColor(u"A"_s), 0) << "does not convert";
-    EXPECT_EQ(areas->GetAreaLineEntType(u"A"_s), u"5"_s);
-    EXPECT_EQ(areas->GetAreaLineAnnRule(u"A"_s), u"ann2"_s);
-    EXPECT_EQ(areas->GetAreaLineAreaRule(u"A"_s), u"area2"_s);
-    EXPECT_EQ(areas->GetAreaLineGroupName(u"A"_s), u"grp2"_s);
+    const auto drawn = [areas](const QString& code) {
+        return told({areas->GetAreaLineLineWidth(code), areas->GetAreaLineLineTypeScale(code),
+                     areas->GetAreaLineHatchColor(code), areas->GetAreaLineHatchBKColor(code),
+                     areas->GetAreaLineEntType(code), areas->GetAreaLineAnnRule(code),
+                     areas->GetAreaLineAreaRule(code), areas->GetAreaLineGroupName(code)});
+    };
+    EXPECT_EQ(drawn(u"A"_s), u"0.5|1.5|3|0|5|ann2|area2|grp2"_s) << "the last row of a code counts";
+    EXPECT_EQ(drawn(u"a"_s), u"0|0|7|7||||"_s) << "codes are exact";
     EXPECT_EQ(areas->GetAllAreaLineArray().size(), 2);
     EXPECT_TRUE(areas->isValidCode(QString()));
-
-    EXPECT_FALSE(areas->isValidCode(u"a"_s)) << "codes are exact";
-    EXPECT_EQ(areas->GetAreaLineHatchColor(u"a"_s), 7);
-    EXPECT_EQ(areas->GetAreaLineHatchBKColor(u"a"_s), 7);
-    EXPECT_EQ(areas->GetAreaLineLineWidth(u"a"_s), 0.0);
-    EXPECT_EQ(areas->GetAreaLineLineTypeScale(u"a"_s), 0.0);
+    EXPECT_FALSE(areas->isValidCode(u"a"_s));
     VelmAreaLineItem item;
     item.code = u"before"_s;
     EXPECT_FALSE(areas->GetAreaLineItem(item, u"a"_s));
@@ -126,48 +121,38 @@ TEST_F(SymbolTables, TellHowAnnotationsArePlacedUpToANumberOutOfRange)
     CVelmAnnotate* annotate = m_manager->GetVelmAnnotate();
     VelmAnnItem item;
     EXPECT_EQ(annotate->getAnnotateItem(u"A"_s, item), Velm::VelmOk);
-    EXPECT_EQ(told({item.code, item.font, item.place, item.text, item.layer}), u"A|F|MR|T|ZJ"_s);
-    EXPECT_EQ(told({item.decimal, item.color, item.height, item.rotate, item.factor}),
-              u"3|3|2.5|0.5|0.8"_s);
-    EXPECT_EQ(told({item.inputtype, item.anntype, item.enttype}), u"2|5|8"_s);
+    EXPECT_EQ(told({item.code, item.layer, item.color}), u"A|ZJ|3"_s);
     EXPECT_EQ(item.extdata, (Record{{u"k"_s, QVariantList{1}}}));
-    double height = 0, rotate = 0, factor = 0;
-    QString font, place, text;
-    int decimal = 0, linetype = 0;
-    Velm::AnnType annotation{};
-    Velm::EntityType entity{};
-    Velm::InputType input{};
-    const QVector<Velm::ErrorStatus> answers{
-        annotate->getHeight(u"A"_s, height),      annotate->getRotate(u"A"_s, rotate),
-        annotate->getFactor(u"A"_s, factor),      annotate->getFont(u"A"_s, font),
-        annotate->getPlace(u"A"_s, place),        annotate->getAnnText(u"A"_s, text),
-        annotate->getDecimal(u"A"_s, decimal),    annotate->getLineType(u"A"_s, linetype),
-        annotate->getAnnType(u"A"_s, annotation), annotate->getEntType(u"A"_s, entity),
-        annotate->getInputType(u"A"_s, input)};
-    EXPECT_EQ(answers.count(Velm::VelmOk), answers.size());
-    EXPECT_EQ(told({height, rotate, factor, font, place, text, decimal}),
-              u"2.5|0.5|0.8|F|MR|T|3"_s);
-    EXPECT_EQ(told({linetype, annotation, entity, input}), u"-2|5|8|2"_s) << "-2.9 towards 0";
+    const auto one = [annotate](auto get, auto value) {
+        EXPECT_EQ((annotate->*get)(u"A"_s, value), Velm::VelmOk);
+        return value;
+    };
+    using Annotate = CVelmAnnotate;
+    EXPECT_EQ(told({one(&Annotate::getFont, QString()), one(&Annotate::getPlace, QString()),
+                    one(&Annotate::getAnnText, QString()), one(&Annotate::getDecimal, 0),
+                    one(&Annotate::getHeight, 0.0), one(&Annotate::getRotate, 0.0),
+                    one(&Annotate::getFactor, 0.0)}),
+              u"F|MR|T|3|2.5|0.5|0.8"_s);
+    EXPECT_EQ(told({one(&Annotate::getLineType, 0), one(&Annotate::getAnnType, Velm::AnnType1),
+                    one(&Annotate::getEntType, Velm::EntityUnset),
+                    one(&Annotate::getInputType, Velm::InputUnset)}),
+              u"-2|5|8|2"_s)
+        << "the line type goes towards 0";
 
-    const struct
-    {
-        QString code;
-        const char16_t* told;  // choices as far as they were read
-    } cases[] = {{u"input"_s, u"-1|1|-1"},
-                 {u"ann"_s, u"0|1|-1"},
-                 {u"ent"_s, u"0|0|-1"},
-                 {u"wide"_s, u"-1|1|-1"}};
-    for (const auto& c : cases) {
+    const QMap<QString, QString> choices({{u"input"_s, u"-1|1|-1"_s},  // as far as they were read
+                                          {u"ann"_s, u"0|1|-1"_s},
+                                          {u"ent"_s, u"0|0|-1"_s},
+                                          {u"wide"_s, u"-1|1|-1"_s}});
+    for (const QString& code : choices.keys()) {
         VelmAnnItem partly;
-        EXPECT_EQ(annotate->getAnnotateItem(c.code, partly), Velm::VelmInvalidValue);
-        EXPECT_EQ(told({partly.inputtype, partly.anntype, partly.enttype}),
-                  QString::fromUtf16(c.told))
-            << c.code.toStdString();
-        EXPECT_EQ(told({partly.code, partly.height, partly.color, partly.extdata.size()}),
-                  c.code + u"|2|7|0"_s)
+        QString font = u"before"_s;
+        EXPECT_EQ(annotate->getAnnotateItem(code, partly), Velm::VelmInvalidValue);
+        EXPECT_EQ(annotate->getFont(code, font), Velm::VelmInvalidValue);
+        EXPECT_EQ(told({partly.inputtype, partly.anntype, partly.enttype}), choices[code])
+            << code.toStdString();
+        EXPECT_EQ(told({partly.code, partly.height, partly.color, partly.extdata.size(), font}),
+                  code + u"|2|7|0|before"_s)
             << "no work definition, no object";
-        EXPECT_EQ(annotate->getFont(c.code, font = u"before"_s), Velm::VelmInvalidValue);
-        EXPECT_EQ(font, u"before"_s);
     }
     ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
     EXPECT_EQ(annotate->getAnnotateItem(u"A"_s, item), Velm::VelmDatabaseOpenFailed);
