@@ -257,7 +257,6 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(FileCase{"OneLine", "  A,x5,0.5,n,u,T \r\n", "A|x5|0.5|n|u|T",
                              "A|x5|0|n|u|T|-1"},
                     FileCase{"AllOfWork", "A,L,3,p,q,t,12", "||0|||", "A|L|3|p|q|t|12"},
-                    FileCase{"NoNumbers", "A,L,x,p,q,t,y", "||0|||", "A|L|0|p|q|t|0"},
                     FileCase{"TooManyFields", "A,x5,0.5,n,u,T,1,more", "||0|||", "||-1||||-1"},
                     FileCase{"Gbk", "\xB2\xE2,\xC1\xBF", "测|量|0|||", "测|量|-1||||-1"},
                     FileCase{"Empty", "", "||0|||", "||-1||||-1"},
