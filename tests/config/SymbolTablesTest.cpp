@@ -97,10 +97,10 @@ TEST_F(SymbolTables, KeepAreasInTheDatabaseFirst)
               (QStringList{u"A|new|9"_s, u"B|new|9"_s}));
     runSql({u"create trigger u before insert on QuobAreaLine when new.CODE = 'D' begin select "
             "raise(rollback, 'the disk is full'); end"_s});
-    VelmAreaLineItem third = added, fourth = added;
-    third.code = u"C"_s;
-    fourth.code = u"D"_s;
-    EXPECT_FALSE(areas->UpdateAreaLine({third, fourth})) << "everything is taken back";
+    QVector<VelmAreaLineItem> more(3, added);
+    for (int i = 0; i < more.size(); ++i)
+        more[i].code = QChar('C' + i);
+    EXPECT_FALSE(areas->UpdateAreaLine(more)) << "everything is taken back, what follows too";
     EXPECT_EQ(querySql(u"select CODE from QuobAreaLine"_s), (QStringList{u"A"_s, u"B"_s}));
     EXPECT_EQ(areas->GetAllAreaLineArray().size(), 2);
     ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
