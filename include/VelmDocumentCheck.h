@@ -4,12 +4,21 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVector>
+
+/// A key of a JSON document whose value has no effect.
+struct VelmUnknownKey
+{
+    QString key;
+    QStringList known;  ///< the keys that are known in its place
+};
 
 /// What is wrong with a JSON document of the configuration.
 struct VelmDocumentCheck
 {
     bool parses = true;    ///< whether the text is JSON at all
     QStringList problems;  ///< one message each, with the path of the member; empty if all is well
+    QVector<VelmUnknownKey> unknownKeys;  ///< the first 100
 };
 
 namespace Velm {

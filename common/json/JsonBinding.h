@@ -101,10 +101,20 @@ private:
     std::bitset<std::tuple_size_v<Members>> m_told;  // by place
 };
 
+/// A key of an object that no member is bound to.
+struct UnknownKey
+{
+    QString key;
+    QStringList known;  // those of the object's record
+};
+
 /// Reads values into members and collects what fails, each with the path of its member.
 class Reader
 {
 public:
+    /// Keys that are not known are added to @p unknown, unless it is null.
+    explicit Reader(QVector<UnknownKey>* unknown = nullptr) : m_unknown(unknown) {}
+
     const QStringList& problems() const { return m_problems; }
 
     // Each answers whether the value is of the right type, and writes to its output only then.
@@ -132,6 +142,7 @@ public:
         forEachMember<Record>([&](const auto& member, size_t place) {
             partial.m_told[place] = readMember(json, member, partial.m_values);
         });
+        noteUnknownKeys<Record>(json);
         return true;
     }
 
@@ -179,6 +190,7 @@ public:
             return fail("not object");
         forEachMember<Record>(
             [&](const auto& member, size_t) { readMember(json, member, record); });
+        noteUnknownKeys<Record>(json);
         return true;
     }
 
@@ -211,6 +223,22 @@ private:
         return false;
     }
 
+    template<class Record>
+    void noteUnknownKeys(const Value& object)
+    {
+        if (!m_unknown)
+            return;
+        QStringList known;
+        forEachMember<Record>(
+            [&known](const auto& member, size_t) { known.append(QString::fromUtf16(member.key)); });
+        known.removeDuplicates();
+        for (const auto& entry : object.GetObject()) {
+            const QString key = toQString(entry.name);
+            if (!known.contains(key) && m_unknown->size() < kMostProblems)
+                m_unknown->append({key, known});
+        }
+    }
+
     static constexpr int kMostProblems = 100;
 
     bool fail(const char* problem);
@@ -218,14 +246,16 @@ private:
     QStringList m_path;
     QStringList m_problems;
     bool m_keepsPlaces = false;  // of the list that is read next
+    QVector<UnknownKey>* m_unknown;
 };
 
 /// Reads @p json into @p record. Everything that can be read is, before the failures of all members
-/// are thrown as one Error. Throws OutOfMemory too, which leaves the rest unread.
+/// are thrown as one Error. Throws OutOfMemory too, which leaves the rest unread. Keys that are not
+/// known are added to @p unknown, unless it is null.
 template<class Record>
-void read(const Value& json, Record& record)
+void read(const Value& json, Record& record, QVector<UnknownKey>* unknown = nullptr)
 {
-    Reader reader;
+    Reader reader(unknown);
     guarded([&] { return reader.read(json, record); });
     if (!reader.problems().isEmpty())
         throw Error(reader.problems());

@@ -11,6 +11,8 @@ namespace velm::detail {
 
 /// Gets what is wrong with a document.
 using ProblemSink = std::function<void(const json::Error&)>;
+/// Gets the keys of a document that are not known; null for a reader that does not ask.
+using UnknownKeys = QVector<json::UnknownKey>;
 
 /// Logs each problem, with @p what in front.
 ProblemSink logAs(const QString& what);
@@ -22,10 +24,11 @@ std::optional<json::Document> parseConfigObject(const QString& text, const Probl
 /// Reads @p object into @p record; members that fail are told and stay as they are.
 /// @return whether all could be read
 template<class Record>
-bool readConfigObject(const json::Value& object, Record& record, const ProblemSink& tell)
+bool readConfigObject(const json::Value& object, Record& record, const ProblemSink& tell,
+                      UnknownKeys* unknown = nullptr)
 {
     try {
-        json::read(object, record);
+        json::read(object, record, unknown);
         return true;
     } catch (const json::Error& error) {
         tell(error);

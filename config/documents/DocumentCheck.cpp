@@ -9,11 +9,11 @@ using namespace velm::detail;
 
 namespace {
 
-void readGlobalParam(const QString& text, const ProblemSink& tell)
+void readGlobalParam(const QString& text, const ProblemSink& tell, UnknownKeys* unknown)
 {
     VelmGlobalParam param;
     if (const auto document = parseConfigObject(text, tell))
-        readConfigObject(*document, param, tell);
+        readConfigObject(*document, param, tell, unknown);
 }
 
 }  // namespace
@@ -25,11 +25,14 @@ VelmDocumentCheck Velm::checkDocument(const QString& key, const QString& text)
         check.parses = check.parses && !dynamic_cast<const json::ParseError*>(&error);
         check.problems.append(error.messages());
     };
+    UnknownKeys unknown;
     if (key == documents::globalParameters())
-        readGlobalParam(text, collect);
+        readGlobalParam(text, collect, &unknown);
     else if (key == documents::fieldConversion())
-        parseFieldConversion(text, collect);
+        parseFieldConversion(text, collect, &unknown);
     else if (key == documents::genusLayout())
-        parseGenusLayout(text, collect);
+        parseGenusLayout(text, collect, &unknown);
+    for (const json::UnknownKey& found : qAsConst(unknown))
+        check.unknownKeys.append({found.key, found.known});
     return check;
 }

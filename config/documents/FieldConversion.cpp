@@ -58,14 +58,15 @@ QString FieldConversion::nameOf(const VelmFieldItem& field) const
     return named.m_fieldName;
 }
 
-std::optional<FieldConversion> parseFieldConversion(const QString& text, const ProblemSink& tell)
+std::optional<FieldConversion> parseFieldConversion(const QString& text, const ProblemSink& tell,
+                                                    UnknownKeys* unknown)
 {
     std::optional<json::Document> document = parseConfigObject(text, tell);
     if (!document)
         return std::nullopt;
     keyFieldsByName(*document);
     FieldConversion read;
-    if (!readConfigObject(*document, read, tell))
+    if (!readConfigObject(*document, read, tell, unknown))
         return std::nullopt;
     FieldConversion conversion{read.tableInfo, {}};
     for (auto it = read.m_newFieldMap.cbegin(); it != read.m_newFieldMap.cend(); ++it)

@@ -38,6 +38,7 @@ struct FieldConversion
 /// The conversion that @p text holds. Its fields may be an object by field name or an array of
 /// objects with a "FieldName". A document that cannot be read as a whole is none; what is wrong
 /// with it is told.
-std::optional<FieldConversion> parseFieldConversion(const QString& text, const ProblemSink& tell);
+std::optional<FieldConversion> parseFieldConversion(const QString& text, const ProblemSink& tell,
+                                                    UnknownKeys* unknown = nullptr);
 
 }  // namespace velm::detail

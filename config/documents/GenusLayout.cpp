@@ -7,14 +7,14 @@ VELM_JSON_RECORD(VelmRecordGenusDatabase, VELM_JSON_PLACES(headerList, "HeaderLi
 
 namespace velm::detail {
 
-std::optional<VelmRecordGenusDatabase> parseGenusLayout(const QString& text,
-                                                        const ProblemSink& tell)
+std::optional<VelmRecordGenusDatabase>
+parseGenusLayout(const QString& text, const ProblemSink& tell, UnknownKeys* unknown)
 {
     const std::optional<json::Document> document = parseConfigObject(text, tell);
     if (!document)
         return std::nullopt;
     VelmRecordGenusDatabase layout;
-    readConfigObject(*document, layout, tell);
+    readConfigObject(*document, layout, tell, unknown);
     return layout;
 }
 

@@ -198,6 +198,10 @@ const Broken kBroken[] = {
     {"json-key", kSystem,
      u"update VelmFrame set FRAMEMODE = '{\"SelMod\":1}' where ConfigName = '1:500 50x50'",
      u"VelmFrame FRAMEMODE {\"SelMod\":1}"},
+    {"json-key", kSystem,
+     u"update globaldefines set value = '{\"FrameData\":{\"FrameSise\":{}}}' where key = "
+     "'GlobalParam'",
+     u"globaldefines VALUE {\"FrameData\":{\"FrameSise\":{}}}"},
     {"conversion-table", kSystem,
      u"update globaldefines set value = '{\"TableInfo\":{\"TableName\":\"NO\"}}' where key = "
      "'字段转换'",

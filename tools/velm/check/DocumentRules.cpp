@@ -74,6 +74,11 @@ void checkLayout(const QJsonObject& document, const Place& place, Problems& prob
     }
 }
 
+QString unknownKey(const QString& key, const QStringList& known)
+{
+    return QStringLiteral("the key \"%1\" is not known").arg(key) + suggestionAmong(key, known);
+}
+
 /// Reports a document that the library does not read as a whole.
 void checkDefinition(const CheckedSet& set, const QString& key, const Place& place,
                      Problems& problems)
@@ -82,15 +87,13 @@ void checkDefinition(const CheckedSet& set, const QString& key, const Place& pla
     for (const QString& problem : check.problems)
         problems.add(check.parses ? kJsonType : kJsonSyntax, place,
                      key + QStringLiteral(": ") + problem);
+    for (const VelmUnknownKey& unknown : check.unknownKeys)
+        problems.add(kJsonKey, place,
+                     key + QStringLiteral(": ") + unknownKey(unknown.key, unknown.known));
     if (check.problems.isEmpty() && key == documents::fieldConversion() && !place.value.isEmpty())
         checkConversion(set, objectIn(place.value), place, problems);
     if (check.problems.isEmpty() && key == documents::genusLayout() && !place.value.isEmpty())
         checkLayout(objectIn(place.value), place, problems);
-}
-
-QString unknownKey(const QString& key, const QStringList& known)
-{
-    return QStringLiteral("the key \"%1\" is not known").arg(key) + suggestionAmong(key, known);
 }
 
 bool isInteger(const QJsonValue& value)
