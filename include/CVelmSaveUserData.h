@@ -48,5 +48,8 @@ private:
     /// younger one.
     static void prepareInstance();
 
+    /// Opens the file unless it is open; the first failure is shown.
+    bool initSaveUserData();
+
     std::unique_ptr<velm::detail::UserStore> m_store;
 };

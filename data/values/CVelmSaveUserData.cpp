@@ -24,7 +24,7 @@ Singleton<CVelmSaveUserData>& holder()
 CVelmSaveUserData* CVelmSaveUserData::Instance()
 {
     return holder().get([] { return new CVelmSaveUserData(fileName()); },
-                        [](CVelmSaveUserData& data) { data.m_store->isReady(); });
+                        [](CVelmSaveUserData& data) { data.initSaveUserData(); });
 }
 
 void CVelmSaveUserData::prepareInstance()
@@ -45,6 +45,11 @@ CVelmSaveUserData::CVelmSaveUserData(const QString& file)
 {}
 
 CVelmSaveUserData::~CVelmSaveUserData() = default;
+
+bool CVelmSaveUserData::initSaveUserData()
+{
+    return m_store->isReady();
+}
 
 QString CVelmSaveUserData::userInput(const QString& type, const QString& name)
 {
