@@ -6,8 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <QDateTime>
-#include <QEventLoop>
-#include <QTimer>
+#include <qtestsupport_core.h>
 
 namespace {
 
@@ -29,14 +28,6 @@ protected:
 private:
     const int m_before = QSqlDatabase::connectionNames().size();
 };
-
-/// Runs the event loop until every timer of up to 10 ms is through.
-void letTimersPass()
-{
-    QEventLoop loop;
-    QTimer::singleShot(20, Qt::PreciseTimer, &loop, &QEventLoop::quit);
-    loop.exec();
-}
 
 using Db = CVelmDatabase;
 
@@ -208,67 +199,29 @@ TEST_F(DatabaseDriver, IsTheOneForAccessForTheEndingMdbOnly)
     EXPECT_EQ(registered(), 1) << "what was never open is not deregistered";
 }
 
-TEST_F(DatabaseDriver, ClosesWhenTheLastCopyGoes)
-{
-    open(u"a.db"_s);
-    CVelmDatabase copy(database);
-    EXPECT_EQ(copy.startTransaction(true), Velm::VelmOk);
-    database = CVelmDatabase();
-    EXPECT_EQ(driver.take(), u"open a.db\nbegin"_s);
-    database = copy;
-    copy = CVelmDatabase();
-    EXPECT_EQ(database.endTransaction(), Velm::VelmOk);
-    EXPECT_EQ(registered(), 1);
-    database = copy;
-    EXPECT_EQ(driver.take(), u"commit\nclose"_s);
-    EXPECT_EQ(registered(), 0);
-}
-
-TEST_F(DatabaseDriver, GetsOneTransactionAtATime)
-{
-    open(u"a.db"_s);
-    EXPECT_EQ(database.endTransaction(), Velm::VelmOk);
-    EXPECT_EQ(database.startTransaction(false), Velm::VelmOk);
-    EXPECT_EQ(database.startTransaction(true), Velm::VelmOk);
-    EXPECT_EQ(database.startTransaction(true), Velm::VelmOk);
-    EXPECT_EQ(database.startTransaction(false), Velm::VelmOk);
-    EXPECT_EQ(database.endTransaction(), Velm::VelmOk);
-    EXPECT_EQ(driver.take(), u"open a.db\nbegin\ncommit"_s);
-
-    driver.refused = QStringList{u"begin"_s, u"commit"_s};
-    EXPECT_EQ(database.startTransaction(true), Velm::VelmTransactionFailed);
-    EXPECT_EQ(database.startTransaction(true), Velm::VelmOk) << "a failed start is a start";
-    EXPECT_EQ(database.endTransaction(), Velm::VelmCommitFailed);
-    driver.refused = QStringList{u"commit"_s, u"rollback"_s};
-    EXPECT_EQ(database.startTransaction(true), Velm::VelmOk);
-    EXPECT_EQ(database.endTransaction(), Velm::VelmRollbackFailed);
-    EXPECT_EQ(database.endTransaction(), Velm::VelmOk) << "a failed end is an end";
-    EXPECT_EQ(driver.take(), u"begin\ncommit\nrollback\nbegin\ncommit\nrollback"_s);
-}
-
 TEST_F(DatabaseDriver, ForAccessClosesLaterOnRequest)
 {
     open(u"a.mdb"_s);
     EXPECT_EQ(database.closeDatabase(true, 1), Velm::VelmOk);
     EXPECT_TRUE(database.isOpen());
-    letTimersPass();
+    QTest::qWait(20);
     EXPECT_FALSE(database.isOpen());
 
     open(u"a.mdb"_s);
     database.closeDatabase(true, 1);
     open(u"b.mdb"_s);
-    letTimersPass();
+    QTest::qWait(20);
     EXPECT_TRUE(database.isOpen()) << "the close was meant for the connection before";
 
     driver.take();
     database.closeDatabase(true, 1);
     database = CVelmDatabase();
-    letTimersPass();
+    QTest::qWait(20);
     EXPECT_EQ(driver.take(), u"close"_s);
 
     open(u"a.mdb"_s);
     database.closeDatabase(true, -1);
-    letTimersPass();
+    QTest::qWait(20);
     EXPECT_FALSE(database.isOpen());
 
     open(u"a.db"_s);

@@ -40,6 +40,19 @@ protected:
         EXPECT_EQ(database.executeSql(u"delete from 管线表"_s), Velm::VelmSqlExecFailed);
     }
 
+    /// Fills the table, and while the file is closed writes @p bytes over what lies there.
+    void damage(int rows, int position, const QByteArray& bytes, int size = 0)
+    {
+        ASSERT_EQ(database.writeTable(kTable, Rows(rows, row(1, QString(100, u'地')))),
+                  Velm::VelmOk);
+        database.closeDatabase(false, 0);
+        QFile broken(file);
+        ASSERT_TRUE(broken.open(QIODevice::ReadWrite) && (size == 0 || broken.resize(size)));
+        ASSERT_TRUE(broken.seek(position) && broken.write(bytes) == bytes.size());
+        broken.close();
+        EXPECT_EQ(database.initDatabase(file, QString()), Velm::VelmOk);
+    }
+
     const QString file = path(u"库 %1.db"_s);
     CVelmDatabase database;
 };
@@ -170,6 +183,30 @@ TEST_F(DatabaseFile, ShowsATransactionToOthersWhenItEnds)
     EXPECT_EQ(database.recordCount(kTable, {}), 2U) << "closing commits nothing";
 }
 
+TEST_F(DatabaseFile, HasOneTransactionAtATimeUntilTheLastCopyGoes)
+{
+    EXPECT_EQ(database.endTransaction(), Velm::VelmOk) << "none was begun";
+    for (const bool begin : {false, true, true, false})
+        EXPECT_EQ(database.startTransaction(begin), Velm::VelmOk) << begin;
+    execute(u"begin"_s);
+    EXPECT_EQ(database.startTransaction(true), Velm::VelmTransactionFailed);
+    EXPECT_EQ(database.startTransaction(true), Velm::VelmOk) << "a failed start is a start";
+    execute(u"rollback"_s);
+    EXPECT_EQ(database.endTransaction(), Velm::VelmRollbackFailed);
+    EXPECT_EQ(database.endTransaction(), Velm::VelmOk) << "a failed end is an end";
+
+    const int open = QSqlDatabase::connectionNames().size();
+    CVelmDatabase copy(database);
+    EXPECT_EQ(copy.startTransaction(true), Velm::VelmOk);
+    copy.writeRecord(kTable, row(1, 1));
+    database = CVelmDatabase();
+    database = std::exchange(copy, CVelmDatabase());
+    EXPECT_EQ(database.endTransaction(), Velm::VelmOk);
+    EXPECT_EQ(database.recordCount(kTable, {}), 1U);
+    database = copy;
+    EXPECT_EQ(QSqlDatabase::connectionNames().size(), open - 1);
+}
+
 TEST_F(DatabaseFile, IsReplacedWithinATransactionBegunWithoutTheObject)
 {
     execute(u"begin"_s);
@@ -189,6 +226,10 @@ TEST_F(DatabaseFile, ThatCannotBeCommittedIsNotReportedAsReplaced)
     ASSERT_EQ(reader.startTransaction(true), Velm::VelmOk);
     ASSERT_EQ(reader.recordCount(kTable, {}), 1U);  // holds a shared lock from here
     EXPECT_EQ(database.writeTable(kTable, {row(1, u"new"_s)}), Velm::VelmSqlExecFailed);
+    EXPECT_EQ(database.startTransaction(true), Velm::VelmOk);
+    EXPECT_EQ(database.deleteRecord(kTable, {}), Velm::VelmOk);
+    EXPECT_EQ(database.endTransaction(), Velm::VelmCommitFailed);
+    EXPECT_EQ(database.endTransaction(), Velm::VelmOk) << "it was rolled back";
     EXPECT_EQ(database.readTable(kTable), Rows{row(1, u"old"_s)});
 }
 
@@ -285,14 +326,7 @@ TEST_F(DatabaseFile, TellsTheErrorOfTheLastStatementOfAnyObject)
 
 TEST_P(DatabaseDamage, IsToldWhereTheFileIsUsed)
 {
-    ASSERT_EQ(database.writeTable(kTable, Rows(400, row(1, QString(100, u'地')))), Velm::VelmOk);
-    database.closeDatabase(false, 0);
-    QFile broken(file);
-    ASSERT_TRUE(broken.open(QIODevice::ReadWrite));
-    ASSERT_TRUE(broken.resize(GetParam().size) && broken.seek(GetParam().position));
-    ASSERT_EQ(broken.write(GetParam().bytes), GetParam().bytes.size());
-    broken.close();
-    EXPECT_EQ(database.initDatabase(file, QString()), Velm::VelmOk);
+    damage(400, GetParam().position, GetParam().bytes, GetParam().size);
     expectReadOnly(GetParam().rows);
     const QString error = database.getLastErrorText();
     EXPECT_TRUE(error.contains(QLatin1String(GetParam().error))) << error.toStdString();
@@ -308,13 +342,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(DatabaseFile, TellsOfRowsThatCannotBeRead)
 {
-    ASSERT_EQ(database.writeTable(kTable, Rows(4000, row(1, QString(100, u'地')))), Velm::VelmOk);
-    database.closeDatabase(false, 0);
-    QFile broken(file);
-    ASSERT_TRUE(broken.open(QIODevice::ReadWrite) && broken.seek(broken.size() / 2));
-    ASSERT_EQ(broken.write(QByteArray(40000, '\xff')), 40000);
-    broken.close();
-    ASSERT_EQ(database.initDatabase(file, QString()), Velm::VelmOk);
+    damage(4000, 300000, QByteArray(40000, '\xff'));
     const int readable = database.readTable(kTable).size();
     EXPECT_TRUE(readable > 0 && readable < 4000) << readable;
     EXPECT_TRUE(database.getLastErrorText().contains(u"malformed"_s));

@@ -52,11 +52,8 @@ protected:
 class RecordingDriver : public QSqlDriver
 {
 public:
-    bool hasFeature(DriverFeature feature) const override { return feature == Transactions; }
+    bool hasFeature(DriverFeature) const override { return false; }
     QSqlResult* createResult() const override { return new RecordingResult(this); }
-    bool beginTransaction() override { return recorder->ask(QStringLiteral("begin")); }
-    bool commitTransaction() override { return recorder->ask(QStringLiteral("commit")); }
-    bool rollbackTransaction() override { return recorder->ask(QStringLiteral("rollback")); }
     bool open(const QString& name, const QString&, const QString&, const QString&, int,
               const QString&) override
     {

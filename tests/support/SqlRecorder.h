@@ -14,7 +14,7 @@ public:
     SqlRecorder& operator=(const SqlRecorder&) = delete;
 
     /// What was asked for since the last call, one a line: the texts of statements executed or
-    /// prepared, "open NAME", "close", "begin", "commit" and "rollback".
+    /// prepared, "open NAME" and "close".
     QString take();
 
     /// What begins so fails, a statement with the text "refused".
