@@ -30,15 +30,14 @@ struct Member
     const char* name;  // in error paths
     const char16_t* key;
     Type Record::*pointer;
-    bool mandatory;
     bool keepsPlaces;  // a list in which an element that fails is an empty one
 };
 
 template<class Record, class Type>
 Member<Record, Type> member(const char* name, const char16_t* key, Type Record::*pointer,
-                            bool mandatory, bool keepsPlaces = false)
+                            bool keepsPlaces = false)
 {
-    return {name, key, pointer, mandatory, keepsPlaces};
+    return {name, key, pointer, keepsPlaces};
 }
 
 /// Specialised by VELM_JSON_RECORD.
@@ -58,13 +57,10 @@ struct Binding;
         }                                                         \
     };
 
-/// An optional member.
-#define VELM_JSON(name, key) velm::detail::json::member(#name, u##key, &Record::name, false)
+/// A member; its key may be missing.
+#define VELM_JSON(name, key) velm::detail::json::member(#name, u##key, &Record::name)
 /// A list whose elements count by their places: one that fails is 0 or empty.
 #define VELM_JSON_PLACES(name, key) \
-    velm::detail::json::member(#name, u##key, &Record::name, false, true)
-/// A member whose key must be there.
-#define VELM_JSON_MANDATORY(name, key) \
     velm::detail::json::member(#name, u##key, &Record::name, true)
 
 /// Reads values into members and collects what fails, each with the path of its member.
@@ -172,8 +168,6 @@ private:
         m_keepsPlaces = member.keepsPlaces;
         if (found != object.MemberEnd())
             read(found->value, record.*member.pointer);
-        else if (member.mandatory)
-            fail("mandatory key not found");
     }
 
     static constexpr int kMostProblems = 100;

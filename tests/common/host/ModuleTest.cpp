@@ -109,7 +109,7 @@ TEST_F(ModuleTest, LosesNoSettingOfEightProgramsThatSaveAtATime)
         });
     for (std::thread& program : programs)
         program.join();
-    EXPECT_EQ(host({u"show-numbers"_s}).output, u"140 240 340 440 540 640 740 840"_s);
+    EXPECT_EQ(host({u"show-numbers"_s}).output, u"140\n240\n340\n440\n540\n640\n740\n840"_s);
     EXPECT_EQ(querySql(u"select count(*) || ' ' || count(distinct 名称) from UserInput"_s,
                        u"宿主/"_s + storeName()),
               QStringList{u"41 41"_s})
