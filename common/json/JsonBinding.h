@@ -60,8 +60,7 @@ struct Binding;
 /// A member; its key may be missing.
 #define VELM_JSON(name, key) velm::detail::json::member(#name, u##key, &Record::name)
 /// A list whose elements count by their places: one that fails is 0 or empty.
-#define VELM_JSON_PLACES(name, key) \
-    velm::detail::json::member(#name, u##key, &Record::name, true)
+#define VELM_JSON_PLACES(name, key) velm::detail::json::member(#name, u##key, &Record::name, true)
 
 /// Reads values into members and collects what fails, each with the path of its member.
 class Reader
