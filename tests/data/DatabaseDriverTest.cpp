@@ -1,19 +1,115 @@
 #include "CVelmDatabase.h"
 
-#include "support/SqlRecorder.h"
 #include "support/Values.h"
 
 #include <gtest/gtest.h>
 
 #include <QDateTime>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlField>
+#include <QSqlRecord>
+#include <QSqlResult>
 #include <qtestsupport_core.h>
+
+#include <algorithm>
+#include <utility>
 
 namespace {
 
-/// Databases of which only the requests to their drivers are real.
+/// What the drivers were asked for since the last look, one a line: the texts of statements
+/// executed or prepared, "open NAME" and "close".
+QStringList requests;
+
+/// What begins so fails, a statement with the text "refused".
+QStringList refused;
+
+bool ask(const QString& request)
+{
+    requests.append(request);
+    return std::none_of(refused.cbegin(), refused.cend(),
+                        [&](const QString& start) { return request.startsWith(start); });
+}
+
+QString taken()
+{
+    return std::exchange(requests, {}).join(u'\n');
+}
+
+/// Every statement has one row that holds 1 in one column "N".
+class RecordingResult : public QSqlResult
+{
+public:
+    explicit RecordingResult(const QSqlDriver* driver) : QSqlResult(driver) {}
+
+protected:
+    bool savePrepare(const QString& statement) override { return reset(statement); }
+    bool exec() override { return true; }
+    bool reset(const QString& statement) override
+    {
+        const bool accepted = ask(statement);
+        setSelect(true);
+        setActive(accepted);
+        setLastError(accepted ? QSqlError() : QSqlError(u"refused"_s));
+        return accepted;
+    }
+    QVariant data(int) override { return 1; }
+    bool isNull(int) override { return false; }
+    bool fetch(int row) override
+    {
+        setAt(row == 0 ? 0 : static_cast<int>(QSql::AfterLastRow));
+        return row == 0;
+    }
+    bool fetchFirst() override { return fetch(0); }
+    bool fetchLast() override { return fetch(0); }
+    int size() override { return -1; }
+    int numRowsAffected() override { return 1; }
+    QSqlRecord record() const override
+    {
+        QSqlRecord columns;
+        columns.append(QSqlField(u"N"_s, QVariant::Int));
+        return columns;
+    }
+};
+
+class RecordingDriver : public QSqlDriver
+{
+public:
+    bool hasFeature(DriverFeature) const override { return false; }
+    QSqlResult* createResult() const override { return new RecordingResult(this); }
+    bool open(const QString& name, const QString&, const QString&, const QString&, int,
+              const QString&) override
+    {
+        setOpen(ask(u"open "_s + name));
+        return isOpen();
+    }
+    void close() override
+    {
+        if (isOpen())  // Qt closes again when the last handle goes
+            ask(u"close"_s);
+        setOpen(false);
+    }
+};
+
+/// Databases of which only the requests to their drivers are real: a recording driver takes the
+/// place of those for SQLite and ODBC.
 class DatabaseDriver : public testing::Test
 {
 protected:
+    DatabaseDriver()
+    {
+        for (const QString& name : {u"QSQLITE"_s, u"QODBC"_s})
+            QSqlDatabase::registerSqlDriver(name, new QSqlDriverCreator<RecordingDriver>);
+    }
+    ~DatabaseDriver() override
+    {
+        database = CVelmDatabase();
+        for (const QString& name : {u"QSQLITE"_s, u"QODBC"_s})
+            QSqlDatabase::registerSqlDriver(name, nullptr);
+        requests.clear();
+        refused.clear();
+    }
+
     void open(const QString& file, const QString& options = QString())
     {
         ASSERT_EQ(database.initDatabase(file, options), Velm::VelmOk);
@@ -22,7 +118,6 @@ protected:
     /// How many more connections Qt knows than before the test.
     int registered() const { return QSqlDatabase::connectionNames().size() - m_before; }
 
-    SqlRecorder driver;
     CVelmDatabase database;
 
 private:
@@ -105,7 +200,7 @@ TEST_F(DatabaseDriver, GetsTheSameStatementsOnBothSystemsButForTablesAndReals)
         u"select count(*) from sqlite_master where type = 'table' and name = 'T'"_s;
     for (const bool access : {false, true}) {
         open(access ? u"库.mdb"_s : u"库.db"_s);
-        driver.take();
+        taken();
         for (const auto& c : kStatements) {
             QString expected = QString::fromUtf8(c.statements);
             expected.replace(u"{exists}"_s, access ? u"select * from T"_s : exists);
@@ -113,7 +208,7 @@ TEST_F(DatabaseDriver, GetsTheSameStatementsOnBothSystemsButForTablesAndReals)
             expected.replace(u"{begin}"_s, access ? QString() : kBegin);
             expected.replace(u"{commit}"_s, access ? QString() : u"\ncommit"_s);
             c.call(database);
-            EXPECT_EQ(driver.take(), expected);
+            EXPECT_EQ(taken(), expected);
         }
     }
 }
@@ -142,16 +237,16 @@ TEST_F(DatabaseDriver, GetsValuesByTheirTypes)
 TEST_F(DatabaseDriver, GetsNoStatementBehindOneThatFailed)
 {
     open(u"库.mdb"_s);
-    driver.refused = QStringList{u"DROP"_s};
+    refused = QStringList{u"DROP"_s};
     EXPECT_EQ(database.createTable(T, {}), Velm::VelmSqlExecFailed);
     EXPECT_EQ(database.getLastErrorText(), u"refused"_s);
-    driver.refused.append(u"select"_s);  // no table
+    refused.append(u"select"_s);  // no table
     EXPECT_EQ(database.writeRecord(T, kTwo), Velm::VelmTableNotExist);
     EXPECT_EQ(database.deleteRecord(T, kTwo), Velm::VelmOk);
-    driver.refused = QStringList{u"update"_s};
+    refused = QStringList{u"update"_s};
     EXPECT_EQ(database.renameColumnName(T, u"N"_s, F), Velm::VelmSqlExecFailed);
     EXPECT_EQ(
-        driver.take().section(u'\n', 1),
+        taken().section(u'\n', 1),
         u"select * from T\nDROP TABLE T\nselect * from T\nselect * from T\nselect * from [T]\n"
         "select * from [T]\nalter table T add column [列] INT\nupdate T set 列=N"_s);
 }
@@ -165,15 +260,15 @@ TEST_F(DatabaseDriver, IsTheOneForAccessForTheEndingMdbOnly)
     open(u"%1.mdb"_s);
     EXPECT_EQ(database.getQSqlDatabase().driverName(), u"QODBC"_s);
     EXPECT_NE(database.getQSqlDatabase().connectionName(), name);
-    EXPECT_EQ(driver.take(), access + u"D:/图/a.MDB;UID=%1\nclose\n"_s + access + u"%1.mdb"_s);
+    EXPECT_EQ(taken(), access + u"D:/图/a.MDB;UID=%1\nclose\n"_s + access + u"%1.mdb"_s);
     open(u"a.accdb"_s, u"UID=1"_s);
     EXPECT_EQ(database.getQSqlDatabase().driverName(), u"QSQLITE"_s);
     EXPECT_EQ(registered(), 1);
     EXPECT_EQ(database.initDatabase(QString(), QString()), Velm::VelmInvalidValue);
-    EXPECT_EQ(driver.take(), u"close\nopen a.accdb\nclose"_s);
+    EXPECT_EQ(taken(), u"close\nopen a.accdb\nclose"_s);
     EXPECT_EQ(registered(), 0);
 
-    driver.refused = QStringList{u"open"_s};
+    refused = QStringList{u"open"_s};
     EXPECT_EQ(database.initDatabase(u"a.db"_s, QString()), Velm::VelmDatabaseOpenFailed);
     EXPECT_EQ(database.closeDatabase(false, 0), Velm::VelmOk);
     EXPECT_EQ(registered(), 1) << "what was never open is not deregistered";
@@ -193,11 +288,11 @@ TEST_F(DatabaseDriver, ForAccessClosesLaterOnRequest)
     QTest::qWait(20);
     EXPECT_TRUE(database.isOpen()) << "the close was meant for the connection before";
 
-    driver.take();
+    taken();
     database.closeDatabase(true, 1);
     database = CVelmDatabase();
     QTest::qWait(20);
-    EXPECT_EQ(driver.take(), u"close"_s);
+    EXPECT_EQ(taken(), u"close"_s);
 
     open(u"a.mdb"_s);
     database.closeDatabase(true, -1);

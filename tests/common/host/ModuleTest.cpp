@@ -22,7 +22,7 @@ protected:
     ModuleTest() { EXPECT_TRUE(QDir().mkpath(hostFolder())); }
 
     QString hostFolder() const { return path(u"宿主"_s); }
-    QString hostProgram() const { return hostFolder() + QLatin1Char('/') + hostName(); }
+    QString hostProgram() const { return hostFolder() + QLatin1Char('/') + kHostName; }
 
     /// Copies files of the build beside the host.
     void bring(const QStringList& names)
@@ -31,10 +31,10 @@ protected:
             ASSERT_TRUE(QFile::copy(builtFile(name), hostFolder() + QLatin1Char('/') + name))
                 << name.toStdString();
     }
-    void bringAll() { bring({hostName(), libraryName(), kBundle, kCompanion}); }
+    void bringAll() { bring({kHostName, kLibraryName, kBundle, kCompanion}); }
 
     /// The store of the user beside the host.
-    static QString storeName() { return hostName().remove(u".exe"_s) + u".dat"_s; }
+    static QString storeName() { return QString(kHostName).remove(u".exe"_s) + u".dat"_s; }
 
     ChildAnswer host(const QStringList& arguments, bool startsItself = false)
     {
@@ -52,7 +52,7 @@ protected:
 
 TEST_F(ModuleTest, StartsOnceWithBundleAndCompanion)
 {
-    bring({hostName(), libraryName(), kBundle});
+    bring({kHostName, kLibraryName, kBundle});
     EXPECT_EQ(host({u"start"_s}, true).output,
               u"box 0 错误信息: 无法找到文件[adapter_qtinit.dll]\nnot started\n"
               "box 0 错误信息: 无法找到文件[adapter_qtinit.dll]\nnot started\n"
@@ -126,7 +126,7 @@ TEST_F(ModuleTest, LetsTheHostAskBackWhileItMakesWhatWasAskedFor)
 
 TEST_F(ModuleTest, WorksBeforeTheApplicationObjectAndWithTwoOfThem)
 {
-    bring({hostName()});  // the drivers lie beside the library, elsewhere
+    bring({kHostName});  // the drivers lie beside the library, elsewhere
     ChildProgram child(hostProgram());
     child.setVariable(u"QT_PLUGIN_PATH"_s, QString());
     EXPECT_EQ(child.run({u"early"_s}).output, u"before 1 0\nsaved\nafter 1 0"_s);
@@ -161,7 +161,7 @@ protected:
     {
         VelmProcessParam started = param;
         started.m_arguments = QStringList{command, path(u"echo"_s)} + kArguments;
-        return CVelmSystemGlobal::Instance()->createProcess(builtFile(hostName()), started);
+        return CVelmSystemGlobal::Instance()->createProcess(builtFile(kHostName), started);
     }
 
     /// What the program wrote, as soon as it is there.
