@@ -4,8 +4,6 @@
 #include "support/TemporaryRoot.h"
 
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
 
 #include <limits>
 

@@ -1,12 +1,8 @@
 #include "support/TemporaryRoot.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QVariant>
 
 namespace {
 
@@ -18,7 +14,7 @@ class Connection
 public:
     explicit Connection(const QString& file)
     {
-        m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name());
+        m_database = QSqlDatabase::addDatabase(u"QSQLITE"_s, name());
         m_database.setDatabaseName(file);
         EXPECT_TRUE(m_database.open()) << file.toStdString();
     }
@@ -38,7 +34,7 @@ public:
     }
 
 private:
-    static QString name() { return QStringLiteral("test fixture"); }
+    static QString name() { return u"test fixture"_s; }
 
     QSqlDatabase m_database;
 };
@@ -46,10 +42,10 @@ private:
 }  // namespace
 
 TemporaryRoot::TemporaryRoot()
-    : m_root(QFileInfo(m_folder.path()).canonicalFilePath() + QStringLiteral("/测绘 root")),
+    : m_root(QFileInfo(m_folder.path()).canonicalFilePath() + u"/测绘 root"_s),
       m_previousRoot(qgetenv(kRootVariable))
 {
-    EXPECT_TRUE(QDir().mkpath(path(QStringLiteral("config"))));
+    EXPECT_TRUE(QDir().mkpath(path(u"config"_s)));
     EXPECT_TRUE(qputenv(kRootVariable, QFile::encodeName(m_root)));
 }
 

@@ -3,9 +3,6 @@
 #include "support/TemporaryRoot.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QMessageBox>
 #include <QTimer>
 
