@@ -31,8 +31,7 @@ public:
             _mm_setcsr(kControl);
     }
     ~StrictHost() { _mm_setcsr(m_before); }
-    StrictHost(const StrictHost&) = delete;
-    StrictHost& operator=(const StrictHost&) = delete;
+    Q_DISABLE_COPY(StrictHost)
 
     static bool isIntact(bool isStrict)
     {

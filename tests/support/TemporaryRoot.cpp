@@ -13,16 +13,15 @@ class Connection
 {
 public:
     explicit Connection(const QString& file)
+        : m_database(QSqlDatabase::addDatabase(u"QSQLITE"_s, kName))
     {
-        m_database = QSqlDatabase::addDatabase(u"QSQLITE"_s, name());
         m_database.setDatabaseName(file);
         EXPECT_TRUE(m_database.open()) << file.toStdString();
     }
     ~Connection()
     {
-        m_database.close();
-        m_database = QSqlDatabase();
-        QSqlDatabase::removeDatabase(name());
+        m_database = QSqlDatabase();  // closes it
+        QSqlDatabase::removeDatabase(kName);
     }
 
     QSqlQuery run(const QString& statement) const
@@ -34,7 +33,7 @@ public:
     }
 
 private:
-    static QString name() { return u"test fixture"_s; }
+    inline static const QString kName = u"test fixture"_s;
 
     QSqlDatabase m_database;
 };

@@ -10,11 +10,6 @@
 
 namespace {
 
-QStringList listOf(const char* parts)
-{
-    return QString::fromUtf8(parts).split(QLatin1Char('|'));
-}
-
 /// From texts such as "Big5 a4a4"; without a name there is no codec.
 std::pair<const QTextCodec*, QByteArray> codecAndBytes(const QString& text)
 {
@@ -52,30 +47,30 @@ TEST(StringCodePage, IsCheckedOrFoundOut)
     // table D.1); the pair that moved in the tables; cut sequences; ...
     QStringList texts;
     for (const QString& valid :
-         listOf("UTF-8 efbbbfefbfbd|UTF-16LE fdff4100|UTF-32LE fdff0000|GB18030 8431a437|"
+         listOf(u"UTF-8 efbbbfefbfbd|UTF-16LE fdff4100|UTF-32LE fdff0000|GB18030 8431a437|"
                 "GB18030 4190308130|GB18030 95328236b2e2|GB18030 e3329a35|GB18030 a8bc8135f437|"
                 "GB18030 b2e2c1|GB18030 813081|GBK a2e3a8bc|GBK b2e2b2|gb2312 8140|Big5 41a4a4a4|"
-                "Shift_JIS 93fa")) {
+                "Shift_JIS 93fa"_s)) {
         const auto [codec, bytes] = codecAndBytes(valid);
         EXPECT_TRUE(CVelmString::IsTextCodec(bytes, codec)) << valid.toStdString();
         texts += CVelmString::BytesToString(bytes, codec);
     }
-    EXPECT_EQ(texts, listOf("\uFFFD|\uFFFDA|\uFFFD|\uFFFD|A\U00010000|\U00020000测|\U0010FFFF|"
-                            "\u1E3F\uE7C7|测||\u20AC\u1E3F|测|丂|A中|日"));
+    EXPECT_EQ(texts, listOf(u"\uFFFD|\uFFFDA|\uFFFD|\uFFFD|A\U00010000|\U00020000测|\U0010FFFF|"
+                            "\u1E3F\uE7C7|测||\u20AC\u1E3F|测|丂|A中|日"_s));
     // A surrogate, U+110000, behind the BMP, before and behind the other planes, broken groups,
     // four bytes in GBK, ...
     for (const QString& invalid : listOf(
-             "UTF-8 eda08020|UTF-8 f490808020|GB18030 8431a530|GB18030 8f39fe39|GB18030 e3329a36|"
+             u"UTF-8 eda08020|UTF-8 f490808020|GB18030 8431a530|GB18030 8f39fe39|GB18030 e3329a36|"
              "GB18030 81308030|GB18030 81308180|GBK 81308130|GBK 8431a439|GBK 90308130|GBK 80|"
-             "GBK ff|gb2312 ff|Big5 a420|Shift_JIS 8041|EUC-JP fdfd|windows-1253 d2| 41")) {
+             "GBK ff|gb2312 ff|Big5 a420|Shift_JIS 8041|EUC-JP fdfd|windows-1253 d2| 41"_s)) {
         const auto [codec, bytes] = codecAndBytes(invalid);
         EXPECT_FALSE(CVelmString::IsTextCodec(bytes, codec)) << invalid.toStdString();
     }
     texts.clear();
     for (const QString& any :
-         listOf(" | e6b58b20| b2e2c1bf| 41e6b5| b2e2c1| efbbbf4141| eda08020| c0af"))
+         listOf(u" | e6b58b20| b2e2c1bf| 41e6b5| b2e2c1| efbbbf4141| eda08020| c0af"_s))
         texts += CVelmString::BytesToString(codecAndBytes(any).second, nullptr);
-    EXPECT_EQ(texts, listOf("|测 |测量|A|测|AA||蜡"));
+    EXPECT_EQ(texts, listOf(u"|测 |测量|A|测|AA||蜡"_s));
     EXPECT_EQ(CVelmString::CharsToString("A\0B", 2, nullptr), QString(u"A\0"_s));
 }
 

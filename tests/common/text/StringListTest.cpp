@@ -25,11 +25,6 @@ struct Used
     std::optional<long> start, free;
 };
 
-QStringList listOf(const QString& parts)
-{
-    return parts.split(QLatin1Char('|'));
-}
-
 /// The limits of long, the neighbours of the powers of ten, and numbers of every size.
 QVector<long> numbersOfAllSizes()
 {
