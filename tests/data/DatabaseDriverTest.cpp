@@ -5,12 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <QDateTime>
+#include <QEventLoop>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
 #include <QSqlRecord>
 #include <QSqlResult>
-#include <qtestsupport_core.h>
+#include <QTimer>
 
 #include <algorithm>
 #include <utility>
@@ -124,6 +125,14 @@ private:
     const int m_before = QSqlDatabase::connectionNames().size();
 };
 
+/// Runs the event loop until every timer of up to 10 ms is through.
+void letTimersPass()
+{
+    QEventLoop loop;
+    QTimer::singleShot(20, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
 using Db = CVelmDatabase;
 
 const QString T = u"T"_s, F = u"列"_s;
@@ -156,10 +165,12 @@ const struct
      "[列3] {real}, [列4] TEXT, [列-1] TEXT);"},
     {[](Db& db) { db.clearTable(u"A;表"_s); }, "DELETE FROM A\nDELETE FROM 表"},
     {[](Db& db) { db.writeRecord(T, kTwo); }, "{exists}\ninsert into T ([A], [B]) values(1, 'x')"},
+    {[](Db& db) { db.writeRecordBlob(T, kTwo); }, "insert into T ([A],[B]) values (:A,:B)"},
     {[](Db& db) { db.updataRecord(T, kKey, kTwo); },
      "{begin}select count(*) from T where [A]=1 and [B]='x'\n"
      "update T set [K]=7 where [A]=1 and [B]='x'{commit}"},
     {[](Db& db) { db.deleteRecord(T, kTwo); }, "{exists}\ndelete from [T] where [A]=1 and [B]='x'"},
+    {[](Db& db) { db.deleteRecord(T, kAll); }, "{exists}\ndelete from [T] "},
     {[](Db& db) { db.readRecord(T, kTwo, false); },
      "select * from [T] where [A]=1 and [B]='x' COLLATE NOCASE "},
     {[](Db& db) { db.readRecord(T, F, kKey, true); }, "select [列] from [T] where [K]=7"},
@@ -173,6 +184,7 @@ const struct
      "select [列] from T where [A]= and [B]=0.1"},
     {[](Db& db) { db.readRecords(T, kKey, kSorted, false); },
      "select * from [T] where [K]=7 COLLATE NOCASE  order by A desc,B asc"},
+    {[](Db& db) { db.recordCount(T, kAll); }, "select count(*) from T "},
     {[](Db& db) { db.columnCount(T); }, "select * from [T]"},
     {[](Db& db) { db.addColumnField(T, F, QVariant::LongLong, 20); },
      "alter table T add column [列] LONG"},
@@ -270,24 +282,24 @@ TEST_F(DatabaseDriver, ForAccessClosesLaterOnRequest)
     open(u"a.mdb"_s);
     EXPECT_EQ(database.closeDatabase(true, 1), Velm::VelmOk);
     EXPECT_TRUE(database.isOpen());
-    QTest::qWait(20);
+    letTimersPass();
     EXPECT_FALSE(database.isOpen());
 
     open(u"a.mdb"_s);
     database.closeDatabase(true, 1);
     open(u"b.mdb"_s);
-    QTest::qWait(20);
+    letTimersPass();
     EXPECT_TRUE(database.isOpen()) << "the close was meant for the connection before";
 
     taken();
     database.closeDatabase(true, 1);
     database = CVelmDatabase();
-    QTest::qWait(20);
+    letTimersPass();
     EXPECT_EQ(taken(), u"close"_s);
 
     open(u"a.mdb"_s);
     database.closeDatabase(true, -1);
-    QTest::qWait(20);
+    letTimersPass();
     EXPECT_FALSE(database.isOpen());
 
     open(u"a.db"_s);
