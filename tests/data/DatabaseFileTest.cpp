@@ -4,8 +4,6 @@
 #include "support/TemporaryRoot.h"
 
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
 
 #include <limits>
 
@@ -40,6 +38,19 @@ protected:
         EXPECT_EQ(database.executeSql(u"delete from 管线表"_s), Velm::VelmSqlExecFailed);
     }
 
+    /// Fills the table, and while the file is closed writes @p bytes over what lies there.
+    void damage(int rows, int position, const QByteArray& bytes, int size = 0)
+    {
+        ASSERT_EQ(database.writeTable(kTable, Rows(rows, row(1, QString(100, u'地')))),
+                  Velm::VelmOk);
+        database.closeDatabase(false, 0);
+        QFile broken(file);
+        ASSERT_TRUE(broken.open(QIODevice::ReadWrite) && (size == 0 || broken.resize(size)));
+        ASSERT_TRUE(broken.seek(position) && broken.write(bytes) == bytes.size());
+        broken.close();
+        EXPECT_EQ(database.initDatabase(file, QString()), Velm::VelmOk);
+    }
+
     const QString file = path(u"库 %1.db"_s);
     CVelmDatabase database;
 };
@@ -50,6 +61,7 @@ using Real = std::numeric_limits<double>;
 const struct
 {
     QVariant written, read;
+    bool hasText = true;  ///< in a condition
 } kStored[] = {
     {true, Q_INT64_C(1)},
     {4294967295U, Q_INT64_C(4294967295)},
@@ -62,11 +74,12 @@ const struct
     {Real::denorm_min(), Real::denorm_min()},
     {Real::min(), Real::min()},
     {Real::max(), Real::max()},
+    {QChar(u'K'), u"K"_s, false},
     {u"测绘 %1 %2 \"[;]\"\n\U00020000"_s, u"测绘 %1 %2 \"[;]\"\n\U00020000"_s},
     {u""_s, u""_s},
-    {QDate(2024, 2, 29), u"2024-02-29"_s},
-    {QTime(7, 5, 9, 40), u"07:05:09.040"_s},
-    {QDateTime(QDate(2024, 2, 29), QTime(7, 5, 9, 1)), u"2024-02-29T07:05:09.001"_s},
+    {QDate(2024, 2, 29), u"2024-02-29"_s, false},
+    {QTime(7, 5, 9, 40), u"07:05:09.040"_s, false},
+    {QDateTime(QDate(2024, 2, 29), QTime(7, 5, 9, 1)), u"2024-02-29T07:05:09.001"_s, false},
     {QVariant(), QVariant(QVariant::String)},
 };
 
@@ -86,8 +99,10 @@ class DatabaseDamage : public DatabaseFile, public testing::WithParamInterface<D
 
 TEST_F(DatabaseFile, KeepsValuesToTheLastBitAsLiteralsAndBound)
 {
-    for (const auto& [written, read] : kStored) {
+    for (const auto& [written, read, hasText] : kStored) {
+        SCOPED_TRACE(testing::PrintToString(written));
         ASSERT_EQ(database.writeTable(kTable, {row(1, written)}), Velm::VelmOk);
+        EXPECT_EQ(database.recordCount(kTable, row(1, written)), hasText ? 1U : 0U);
         ASSERT_EQ(database.writeRecordBlob(kTable, row(2, written)), Velm::VelmOk);
         for (const int key : {1, 2}) {
             const QVariant value = database.readRecord(kTable, kValue, {{kKey, key}}, true);
@@ -170,6 +185,30 @@ TEST_F(DatabaseFile, ShowsATransactionToOthersWhenItEnds)
     EXPECT_EQ(database.recordCount(kTable, {}), 2U) << "closing commits nothing";
 }
 
+TEST_F(DatabaseFile, HasOneTransactionAtATimeUntilTheLastCopyGoes)
+{
+    EXPECT_EQ(database.endTransaction(), Velm::VelmOk) << "none was begun";
+    for (const bool begin : {false, true, true, false})
+        EXPECT_EQ(database.startTransaction(begin), Velm::VelmOk) << begin;
+    execute(u"begin"_s);
+    EXPECT_EQ(database.startTransaction(true), Velm::VelmTransactionFailed);
+    EXPECT_EQ(database.startTransaction(true), Velm::VelmOk) << "a failed start is a start";
+    execute(u"rollback"_s);
+    EXPECT_EQ(database.endTransaction(), Velm::VelmRollbackFailed);
+    EXPECT_EQ(database.endTransaction(), Velm::VelmOk) << "a failed end is an end";
+
+    const int open = QSqlDatabase::connectionNames().size();
+    CVelmDatabase copy(database);
+    EXPECT_EQ(copy.startTransaction(true), Velm::VelmOk);
+    copy.writeRecord(kTable, row(1, 1));
+    database = CVelmDatabase();
+    database = std::exchange(copy, CVelmDatabase());
+    EXPECT_EQ(database.endTransaction(), Velm::VelmOk);
+    EXPECT_EQ(database.recordCount(kTable, {}), 1U);
+    database = copy;
+    EXPECT_EQ(QSqlDatabase::connectionNames().size(), open - 1);
+}
+
 TEST_F(DatabaseFile, IsReplacedWithinATransactionBegunWithoutTheObject)
 {
     execute(u"begin"_s);
@@ -189,6 +228,10 @@ TEST_F(DatabaseFile, ThatCannotBeCommittedIsNotReportedAsReplaced)
     ASSERT_EQ(reader.startTransaction(true), Velm::VelmOk);
     ASSERT_EQ(reader.recordCount(kTable, {}), 1U);  // holds a shared lock from here
     EXPECT_EQ(database.writeTable(kTable, {row(1, u"new"_s)}), Velm::VelmSqlExecFailed);
+    EXPECT_EQ(database.startTransaction(true), Velm::VelmOk);
+    EXPECT_EQ(database.deleteRecord(kTable, {}), Velm::VelmOk);
+    EXPECT_EQ(database.endTransaction(), Velm::VelmCommitFailed);
+    EXPECT_EQ(database.endTransaction(), Velm::VelmOk) << "it was rolled back";
     EXPECT_EQ(database.readTable(kTable), Rows{row(1, u"old"_s)});
 }
 
@@ -285,14 +328,7 @@ TEST_F(DatabaseFile, TellsTheErrorOfTheLastStatementOfAnyObject)
 
 TEST_P(DatabaseDamage, IsToldWhereTheFileIsUsed)
 {
-    ASSERT_EQ(database.writeTable(kTable, Rows(400, row(1, QString(100, u'地')))), Velm::VelmOk);
-    database.closeDatabase(false, 0);
-    QFile broken(file);
-    ASSERT_TRUE(broken.open(QIODevice::ReadWrite));
-    ASSERT_TRUE(broken.resize(GetParam().size) && broken.seek(GetParam().position));
-    ASSERT_EQ(broken.write(GetParam().bytes), GetParam().bytes.size());
-    broken.close();
-    EXPECT_EQ(database.initDatabase(file, QString()), Velm::VelmOk);
+    damage(400, GetParam().position, GetParam().bytes, GetParam().size);
     expectReadOnly(GetParam().rows);
     const QString error = database.getLastErrorText();
     EXPECT_TRUE(error.contains(QLatin1String(GetParam().error))) << error.toStdString();
@@ -308,13 +344,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(DatabaseFile, TellsOfRowsThatCannotBeRead)
 {
-    ASSERT_EQ(database.writeTable(kTable, Rows(4000, row(1, QString(100, u'地')))), Velm::VelmOk);
-    database.closeDatabase(false, 0);
-    QFile broken(file);
-    ASSERT_TRUE(broken.open(QIODevice::ReadWrite) && broken.seek(broken.size() / 2));
-    ASSERT_EQ(broken.write(QByteArray(40000, '\xff')), 40000);
-    broken.close();
-    ASSERT_EQ(database.initDatabase(file, QString()), Velm::VelmOk);
+    damage(4000, 300000, QByteArray(40000, '\xff'));
     const int readable = database.readTable(kTable).size();
     EXPECT_TRUE(readable > 0 && readable < 4000) << readable;
     EXPECT_TRUE(database.getLastErrorText().contains(u"malformed"_s));

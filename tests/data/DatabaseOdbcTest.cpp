@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QSqlError>
 #include <QTemporaryDir>
@@ -117,14 +116,4 @@ TEST_F(DatabaseOdbc, KeepsValuesOfACommittedTransaction)
     const Rows rows = database.readTable(u"T"_s);
     ASSERT_EQ(rows, Rows{row});
     EXPECT_TRUE(rows[0][u"V"_s].isNull());
-}
-
-TEST_F(DatabaseOdbc, ClosesLater)
-{
-    EXPECT_EQ(database.closeDatabase(true, 1), Velm::VelmOk);
-    EXPECT_EQ(database.executeSql(u"create table T (A int)"_s), Velm::VelmOk);
-    const QString name = database.getQSqlDatabase().connectionName();
-    while (database.isOpen())
-        QCoreApplication::processEvents();
-    EXPECT_FALSE(QSqlDatabase::contains(name));
 }

@@ -3,7 +3,6 @@
 
 #include "support/TemporaryRoot.h"
 
-#include <QFileInfo>
 #include <QSqlDatabase>
 
 namespace {

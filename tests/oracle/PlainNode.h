@@ -2,83 +2,61 @@
 
 #include "CVelmRTreeNode.h"
 
-#include <algorithm>
-#include <cmath>
-
 struct PlainNode;
 
 struct PlainBranch
 {
-    PlainBranch() = default;
-    PlainBranch(const CVelmRTreeMBR& bounds, void* content) : rect(bounds), child(content) {}
-    PlainNode* node() const { return static_cast<PlainNode*>(child); }
-
     CVelmRTreeMBR rect;
     void* child = nullptr;  // an identifier in a leaf, else a node; null in an empty slot
+
+    PlainNode* node() const { return static_cast<PlainNode*>(child); }
 };
 
 struct PlainNode
 {
-    explicit PlainNode(int height) : level(height) {}
-
     int level;
     int count = 0;  // of slots in use, which may have empty ones between them
-    PlainBranch branch[9];
+    PlainBranch branch[9] = {};
+
+    /// Puts a branch into the first empty slot. @return the new sibling if the node had to be
+    /// split, else null
+    PlainNode* add(const PlainBranch& added);
+    /// Of all its branches; it is not empty.
+    CVelmRTreeMBR cover() const;
 };
 
-/// What the parts of the plain tree have in common.
+/// What is asked of branches.
 namespace plain {
 
-constexpr int kMaxBranches = 9;
-constexpr int kMinFill = 4;
-
-inline CVelmRTreeMBR combined(const CVelmRTreeMBR& a, const CVelmRTreeMBR& b)
+inline bool any(const PlainBranch&)
 {
-    return CVelmRTreeMBR(std::min(a.xmin, b.xmin), std::min(a.ymin, b.ymin),
-                         std::max(a.xmax, b.xmax), std::max(a.ymax, b.ymax));
+    return true;
 }
 
-inline bool overlaps(const CVelmRTreeMBR& a, const CVelmRTreeMBR& b)
+inline auto overlapping(const CVelmRTreeMBR* r)
 {
-    return !(a.xmin > b.xmax || b.xmin > a.xmax || a.ymin > b.ymax || b.ymin > a.ymax);
+    return [r](const PlainBranch& b) {
+        return !(b.rect.xmin > r->xmax || r->xmin > b.rect.xmax || b.rect.ymin > r->ymax
+                 || r->ymin > b.rect.ymax);
+    };
 }
 
-/// Whether @p b lies within @p a.
-inline bool includes(const CVelmRTreeMBR& a, const CVelmRTreeMBR& b)
+inline auto within(const CVelmRTreeMBR* r)
 {
-    return !(a.xmin > b.xmin || b.xmax > a.xmax || a.ymin > b.ymin || b.ymax > a.ymax);
+    return [r](const PlainBranch& b) {
+        return !(r->xmin > b.rect.xmin || b.rect.xmax > r->xmax || r->ymin > b.rect.ymin
+                 || b.rect.ymax > r->ymax);
+    };
 }
+
+inline auto is(void* id)
+{
+    return [id](const PlainBranch& b) { return b.child == id; };
+}
+
+CVelmRTreeMBR combined(const CVelmRTreeMBR& a, const CVelmRTreeMBR& b);
 
 /// The area of the circle around @p rect.
-inline double volume(const CVelmRTreeMBR& rect)
-{
-    const double halfWidth = (rect.xmax - rect.xmin) * 0.5;
-    const double halfHeight = (rect.ymax - rect.ymin) * 0.5;
-    const double radius = std::sqrt(halfWidth * halfWidth + halfHeight * halfHeight);
-    return radius * radius * 3.141593;
-}
-
-/// @p node is not empty.
-inline CVelmRTreeMBR cover(const PlainNode* node)
-{
-    CVelmRTreeMBR rect;
-    bool first = true;
-    for (const PlainBranch& branch : node->branch) {
-        if (branch.child) {
-            rect = first ? branch.rect : combined(rect, branch.rect);
-            first = false;
-        }
-    }
-    return rect;
-}
-
-inline PlainBranch branchOf(PlainNode* node)
-{
-    return PlainBranch(cover(node), node);
-}
-
-/// Puts a branch into the first empty slot. @return the new sibling if @p node had to be split,
-/// else null
-PlainNode* addBranch(PlainNode* node, const PlainBranch& branch);
+double volume(const CVelmRTreeMBR& rect);
 
 }  // namespace plain

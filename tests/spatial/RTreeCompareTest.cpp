@@ -31,8 +31,7 @@ public:
             _mm_setcsr(kControl);
     }
     ~StrictHost() { _mm_setcsr(m_before); }
-    StrictHost(const StrictHost&) = delete;
-    StrictHost& operator=(const StrictHost&) = delete;
+    Q_DISABLE_COPY(StrictHost)
 
     static bool isIntact(bool isStrict)
     {
@@ -148,27 +147,17 @@ Rect shifted(const Rect& rect, double by)
     return Rect(rect.xmin + by, rect.ymin - by, rect.xmax + by, rect.ymax - by);
 }
 
-Rect clusteredRect(Source& s)
-{
-    const double shift = 100 * s.whole(8);
-    return shifted(s.uniform(10, 2), shift);
-}
-
-Rect collinearRect(Source& s)
-{
-    const double x = s.whole(999);
-    return Rect(x, 5, x + s.real(9), 5);
-}
-
+/// At whole places and of size 1 or 2.
 Rect gridRect(Source& s)
 {
     const double x = s.whole(16), y = s.whole(16), width = 1 + s.whole(2), height = 1 + s.whole(2);
     return Rect(x, y, x + width, y + height);
 }
 
-Rect hugeRect(Source& s)
+Rect collinearRect(Source& s)
 {
-    return s.below(2) == 0 ? s.uniform(1e300, 1e300) : s.uniform(1e153, 1e153);
+    const double x = s.whole(999);
+    return Rect(x, 5, x + s.real(9), 5);
 }
 
 Rect invertedRect(Source& s)
@@ -200,7 +189,11 @@ struct Kind
 
 const Kind kKinds[] = {
     {"Uniform", [](Source& s) { return s.uniform(1000, 50); }},
-    {"Clustered", clusteredRect},
+    {"Clustered",
+     [](Source& s) {
+         const double shift = 100 * s.whole(8);
+         return shifted(s.uniform(10, 2), shift);
+     }},
     {"Identical", [](Source&) { return Rect(1, 2, 3, 4); }},
     {"Collinear", collinearRect},
     {"Grid", gridRect},
@@ -208,7 +201,8 @@ const Kind kKinds[] = {
     {"FarAway",  // where single precision cannot tell neighbours apart
      [](Source& s) { return shifted(s.uniform(20, 2), 4e7); }},
     {"Points", [](Source& s) { return s.uniform(1000, 0); }},
-    {"Huge", hugeRect},  // areas that overflow and some that do not quite
+    {"Huge",  // areas that overflow and some that do not quite
+     [](Source& s) { return s.below(2) == 0 ? s.uniform(1e300, 1e300) : s.uniform(1e153, 1e153); }},
     {"Greatest", [](Source& s) { return rectWith(std::numeric_limits<float>::max(), s); }},
     {"Infinite", [](Source& s) { return rectWith(kInfinity, s); }},
     {"NotANumber", [](Source& s) { return rectWith(kNan, s); }},

@@ -22,8 +22,7 @@ public:
         CVelmMessage::installPresenter(nullptr);
         s_shown.clear();
     }
-    Boxes(const Boxes&) = delete;
-    Boxes& operator=(const Boxes&) = delete;
+    Q_DISABLE_COPY(Boxes)
 
     /// The boxes since the last call, one a line: style in hexadecimal digits, title and text.
     static QString take() { return std::exchange(s_shown, {}).join(QLatin1Char('\n')); }

@@ -1,29 +1,21 @@
 #include "support/ChildProgram.h"
 
+#include "support/Values.h"
+
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
-#ifdef Q_OS_WIN
-constexpr QChar kListSeparator = QLatin1Char(';');
-#else
-constexpr QChar kListSeparator = QLatin1Char(':');
-#endif
-
 ChildProgram::ChildProgram(const QString& path) : m_path(path)
 {
-    const QString folder = QFileInfo(path).absolutePath();
     const QString programs = QDir::toNativeSeparators(QCoreApplication::applicationDirPath());
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    const QString path0 = environment.value(QStringLiteral("PATH"));
-    environment.insert(QStringLiteral("PATH"), programs + kListSeparator + path0);
-    environment.insert(QStringLiteral("QT_PLUGIN_PATH"),
-                       QCoreApplication::libraryPaths().join(kListSeparator));
-    environment.insert(QStringLiteral("LD_LIBRARY_PATH"), folder);
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-    m_process.setProcessEnvironment(environment);
+    m_process.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+    setVariable(u"PATH"_s, programs + QDir::listSeparator() + qEnvironmentVariable("PATH"));
+    setVariable(u"QT_PLUGIN_PATH"_s, QCoreApplication::libraryPaths().join(QDir::listSeparator()));
+    setVariable(u"LD_LIBRARY_PATH"_s, QFileInfo(path).absolutePath());
+    setVariable(u"LC_ALL"_s, u"C.UTF-8"_s);
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
 }
 
@@ -69,27 +61,6 @@ void ChildProgram::killAfterLines(const QStringList& arguments, int lines)
 QString builtFile(const QString& name)
 {
     const QDir programs(QCoreApplication::applicationDirPath());
-    return programs.exists(name)
-               ? programs.filePath(name)
-               : QDir::cleanPath(programs.filePath(QStringLiteral("../lib/") + name));
+    const QString inLib = QDir::cleanPath(programs.filePath(u"../lib/"_s + name));
+    return programs.exists(name) ? programs.filePath(name) : inLib;
 }
-
-#ifdef Q_OS_WIN
-QString hostName()
-{
-    return QStringLiteral("velm_test_host.exe");
-}
-QString libraryName()
-{
-    return QStringLiteral("VelmCommon.dll");
-}
-#else
-QString hostName()
-{
-    return QStringLiteral("velm_test_host");
-}
-QString libraryName()
-{
-    return QStringLiteral("libVelmCommon.so.0");
-}
-#endif

@@ -32,5 +32,10 @@ private:
 /// The path of a file that the build made: a program, or what lies beside the library.
 QString builtFile(const QString& name);
 
-QString hostName();
-QString libraryName();
+#ifdef Q_OS_WIN
+const QString kHostName = QStringLiteral("velm_test_host.exe");
+const QString kLibraryName = QStringLiteral("VelmCommon.dll");
+#else
+const QString kHostName = QStringLiteral("velm_test_host");
+const QString kLibraryName = QStringLiteral("libVelmCommon.so.0");
+#endif

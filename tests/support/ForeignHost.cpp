@@ -8,7 +8,7 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cwchar>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -18,6 +18,7 @@
 
 namespace {
 
+using std::filesystem::path;
 using Text = std::wstring;
 
 constexpr int kNothing = 98;    // nothing could be loaded
@@ -25,19 +26,6 @@ constexpr int kBoxAtEnd = 77;   // a message box while the library or the proces
 constexpr int kNotLoaded = 99;  // the library does not load, or stays
 constexpr DWORD kPatienceMs = 60000;
 constexpr long kMostPerRound = 200 * 1024;  // bytes
-
-/// In the form that Windows has for folders to load from.
-Text fullPath(const Text& path)
-{
-    wchar_t full[MAX_PATH] = {};
-    GetFullPathNameW(path.c_str(), MAX_PATH, full, nullptr);
-    return full;
-}
-
-Text folderOf(const Text& path)
-{
-    return path.substr(0, path.find_last_of(L"\\/"));
-}
 
 bool isEnding = false;
 
@@ -55,7 +43,7 @@ using Member = bool(__thiscall*)(void* object);
 class Library
 {
 public:
-    explicit Library(const Text& path) : m_module(LoadLibraryW(path.c_str()))
+    explicit Library(const path& file) : m_module(LoadLibraryW(file.c_str()))
     {
         if (!m_module)
             std::exit(kNotLoaded);
@@ -95,41 +83,42 @@ DWORD WINAPI sleepForEver(void*)
     return 0;
 }
 
-/// The ways to end, and whether what was set is saved.
+/// The ways to end, and whether what was set is saved. With "unread" it is set before anything was
+/// loaded, with "thread" another thread is asleep.
 const struct
 {
     const wchar_t* name;
     bool saves;
-} kEnds[] = {{L"stop", true},        {L"free", true},    {L"unread+free", true},
-             {L"thread+free", true}, {L"return", false}, {L"thread+return", false},
-             {L"exit", false},       {L"quit", false},   {L"kill", false}};
+    void (*end)(Library& library);
+} kEnds[] = {{L"stop", true, [](Library& library) { library.stop(); }},
+             {L"free", true, [](Library& library) { library.free(); }},
+             {L"unread+free", true, [](Library& library) { library.free(); }},
+             {L"thread+free", true, [](Library& library) { library.free(); }},
+             {L"return", false, [](Library&) {}},
+             {L"thread+return", false, [](Library&) {}},
+             {L"exit", false, [](Library&) { std::exit(0); }},
+             {L"quit", false, [](Library&) { ExitProcess(0); }},
+             {L"kill", false, [](Library&) { TerminateProcess(GetCurrentProcess(), 0); }}};
 
-int set(const Text& path, int value, const Text& end)
+int set(const path& file, int value, const Text& name)
 {
-    const auto ends = [&end](const wchar_t* word) { return end.find(word) != Text::npos; };
-    Library library(path);
-    if (!ends(L"unread"))
+    Library library(file);
+    if (name.find(L"unread") != 0)
         library.loadParameters();
     library.parameter() = value;
-    if (ends(L"thread"))
+    if (name.find(L"thread") == 0)
         CreateThread(nullptr, 0, sleepForEver, nullptr, 0, nullptr);
-    isEnding = !ends(L"stop");
-    if (ends(L"stop"))
-        library.stop();
-    else if (ends(L"free"))
-        library.free();
-    else if (ends(L"exit"))
-        std::exit(0);
-    else if (ends(L"quit"))
-        ExitProcess(0);
-    else if (ends(L"kill"))
-        TerminateProcess(GetCurrentProcess(), 0);
+    isEnding = name != L"stop";
+    for (const auto& end : kEnds) {
+        if (name == end.name)
+            end.end(library);
+    }
     return 0;
 }
 
-int show(const Text& path)
+int show(const path& file)
 {
-    Library library(path);
+    Library library(file);
     return library.loadParameters() ? library.parameter() : kNothing;
 }
 
@@ -143,7 +132,7 @@ long memoryInUse()
                                                    : counters.WorkingSetSize);
 }
 
-int loadOften(const Text& path, int count, bool withConfiguration)
+int loadOften(const path& file, int count, bool withConfiguration)
 {
     constexpr int kFirst = 5;  // until the system's own caches are warm
     DWORD handlesBefore = 0;
@@ -154,11 +143,11 @@ int loadOften(const Text& path, int count, bool withConfiguration)
             GetProcessHandleCount(GetCurrentProcess(), &handlesBefore);
             before = memoryInUse();
         }
-        Library library(path);
+        Library library(file);
         if (withConfiguration)
             library.loadConfiguration();
         library.free();
-        if (GetModuleHandleW(path.c_str()))
+        if (GetModuleHandleW(file.c_str()))
             return kNotLoaded;
     }
     GetProcessHandleCount(GetCurrentProcess(), &handles);
@@ -170,10 +159,10 @@ int loadOften(const Text& path, int count, bool withConfiguration)
 }
 
 /// Locks the bytes by which SQLite locks a file.
-int lock(const Text& root, const wchar_t* event)
+int lock(const path& root, const wchar_t* event)
 {
     const HANDLE file =
-        CreateFileW((root + L"\\config\\peltaconfig.db").c_str(), GENERIC_READ | GENERIC_WRITE,
+        CreateFileW((root / L"config/peltaconfig.db").c_str(), GENERIC_READ | GENERIC_WRITE,
                     FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
     if (!LockFile(file, 0x40000000, 0, 512, 0))
         return 1;
@@ -181,11 +170,18 @@ int lock(const Text& root, const wchar_t* event)
     return static_cast<int>(sleepForEver(nullptr));
 }
 
+path moduleFile()
+{
+    wchar_t self[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, self, MAX_PATH);
+    return self;
+}
+
 /// Runs copies of this program and tells what comes out otherwise than expected.
 class Rounds
 {
 public:
-    Rounds(const Text& library, const Text& root, const Text& scratch)
+    Rounds(const path& library, const path& root, const path& scratch)
         : m_library(library), m_root(root), m_scratch(scratch)
     {}
 
@@ -196,8 +192,7 @@ public:
         endWithoutStore();
         waitForLock();
         expect(L"idle", L"load 50", 0);
-        if (GetFileAttributesW((m_scratch + L"\\idle\\foreign_host.dat").c_str())
-            != INVALID_FILE_ATTRIBUTES)
+        if (exists(m_scratch / L"idle/foreign_host.dat"))
             fail(L"a store is made though nothing was set");
         expect(L"plain", L"use 15", 0);
         return m_failures;
@@ -206,12 +201,12 @@ public:
 private:
     HANDLE start(const Text& folder, const Text& arguments)
     {
-        const Text host = m_scratch + L'\\' + folder + L"\\foreign_host.exe";
-        wchar_t self[MAX_PATH] = {};
-        GetModuleFileNameW(nullptr, self, MAX_PATH);
-        CreateDirectoryW(folderOf(host).c_str(), nullptr);
-        CopyFileW(self, host.c_str(), TRUE);
-        Text line = L'"' + host + L"\" \"" + m_library + L"\" \"" + m_root + L"\" " + arguments;
+        const path host = m_scratch / folder / L"foreign_host.exe";
+        create_directories(host.parent_path());
+        if (!exists(host))
+            copy_file(m_self, host);
+        Text line = L'"' + host.native() + L"\" \"" + m_library.native() + L"\" \""
+                    + m_root.native() + L"\" " + arguments;
         STARTUPINFOW startup{};
         startup.cb = sizeof startup;
         PROCESS_INFORMATION child{};
@@ -235,9 +230,7 @@ private:
     void fail(const Text& text)
     {
         ++m_failures;
-        char line[1000] = {};
-        WideCharToMultiByte(CP_UTF8, 0, text.c_str(), -1, line, sizeof line - 1, nullptr, nullptr);
-        std::printf("%s\n", line);
+        std::printf("%s\n", path(text).u8string().c_str());
     }
 
     void endInEveryWay(const Text& folder)
@@ -254,8 +247,7 @@ private:
     /// A folder stands in the place of the store: as root Wine knows no folder that is read-only.
     void endWithoutStore()
     {
-        CreateDirectoryW((m_scratch + L"\\none").c_str(), nullptr);
-        CreateDirectoryW((m_scratch + L"\\none\\foreign_host.dat").c_str(), nullptr);
+        create_directories(m_scratch / L"none/foreign_host.dat");
         for (const wchar_t* end : {L"stop", L"free", L"unread+free", L"return"})
             expect(L"none", Text(L"set 5 ") + end, 0);
         expect(L"none", L"show", kNothing);
@@ -273,9 +265,8 @@ private:
         expect(L"fresh", L"show", 0);
     }
 
-    Text m_library;
-    Text m_root;
-    Text m_scratch;
+    path m_self = moduleFile();
+    path m_library, m_root, m_scratch;
     int m_failures = 0;
 };
 
@@ -287,10 +278,9 @@ int main()
     wchar_t** given = CommandLineToArgvW(GetCommandLineW(), &count);
     std::vector<Text> arguments(given, given + count);
     arguments.resize(6);
-    const Text library = fullPath(arguments[1]);
-    const Text root = fullPath(arguments[2]);
+    const path library = absolute(path(arguments[1])), root = absolute(path(arguments[2]));
     const Text& command = arguments[3];
-    SetDllDirectoryW(folderOf(library).c_str());
+    SetDllDirectoryW(library.parent_path().c_str());
     SetEnvironmentVariableW(L"VELM_ROOT", root.c_str());
     const int number = _wtoi(arguments[4].c_str());
     if (command == L"set")
@@ -301,5 +291,5 @@ int main()
         return loadOften(library, number, command == L"use");
     if (command == L"lock")
         return lock(root, arguments[4].c_str());
-    return Rounds(library, root, fullPath(command)).run();
+    return Rounds(library, root, absolute(path(command))).run();
 }

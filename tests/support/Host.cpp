@@ -9,6 +9,8 @@
 #include "CVelmSystemGlobal.h"
 #include "VelmGlobalParam.h"
 
+#include "support/Values.h"
+
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
@@ -29,7 +31,7 @@ void print(const QString& line)
 
 int printBox(const QString& text, const QString& title, unsigned int style, HWND)
 {
-    print(QStringLiteral("box %1 %2: %3").arg(QString::number(style, 16), title, text));
+    print(u"box %1 %2: %3"_s.arg(QString::number(style, 16), title, text));
     return 1;
 }
 
@@ -39,25 +41,24 @@ CVelmSystemGlobal& system()
 }
 
 /// Whether the bundle is registered and the companion loaded.
-void printState(const char* when)
+void printState(const QString& when)
 {
-    const bool bundle = QFile::exists(QStringLiteral(":/Translation/qt_zh_CN.qm"));
-    const bool companion = system().addSearchPathByDllName(QStringLiteral("adapter_qtinit.dll"), 0);
-    print(QStringLiteral("%1 %2 %3").arg(QLatin1String(when)).arg(bundle).arg(companion));
+    const bool bundle = QFile::exists(u":/Translation/qt_zh_CN.qm"_s);
+    const bool companion = system().addSearchPathByDllName(u"adapter_qtinit.dll"_s, 0);
+    print(u"%1 %2 %3"_s.arg(when).arg(bundle).arg(companion));
 }
 
 int start(const QStringList&)
 {
     system().installMessageHandler(print);
     for (int i = 0; i < 2; ++i)
-        print(CVelmSystemGlobal::startModule() ? QStringLiteral("started")
-                                               : QStringLiteral("not started"));
+        print(CVelmSystemGlobal::startModule() ? u"started"_s : u"not started"_s);
     QMessageLogger("host.cpp", 1, "start").warning("logged");
     print(QCoreApplication::translate("QPlatformTheme", "Cancel"));
-    printState("before");
+    printState(u"before"_s);
     CVelmSystemGlobal::stopModule();
     CVelmSystemGlobal::stopModule();
-    printState("stopped");
+    printState(u"stopped"_s);
     return 0;
 }
 
@@ -73,7 +74,7 @@ int show(const QStringList&)
 {
     system().installMessageHandler(print);
     print(system().initGlobalParam() ? g_VelmGlobalParam.m_mustFieldData.m_symbolText
-                                     : QStringLiteral("nothing"));
+                                     : u"nothing"_s);
     return 0;
 }
 
@@ -84,7 +85,7 @@ int saveForEver(const QStringList&)
         g_VelmGlobalParam.m_mustFieldData.m_symbolText = QString(100000, QChar(letter));
         if (!system().saveGlobalParam(false))
             return 1;
-        print(QStringLiteral("saved"));
+        print(u"saved"_s);
     }
 }
 
@@ -99,24 +100,35 @@ bool atLast(const Attempt& attempt)
     return false;
 }
 
-/// Sets one of eight parameters and one value of the store 40 times, beside others that do the
-/// same.
+/// Eight numbers of the parameters, from different groups of them.
+constexpr int kNumbers = 8;
+int& number(int which)
+{
+    VelmSortRule& rule = g_VelmGlobalParam.m_sortRule;
+    int* const numbers[kNumbers] = {&rule.m_SortMode,
+                                    &rule.m_SortType,
+                                    &rule.m_SortPoint,
+                                    &rule.m_SortDir1,
+                                    &rule.m_SortDir2,
+                                    &rule.m_DrawDirection,
+                                    &g_VelmGlobalParam.m_commandInfo.m_SaveDwgVersion,
+                                    &g_VelmGlobalParam.m_drawModeParam.m_DrawMode};
+    return *numbers[which];
+}
+
+bool setInput(const QString& name, const QString& value)
+{
+    return CVelmSaveUserData::Instance()->setUserInput(u"t"_s, name, value);
+}
+
+/// Sets one of the numbers and one value of the store 40 times, beside others that do the same.
 int setOften(const QStringList& arguments)
 {
-    VelmGlobalParam& param = g_VelmGlobalParam;
-    int* const numbers[] = {
-        &param.m_sortRule.m_SortMode,          &param.m_sortRule.m_SortType,
-        &param.m_sortRule.m_SortPoint,         &param.m_sortRule.m_SortDir1,
-        &param.m_sortRule.m_SortDir2,          &param.m_sortRule.m_DrawDirection,
-        &param.m_commandInfo.m_SaveDwgVersion, &param.m_drawModeParam.m_DrawMode};
     const int which = arguments.value(0).toInt();
     for (int i = 1; i <= 40; ++i) {
-        *numbers[which] = 100 * (which + 1) + i;
-        const QString name = QStringLiteral("n%1").arg(i);
-        if (!atLast([] { return system().saveGlobalParam(false); }) || !atLast([&] {
-                return CVelmSaveUserData::Instance()->setUserInput(QStringLiteral("t"), name,
-                                                                   QString::number(which));
-            }))
+        number(which) = 100 * (which + 1) + i;
+        if (!atLast([] { return system().saveGlobalParam(false); })
+            || !atLast([&] { return setInput(u"n%1"_s.arg(i), QString::number(which)); }))
             return 1;
     }
     return 0;
@@ -125,17 +137,8 @@ int setOften(const QStringList& arguments)
 int showNumbers(const QStringList&)
 {
     system().initGlobalParam();
-    const VelmGlobalParam& param = g_VelmGlobalParam;
-    const VelmSortRule& rule = param.m_sortRule;
-    print(QStringLiteral("%1 %2 %3 %4 %5 %6 %7 %8")
-              .arg(rule.m_SortMode)
-              .arg(rule.m_SortType)
-              .arg(rule.m_SortPoint)
-              .arg(rule.m_SortDir1)
-              .arg(rule.m_SortDir2)
-              .arg(rule.m_DrawDirection)
-              .arg(param.m_commandInfo.m_SaveDwgVersion)
-              .arg(param.m_drawModeParam.m_DrawMode));
+    for (int which = 0; which < kNumbers; ++which)
+        print(QString::number(number(which)));
     return 0;
 }
 
@@ -143,12 +146,11 @@ int showNumbers(const QStringList&)
 int askBack(const QStringList&)
 {
     CVelmMessage::installPresenter([](const QString&, const QString&, unsigned int, HWND) {
-        print(CVelmSaveUserData::Instance() ? QStringLiteral("box") : QString());
+        print(CVelmSaveUserData::Instance() ? u"box"_s : QString());
         return 1;
     });
-    system().installMessageHandler([](const QString&) {
-        print(CVelmConfigManager::Instance() ? QStringLiteral("line") : QString());
-    });
+    system().installMessageHandler(
+        [](const QString&) { print(CVelmConfigManager::Instance() ? u"line"_s : QString()); });
     CVelmConfigManager::Instance();
     CVelmSaveUserData::Instance();
     return 0;
@@ -157,28 +159,24 @@ int askBack(const QStringList&)
 /// Uses databases and parameters before there is an application object, and with two of them.
 int early(int argc, char** argv)
 {
-    const auto say = [](const char* when) {
+    const auto say = [](const QString& when) {
+        const bool isSaved = setInput(u"n"_s, u"v"_s);
         CVelmDatabase database;
-        print(QStringLiteral("%1 %2 %3")
-                  .arg(QLatin1String(when))
-                  .arg(CVelmSaveUserData::Instance()->setUserInput(
-                      QStringLiteral("t"), QStringLiteral("n"), QStringLiteral("v")))
-                  .arg(database.initDatabase(CVelmSaveUserData::fileName(), QString())));
+        const int status = database.initDatabase(CVelmSaveUserData::fileName(), QString());
+        print(u"%1 %2 %3"_s.arg(when).arg(isSaved).arg(status));
     };
-    say("before");
-    set({QStringLiteral("early")});
+    say(u"before"_s);
+    set({u"early"_s});
     CVelmSystemGlobal::stopModule();
-    print(CVelmSaveUserData::Instance()
-                  ->userInput(QStringLiteral("GlobalParam"), QStringLiteral("VelmGlobalParam"))
-                  .contains(QStringLiteral("early"))
-              ? QStringLiteral("saved")
-              : QStringLiteral("lost"));
+    const QString saved =
+        CVelmSaveUserData::Instance()->userInput(u"GlobalParam"_s, u"VelmGlobalParam"_s);
+    print(saved.contains(u"early"_s) ? u"saved"_s : u"lost"_s);
     {
         const QCoreApplication first(argc, argv);
-        say("after");
+        say(u"after"_s);
     }
     const QCoreApplication second(argc, argv);
-    return set({QStringLiteral("second")});
+    return set({u"second"_s});
 }
 
 QSemaphore inCallback;
@@ -224,19 +222,13 @@ int echoLate(const QStringList& arguments)
     return echo(arguments);
 }
 
-struct Command
-{
-    const char* name;
-    int (*run)(const QStringList& arguments);
-};
-
-constexpr Command kCommands[] = {
-    {"start", start},        {"set", set},
-    {"show", show},          {"save-for-ever", saveForEver},
-    {"set-often", setOften}, {"show-numbers", showNumbers},
-    {"ask-back", askBack},   {"end-with-lock", endWithLock},
-    {"fatal", fatal},        {"echo", echo},
-    {"echo-late", echoLate},
+const QMap<QString, int (*)(const QStringList& arguments)> kCommands{
+    {u"start"_s, start},        {u"set"_s, set},
+    {u"show"_s, show},          {u"save-for-ever"_s, saveForEver},
+    {u"set-often"_s, setOften}, {u"show-numbers"_s, showNumbers},
+    {u"ask-back"_s, askBack},   {u"end-with-lock"_s, endWithLock},
+    {u"fatal"_s, fatal},        {u"echo"_s, echo},
+    {u"echo-late"_s, echoLate},
 };
 
 }  // namespace
@@ -248,9 +240,6 @@ int main(int argc, char** argv)
         return early(argc, argv);
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    for (const Command& command : kCommands) {
-        if (arguments.value(1) == QLatin1String(command.name))
-            return command.run(arguments.mid(2));
-    }
-    return 99;
+    const auto run = kCommands.value(arguments.value(1), nullptr);
+    return run ? run(arguments.mid(2)) : 99;
 }

@@ -1,16 +1,18 @@
 #pragma once
 
-class QTextCodec;
+#include <QTextCodec>
 
 /// Makes a codec the local 8-bit code page while it lives.
 class LocalCodec
 {
 public:
-    explicit LocalCodec(const char* name);
-    ~LocalCodec();
-    LocalCodec(const LocalCodec&) = delete;
-    LocalCodec& operator=(const LocalCodec&) = delete;
+    explicit LocalCodec(const char* name) : m_previous(QTextCodec::codecForLocale())
+    {
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName(name));
+    }
+    ~LocalCodec() { QTextCodec::setCodecForLocale(m_previous); }
+    Q_DISABLE_COPY(LocalCodec)
 
 private:
-    QTextCodec* m_previous;
+    QTextCodec* const m_previous;
 };

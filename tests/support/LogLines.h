@@ -18,8 +18,7 @@ public:
         CVelmSystemGlobal::Instance()->installMessageHandler(nullptr);
         take();
     }
-    LogLines(const LogLines&) = delete;
-    LogLines& operator=(const LogLines&) = delete;
+    Q_DISABLE_COPY(LogLines)
 
     /// The lines since the last call.
     static QStringList take()

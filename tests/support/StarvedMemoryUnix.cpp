@@ -18,7 +18,6 @@ bool StarvedMemory::isPossible()
 
 #else
 
-#include <cerrno>
 #include <cstdlib>
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the names are given
@@ -30,44 +29,26 @@ void* __libc_memalign(std::size_t alignment, std::size_t size);
 }
 // NOLINTEND(bugprone-reserved-identifier)
 
-namespace {
-
-void* outOfMemory()
-{
-    errno = ENOMEM;
-    return nullptr;
-}
-
-}  // namespace
-
 extern "C" {
 
 void* malloc(std::size_t size)
 {
-    return isStarved(size) ? outOfMemory() : __libc_malloc(size);
+    return isStarved(size) ? nullptr : __libc_malloc(size);
 }
 
 void* calloc(std::size_t count, std::size_t size)
 {
-    return isStarved(count * size) ? outOfMemory() : __libc_calloc(count, size);
+    return isStarved(count * size) ? nullptr : __libc_calloc(count, size);
 }
 
 void* realloc(void* memory, std::size_t size)
 {
-    return isStarved(size) ? outOfMemory() : __libc_realloc(memory, size);
+    return isStarved(size) ? nullptr : __libc_realloc(memory, size);
 }
 
 void* aligned_alloc(std::size_t alignment, std::size_t size)
 {
-    return isStarved(size) ? outOfMemory() : __libc_memalign(alignment, size);
-}
-
-int posix_memalign(void** memory, std::size_t alignment, std::size_t size)
-{
-    void* const got = aligned_alloc(alignment, size);
-    if (got)
-        *memory = got;
-    return got ? 0 : ENOMEM;
+    return isStarved(size) ? nullptr : __libc_memalign(alignment, size);
 }
 
 }  // extern "C"

@@ -2,13 +2,9 @@
 
 #include "set/Schema.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QVariant>
 
 namespace {
 
@@ -19,16 +15,15 @@ class Connection
 {
 public:
     explicit Connection(const QString& file)
+        : m_database(QSqlDatabase::addDatabase(u"QSQLITE"_s, kName))
     {
-        m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name());
         m_database.setDatabaseName(file);
         EXPECT_TRUE(m_database.open()) << file.toStdString();
     }
     ~Connection()
     {
-        m_database.close();
-        m_database = QSqlDatabase();
-        QSqlDatabase::removeDatabase(name());
+        m_database = QSqlDatabase();  // closes it
+        QSqlDatabase::removeDatabase(kName);
     }
 
     QSqlQuery run(const QString& statement) const
@@ -40,7 +35,7 @@ public:
     }
 
 private:
-    static QString name() { return QStringLiteral("test fixture"); }
+    inline static const QString kName = u"test fixture"_s;
 
     QSqlDatabase m_database;
 };
@@ -48,10 +43,10 @@ private:
 }  // namespace
 
 TemporaryRoot::TemporaryRoot()
-    : m_root(QFileInfo(m_folder.path()).canonicalFilePath() + QStringLiteral("/测绘 root")),
+    : m_root(QFileInfo(m_folder.path()).canonicalFilePath() + u"/测绘 root"_s),
       m_previousRoot(qgetenv(kRootVariable))
 {
-    EXPECT_TRUE(QDir().mkpath(path(QStringLiteral("config"))));
+    EXPECT_TRUE(QDir().mkpath(path(u"config"_s)));
     EXPECT_TRUE(qputenv(kRootVariable, QFile::encodeName(m_root)));
 }
 

@@ -21,6 +21,12 @@ inline QString operator""_s(const char16_t* text, size_t length)
     return QString::fromUtf16(text, static_cast<int>(length));
 }
 
+/// The parts of a text such as u"a|b"_s.
+inline QStringList listOf(const QString& parts)
+{
+    return parts.split(u'|');
+}
+
 inline void PrintTo(const QString& text, std::ostream* out)
 {
     *out << '"' << text.toStdString() << '"';

@@ -6,12 +6,15 @@
 // Each runs in a child process, while the parent answers its message boxes and prints what they
 // look like: a thread of the same process could not while the library is being loaded.
 
+#include "support/Values.h"
+
 #include <QCoreApplication>
+#include <QLibrary>
 #include <QLoggingCategory>
-#include <QString>
+#include <QProcess>
+#include <QVersionNumber>
 
 #include <cstdio>
-#include <string>
 #include <vector>
 
 #include <windows.h>
@@ -40,18 +43,18 @@ void print(const QString& line)
 
 bool hasIcon(HWND box)
 {
-    constexpr int kIconItems[] = {0x14, 0x440};  // of Windows and of Wine
-    return SendDlgItemMessageW(box, kIconItems[0], STM_GETICON, 0, 0) != 0
-           || SendDlgItemMessageW(box, kIconItems[1], STM_GETICON, 0, 0) != 0;
+    const auto iconOf = [box](int item) {
+        return SendDlgItemMessageW(box, item, STM_GETICON, 0, 0);
+    };
+    return iconOf(0x14) != 0 || iconOf(0x440) != 0;  // of Windows and of Wine
 }
 
 void answer(HWND box)
 {
     constexpr int kTextItem = 0xFFFF;
     Sleep(300);  // it is visible before it is complete
-    print(QStringLiteral("box, %1, %2: %3")
-              .arg(hasIcon(box) ? QStringLiteral("icon") : QStringLiteral("no icon"), textOf(box),
-                   textOf(GetDlgItem(box, kTextItem))));
+    print(u"box, %1, %2: %3"_s.arg(hasIcon(box) ? u"icon"_s : u"no icon"_s, textOf(box),
+                                   textOf(GetDlgItem(box, kTextItem))));
     PostMessageW(box, WM_COMMAND, GetDlgItem(box, IDCANCEL) ? IDCANCEL : IDOK, 0);
     while (IsWindow(box))
         Sleep(5);
@@ -74,27 +77,25 @@ using Plain = void(__thiscall*)(void* database);
 using Open = int(__thiscall*)(void* database, const QString& file, const QString& options);
 
 /// Leaves a connection behind that never opened: Qt keeps it until the application object goes.
-void openInVain(HMODULE module)
+void openInVain(QLibrary& library)
 {
-    const auto find = [module](const char* name) {
-        return reinterpret_cast<void*>(GetProcAddress(module, name));
-    };
     void* database[4] = {};
-    reinterpret_cast<Plain>(find("_ZN13CVelmDatabaseC1Ev"))(database);
-    reinterpret_cast<Open>(find("_ZN13CVelmDatabase12initDatabaseERK7QStringS2_"))(
-        database, QStringLiteral("Z:/no such folder/a.db"), QString());
-    reinterpret_cast<Plain>(find("_ZN13CVelmDatabaseD1Ev"))(database);
+    reinterpret_cast<Plain>(library.resolve("_ZN13CVelmDatabaseC1Ev"))(database);
+    reinterpret_cast<Open>(library.resolve("_ZN13CVelmDatabase12initDatabaseERK7QStringS2_"))(
+        database, u"Z:/no such folder/a.db"_s, QString());
+    reinterpret_cast<Plain>(library.resolve("_ZN13CVelmDatabaseD1Ev"))(database);
 }
 
-int loadAndFree(const QString& library)
+int loadAndFree(const QString& file)
 {
-    const HMODULE module = LoadLibraryW(wide(library));
-    if (module)
-        openInVain(module);
-    if (!module || !FreeLibrary(module) || GetModuleHandleW(wide(library)))
+    QLibrary library(file);
+    if (!library.load())
+        return 1;
+    openInVain(library);
+    if (!library.unload() || GetModuleHandleW(wide(file)))
         return 1;
     qWarning("the library is gone");
-    print(QStringLiteral("done"));
+    print(u"done"_s);
     return 0;
 }
 
@@ -102,13 +103,11 @@ int ask(const QString& library)
 {
     // static int CVelmMessage::question(const QString& text, const QString& title, HWND parent)
     using Question = int (*)(const QString&, const QString&, HWND);
-    const HMODULE module = LoadLibraryW(wide(library));
-    const auto question = reinterpret_cast<Question>(reinterpret_cast<void*>(
-        GetProcAddress(module, "_ZN12CVelmMessage8questionERK7QStringS2_P6HWND__")));
+    const auto question = reinterpret_cast<Question>(
+        QLibrary::resolve(library, "_ZN12CVelmMessage8questionERK7QStringS2_P6HWND__"));
     if (!question)
         return 1;
-    const int button = question(QStringLiteral("删除要素？"), QStringLiteral("测试"), nullptr);
-    print(QStringLiteral("answer %1").arg(button));
+    print(u"answer %1"_s.arg(question(u"删除要素？"_s, u"测试"_s, nullptr)));
     return 0;
 }
 
@@ -120,34 +119,30 @@ int showVersion(const QString& file)
     void* value = nullptr;
     UINT size = 0;
     for (const char* name : {"FileDescription", "OriginalFilename", "ProductVersion"}) {
-        const QString path = QStringLiteral("\\StringFileInfo\\080404B0\\") + QLatin1String(name);
+        const QString path = u"\\StringFileInfo\\080404B0\\"_s + QLatin1String(name);
         VerQueryValueW(resource.data(), wide(path), &value, &size);
         print(QString::fromWCharArray(static_cast<const wchar_t*>(value)));
     }
     VerQueryValueW(resource.data(), L"\\", &value, &size);
     const auto* fixed = static_cast<const VS_FIXEDFILEINFO*>(value);
-    print(QStringLiteral("%1.%2.%3")
-              .arg(HIWORD(fixed->dwFileVersionMS))
-              .arg(LOWORD(fixed->dwFileVersionMS))
-              .arg(HIWORD(fixed->dwFileVersionLS)));
+    const DWORD version = fixed->dwFileVersionMS;
+    print(QVersionNumber(HIWORD(version), LOWORD(version), HIWORD(fixed->dwFileVersionLS))
+              .toString());
     return 0;
 }
 
 /// Runs this program as a child that does the work. @return its exit code
 int watchChild()
 {
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION child{};
-    std::wstring line = std::wstring(GetCommandLineW()) + L" child";
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                        &child))
+    QProcess child;
+    child.setProcessChannelMode(QProcess::ForwardedChannels);
+    child.start(QCoreApplication::applicationFilePath(),
+                QCoreApplication::arguments().mid(1) + QStringList{u"child"_s});
+    if (!child.waitForStarted())
         return 98;
-    while (WaitForSingleObject(child.hProcess, 20) == WAIT_TIMEOUT)
-        EnumWindows(visit, static_cast<LPARAM>(child.dwProcessId));
-    DWORD result = 97;
-    GetExitCodeProcess(child.hProcess, &result);
-    return static_cast<int>(result);
+    while (!child.waitForFinished(20) && child.state() == QProcess::Running)
+        EnumWindows(visit, static_cast<LPARAM>(child.processId()));
+    return child.exitStatus() == QProcess::NormalExit ? child.exitCode() : 97;
 }
 
 }  // namespace
@@ -159,7 +154,7 @@ int main(int argc, char** argv)
     if (arguments.last() != QLatin1String("child"))
         return watchChild();
     const QString verb = arguments.value(1), file = arguments.value(2);
-    if (verb == QLatin1String("version"))
+    if (verb == u"version"_s)
         return showVersion(file);
-    return verb == QLatin1String("ask") ? ask(file) : loadAndFree(file);
+    return verb == u"ask"_s ? ask(file) : loadAndFree(file);
 }

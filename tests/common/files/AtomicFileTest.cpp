@@ -3,8 +3,6 @@
 #include "common/platform/FileSystem.h"
 #include "support/TemporaryRoot.h"
 
-#include <QDir>
-#include <QFile>
 #include <QThread>
 
 #include <thread>

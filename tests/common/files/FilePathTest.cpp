@@ -3,9 +3,6 @@
 #include "support/TemporaryRoot.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QMessageBox>
 #include <QTimer>
 
@@ -18,14 +15,16 @@ CVelmFilePath& paths()
 
 struct PathCase
 {
-    const char* name;
-    const char* path;
-    const char* root;
-    const char* up;
-    const char* withoutSlash;
-    const char* level0;
-    const char* level1;
-    const char* level3;
+    const char *name, *path, *root, *up, *withoutSlash, *level0, *level1, *level3;
+};
+
+constexpr PathCase kPaths[] = {
+    {"Windows", "C:\\a\\b", "C:", "C:/a", "C:\\a\\b", "b", "a", ""},
+    {"File", "C:/a/b/c.txt", "C:", "C:/a/b", "C:/a/b/c.txt", "c.txt", "b", "C:"},
+    {"TrailingSlash", "C:/a/b/", "C:", "C:/a/b", "C:/a/b", "", "b", "C:"},
+    {"TwoTrailing", "C:/a//", "C:", "C:/a/", "C:/a/", "", "", "C:"},
+    {"Absolute", "/测\\绘", "", "/测", "/测\\绘", "绘", "测", ""},
+    {"Empty", "", "", "", "", "", "", ""},
 };
 
 class FilePathText : public testing::TestWithParam<PathCase>
@@ -40,22 +39,13 @@ TEST_P(FilePathText, TakesBothSeparatorsAndKeepsEmptyParts)
     EXPECT_EQ(paths().getRootPath(path), QString::fromUtf8(c.root));
     EXPECT_EQ(paths().getUpOneLevelPath(path), QString::fromUtf8(c.up));
     EXPECT_EQ(paths().removeLastSlashFromPath(path), QString::fromUtf8(c.withoutSlash));
-    EXPECT_EQ(paths().getFolderName(path, 0), QString::fromUtf8(c.level0));
-    EXPECT_EQ(paths().getFolderName(path, 1), QString::fromUtf8(c.level1));
-    EXPECT_EQ(paths().getFolderName(path, 3), QString::fromUtf8(c.level3));
-    EXPECT_EQ(paths().getFolderName(path, 4), QString());
+    for (const auto& [level, folder] :
+         {std::pair{0, c.level0}, {1, c.level1}, {3, c.level3}, {4, ""}})
+        EXPECT_EQ(paths().getFolderName(path, level), QString::fromUtf8(folder)) << level;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Paths, FilePathText,
-    testing::Values(PathCase{"Windows", "C:\\a\\b", "C:", "C:/a", "C:\\a\\b", "b", "a", ""},
-                    PathCase{"File", "C:/a/b/c.txt", "C:", "C:/a/b", "C:/a/b/c.txt", "c.txt", "b",
-                             "C:"},
-                    PathCase{"TrailingSlash", "C:/a/b/", "C:", "C:/a/b", "C:/a/b", "", "b", "C:"},
-                    PathCase{"TwoTrailing", "C:/a//", "C:", "C:/a/", "C:/a/", "", "", "C:"},
-                    PathCase{"Absolute", "/测\\绘", "", "/测", "/测\\绘", "绘", "测", ""},
-                    PathCase{"Empty", "", "", "", "", "", "", ""}),
-    [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Paths, FilePathText, testing::ValuesIn(kPaths),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST(FilePath, CombinesWithoutDoubledSeparatorsAtTheJoins)
 {

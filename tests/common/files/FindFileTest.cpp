@@ -3,9 +3,6 @@
 #include "CVelmSystemGlobal.h"
 #include "support/TemporaryRoot.h"
 
-#include <QDir>
-#include <QFile>
-
 namespace {
 
 CVelmFindFile& finder()

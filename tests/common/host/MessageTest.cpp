@@ -16,6 +16,7 @@
 #include <QMetaMethod>
 #include <QTimer>
 
+#include <memory>
 #include <thread>
 
 using namespace velm::detail;
@@ -62,12 +63,10 @@ TEST(Event, IsAskedAndAnsweredBySignals)
 {
     // Hosts may address the signals by number.
     const QMetaObject& meta = CVelmEvent::staticMetaObject;
-    const auto signature = [&](int i) {
-        return QString::fromLatin1(meta.method(meta.methodOffset() + i).methodSignature());
-    };
-    EXPECT_EQ(signature(0), u"setErrorMsg(QString)"_s);
-    EXPECT_EQ(signature(1), u"UpdateWorkSpaceDomainArea(QString)"_s);
-    EXPECT_EQ(signature(2), u"UpdateEntArea(QString,bool)"_s);
+    const char* const signatures[] = {"setErrorMsg(QString)", "UpdateWorkSpaceDomainArea(QString)",
+                                      "UpdateEntArea(QString,bool)"};
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(meta.method(meta.methodOffset() + i).methodSignature(), signatures[i]);
 
     CVelmEvent* event = CVelmEvent::Instance();
     EXPECT_TRUE(event->UpdateEntArea(u"g"_s, true).isEmpty()) << "nobody is connected";
@@ -81,24 +80,25 @@ TEST(Event, IsAskedAndAnsweredBySignals)
 
 TEST(BaseObject, SharesItsPrivateObjectWithCopies)
 {
+    using Witness = std::shared_ptr<int>;
     struct Data : CVelmBaseObjectPrivate
     {
-        explicit Data(int& gone) : m_gone(gone) {}
-        ~Data() override { ++m_gone; }
-        int& m_gone;
+        explicit Data(const Witness& kept) : m_kept(kept) {}
+        Witness m_kept;
     };
     struct Object : CVelmBaseObject
     {
         explicit Object(CVelmBaseObjectPrivate* data) : CVelmBaseObject(data) {}
     };
-    int gone = 0;
-    {
-        const Object object(new Data(gone));
-        Object copy(nullptr);
-        copy = object;
-        EXPECT_EQ(copy.velmObjectGuid(), QString());
-    }
-    EXPECT_EQ(gone, 1);
+    const auto witness = std::make_shared<int>();
+    auto object = std::make_unique<Object>(new Data(witness));
+    Object copy(nullptr);
+    copy = *object;
+    object.reset();
+    EXPECT_EQ(witness.use_count(), 2);
+    EXPECT_EQ(copy.velmObjectGuid(), QString());
+    copy = Object(nullptr);
+    EXPECT_EQ(witness.use_count(), 1);
     EXPECT_TRUE(CVelmObjectManager::Instance()->RegisterClassW(nullptr));
 }
 

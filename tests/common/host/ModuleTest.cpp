@@ -4,11 +4,8 @@
 #include "support/LocalCodec.h"
 #include "support/TemporaryRoot.h"
 
-#include <QDeadlineTimer>
-#include <QDir>
-#include <QFile>
 #include <QRegularExpression>
-#include <QThread>
+#include <qtestsupport_core.h>
 
 #include <thread>
 #include <vector>
@@ -22,7 +19,7 @@ protected:
     ModuleTest() { EXPECT_TRUE(QDir().mkpath(hostFolder())); }
 
     QString hostFolder() const { return path(u"宿主"_s); }
-    QString hostProgram() const { return hostFolder() + QLatin1Char('/') + hostName(); }
+    QString hostProgram() const { return hostFolder() + QLatin1Char('/') + kHostName; }
 
     /// Copies files of the build beside the host.
     void bring(const QStringList& names)
@@ -31,10 +28,10 @@ protected:
             ASSERT_TRUE(QFile::copy(builtFile(name), hostFolder() + QLatin1Char('/') + name))
                 << name.toStdString();
     }
-    void bringAll() { bring({hostName(), libraryName(), kBundle, kCompanion}); }
+    void bringAll() { bring({kHostName, kLibraryName, kBundle, kCompanion}); }
 
     /// The store of the user beside the host.
-    static QString storeName() { return hostName().remove(u".exe"_s) + u".dat"_s; }
+    static QString storeName() { return QString(kHostName).remove(u".exe"_s) + u".dat"_s; }
 
     ChildAnswer host(const QStringList& arguments, bool startsItself = false)
     {
@@ -52,7 +49,7 @@ protected:
 
 TEST_F(ModuleTest, StartsOnceWithBundleAndCompanion)
 {
-    bring({hostName(), libraryName(), kBundle});
+    bring({kHostName, kLibraryName, kBundle});
     EXPECT_EQ(host({u"start"_s}, true).output,
               u"box 0 错误信息: 无法找到文件[adapter_qtinit.dll]\nnot started\n"
               "box 0 错误信息: 无法找到文件[adapter_qtinit.dll]\nnot started\n"
@@ -109,7 +106,7 @@ TEST_F(ModuleTest, LosesNoSettingOfEightProgramsThatSaveAtATime)
         });
     for (std::thread& program : programs)
         program.join();
-    EXPECT_EQ(host({u"show-numbers"_s}).output, u"140 240 340 440 540 640 740 840"_s);
+    EXPECT_EQ(host({u"show-numbers"_s}).output, u"140\n240\n340\n440\n540\n640\n740\n840"_s);
     EXPECT_EQ(querySql(u"select count(*) || ' ' || count(distinct 名称) from UserInput"_s,
                        u"宿主/"_s + storeName()),
               QStringList{u"41 41"_s})
@@ -126,7 +123,7 @@ TEST_F(ModuleTest, LetsTheHostAskBackWhileItMakesWhatWasAskedFor)
 
 TEST_F(ModuleTest, WorksBeforeTheApplicationObjectAndWithTwoOfThem)
 {
-    bring({hostName()});  // the drivers lie beside the library, elsewhere
+    bring({kHostName});  // the drivers lie beside the library, elsewhere
     ChildProgram child(hostProgram());
     child.setVariable(u"QT_PLUGIN_PATH"_s, QString());
     EXPECT_EQ(child.run({u"early"_s}).output, u"before 1 0\nsaved\nafter 1 0"_s);
@@ -157,20 +154,22 @@ namespace {
 class CreateProcess : public TemporaryRoot
 {
 protected:
-    unsigned long start(const QString& command, const VelmProcessParam& param)
+    unsigned long start(const QString& command, int waitMs, const QString& folder,
+                        int* exitCode = nullptr)
     {
-        VelmProcessParam started = param;
-        started.m_arguments = QStringList{command, path(u"echo"_s)} + kArguments;
-        return CVelmSystemGlobal::Instance()->createProcess(builtFile(hostName()), started);
+        VelmProcessParam param;
+        param.m_waitMs = waitMs;
+        param.m_workingFolder = folder;
+        param.m_exitCode = exitCode;
+        param.m_arguments = QStringList{command, path(u"echo"_s)} + kArguments;
+        return CVelmSystemGlobal::Instance()->createProcess(builtFile(kHostName), param);
     }
 
     /// What the program wrote, as soon as it is there.
     QString echoed()
     {
         QFile file(path(u"echo"_s));
-        const QDeadlineTimer limit(30000);
-        while (file.size() == 0 && !limit.hasExpired())
-            QThread::msleep(20);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return file.size() > 0; }, 30000));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         return QString::fromUtf8(file.readAll());
     }
@@ -187,11 +186,7 @@ private:
 TEST_F(CreateProcess, PassesArgumentsAndFolderAndWaitsForTheExitCode)
 {
     int exitCode = -7;
-    VelmProcessParam param;
-    param.m_workingFolder = path(u"config"_s);
-    param.m_waitMs = 60000;
-    param.m_exitCode = &exitCode;
-    EXPECT_NE(start(u"echo"_s, param), 0U);
+    EXPECT_NE(start(u"echo"_s, 60000, path(u"config"_s), &exitCode), 0U);
     EXPECT_EQ(exitCode, 7);
     EXPECT_EQ(echoed(), u"config\n"_s + kEcho);
 }
@@ -200,10 +195,7 @@ TEST_F(CreateProcess, LetsTheProgramGoOnWithoutWaitingOrAfterIt)
 {
     for (const int waitMs : {0, 50}) {
         int exitCode = -7;
-        VelmProcessParam param;
-        param.m_waitMs = waitMs;
-        param.m_exitCode = &exitCode;
-        EXPECT_NE(start(u"echo-late"_s, param), 0U);
+        EXPECT_NE(start(u"echo-late"_s, waitMs, QString(), &exitCode), 0U);
         EXPECT_EQ(exitCode, -7);
         EXPECT_TRUE(echoed().endsWith(kEcho)) << waitMs;
         ASSERT_TRUE(QFile::remove(path(u"echo"_s)));
@@ -215,10 +207,8 @@ TEST_F(CreateProcess, AnswersZeroWhenItCannotStart)
     for (const int waitMs : {0, 1000}) {
         VelmProcessParam param;
         param.m_waitMs = waitMs;
-        CVelmSystemGlobal* system = CVelmSystemGlobal::Instance();
-        EXPECT_EQ(system->createProcess(path(u"no such program"_s), param), 0U);
-        EXPECT_EQ(system->createProcess(QString(), param), 0U);
-        param.m_workingFolder = path(u"no such folder"_s);
-        EXPECT_EQ(start(u"echo"_s, param), 0U);
+        for (const QString& program : {path(u"no such program"_s), QString()})
+            EXPECT_EQ(CVelmSystemGlobal::Instance()->createProcess(program, param), 0U) << waitMs;
+        EXPECT_EQ(start(u"echo"_s, waitMs, path(u"no such folder"_s)), 0U);
     }
 }

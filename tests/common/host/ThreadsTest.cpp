@@ -11,10 +11,7 @@
 
 #include "support/TemporaryRoot.h"
 
-#include <gtest/gtest.h>
-
 #include <QDebug>
-#include <QMap>
 
 #include <atomic>
 #include <set>
@@ -23,23 +20,29 @@
 
 namespace {
 
+/// Runs @p work in so many threads, each with its number.
+template<class Work>
+void inThreads(int count, const Work& work)
+{
+    std::vector<std::thread> threads;
+    for (int i = 0; i < count; ++i)
+        threads.emplace_back(work, i);
+    for (std::thread& thread : threads)
+        thread.join();
+}
+
 /// What 64 threads get that ask at the same moment.
 template<class Get>
 std::set<void*> gather(Get get)
 {
-    constexpr size_t kThreads = 64;
+    constexpr int kThreads = 64;
     std::vector<void*> seen(kThreads);
-    std::atomic<size_t> ready{0};
-    std::vector<std::thread> threads;
-    for (size_t i = 0; i < kThreads; ++i) {
-        threads.emplace_back([&, i] {
-            for (++ready; ready < kThreads;)
-                std::this_thread::yield();
-            seen[i] = get();
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
+    std::atomic<int> ready{0};
+    inThreads(kThreads, [&](int i) {
+        for (++ready; ready < kThreads;)
+            std::this_thread::yield();
+        seen[static_cast<size_t>(i)] = get();
+    });
     return {seen.begin(), seen.end()};
 }
 
@@ -105,18 +108,14 @@ TEST_F(ThreadsOnFiles, AreNotDisturbedByFailuresOnAnotherFile)
     std::atomic<bool> ended{false};
     std::thread failing([&] { failUntil(ended, path(u"locked.db"_s)); });
     std::atomic<int> failures{0};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 2; ++i)
-        threads.emplace_back([&, i] { failures += failuresOnOwnFile(path(u"own%1.db"_s.arg(i))); });
-    threads.emplace_back([&] {
-        for (int i = 0; i < 200; ++i)
-            failures += CVelmReadGlobaldefinesTable::Instance()->set_value(u"k%1"_s.arg(i % 50),
-                                                                           QString::number(i))
+    inThreads(3, [&](int i) {
+        for (int k = 0; i == 2 && k < 200; ++k)
+            failures += CVelmReadGlobaldefinesTable::Instance()->set_value(u"k%1"_s.arg(k % 50),
+                                                                           QString::number(k))
                             ? 1
                             : 0;
+        failures += i < 2 ? failuresOnOwnFile(path(u"own%1.db"_s.arg(i))) : 0;
     });
-    for (std::thread& thread : threads)
-        thread.join();
     ended = true;
     failing.join();
     EXPECT_EQ(failures, 0);
@@ -146,15 +145,10 @@ TEST(Threads, LogOneLineAtATime)
     constexpr int kThreads = 8;
     constexpr int kLines = 500;
     CVelmSystemGlobal::Instance()->installMessageHandler(count);
-    std::vector<std::thread> threads;
-    for (int i = 0; i < kThreads; ++i) {
-        threads.emplace_back([i] {
-            for (int k = 0; k < kLines; ++k)
-                QMessageLogger("a.cpp", i, "f").debug("%s", "测绘");
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
+    inThreads(kThreads, [](int i) {
+        for (int k = 0; k < kLines; ++k)
+            QMessageLogger("a.cpp", i, "f").debug("%s", "测绘");
+    });
     CVelmSystemGlobal::Instance()->installMessageHandler(nullptr);
     EXPECT_TRUE(alone);
     EXPECT_EQ(lineCounts.size(), kThreads);

@@ -10,11 +10,6 @@
 
 namespace {
 
-QStringList listOf(const char* parts)
-{
-    return QString::fromUtf8(parts).split(QLatin1Char('|'));
-}
-
 /// From texts such as "Big5 a4a4"; without a name there is no codec.
 std::pair<const QTextCodec*, QByteArray> codecAndBytes(const QString& text)
 {
@@ -48,26 +43,35 @@ QByteArray md5(const QString& text)
 
 TEST(StringCodePage, IsCheckedOrFoundOut)
 {
+    // U+FFFD; 90308130 is U+10000, and U+20000 stands 65536 groups on, at 95328236 (GB 18030-2005,
+    // table D.1); the pair that moved in the tables; cut sequences; ...
     QStringList texts;
     for (const QString& valid :
-         listOf("UTF-8 efbbbfefbfbd|GB18030 8431a437|GBK b2e2b2|Big5 41a4a4a4|Shift_JIS 93fa")) {
+         listOf(u"UTF-8 efbbbfefbfbd|UTF-16LE fdff4100|UTF-32LE fdff0000|GB18030 8431a437|"
+                "GB18030 4190308130|GB18030 95328236b2e2|GB18030 e3329a35|GB18030 a8bc8135f437|"
+                "GB18030 b2e2c1|GB18030 813081|GBK a2e3a8bc|GBK b2e2b2|Big5 41a4a4a4|"
+                "Shift_JIS 93fa"_s)) {
         const auto [codec, bytes] = codecAndBytes(valid);
         EXPECT_TRUE(CVelmString::IsTextCodec(bytes, codec)) << valid.toStdString();
         texts += CVelmString::BytesToString(bytes, codec);
     }
-    EXPECT_EQ(texts, listOf("\uFFFD|\uFFFD|测|A中|日"));
-    // A surrogate, U+110000, four bytes in GBK, ...
-    for (const QString& invalid :
-         listOf("UTF-8 eda08020|UTF-8 f490808020|GBK 81308130|GBK 80|GBK ff|Big5 a420|"
-                "Shift_JIS 8041|EUC-JP fdfd|windows-1253 d2| 41")) {
+    EXPECT_EQ(texts, listOf(u"\uFFFD|\uFFFDA|\uFFFD|\uFFFD|A\U00010000|\U00020000测|\U0010FFFF|"
+                            "\u1E3F\uE7C7|测||\u20AC\u1E3F|测|A中|日"_s));
+    EXPECT_TRUE(CVelmString::IsTextCodec("\x81\x40", QTextCodec::codecForName("gb2312")));
+    // A surrogate, U+110000, behind the BMP, before and behind the other planes, broken groups,
+    // four bytes in GBK, ...
+    for (const QString& invalid : listOf(
+             u"UTF-8 eda08020|UTF-8 f490808020|GB18030 8431a530|GB18030 8f39fe39|GB18030 e3329a36|"
+             "GB18030 81308030|GB18030 81308180|GBK 81308130|GBK 8431a439|GBK 90308130|GBK 80|"
+             "GBK ff|gb2312 ff|Big5 a420|Shift_JIS 8041|EUC-JP fdfd|windows-1253 d2| 41"_s)) {
         const auto [codec, bytes] = codecAndBytes(invalid);
         EXPECT_FALSE(CVelmString::IsTextCodec(bytes, codec)) << invalid.toStdString();
     }
     texts.clear();
     for (const QString& any :
-         listOf(" | e6b58b20| b2e2c1bf| 41e6b5| b2e2c1| efbbbf4141| eda08020| c0af"))
+         listOf(u" | e6b58b20| b2e2c1bf| 41e6b5| b2e2c1| efbbbf4141| eda08020| c0af"_s))
         texts += CVelmString::BytesToString(codecAndBytes(any).second, nullptr);
-    EXPECT_EQ(texts, listOf("|测 |测量|A|测|AA||蜡"));
+    EXPECT_EQ(texts, listOf(u"|测 |测量|A|测|AA||蜡"_s));
     EXPECT_EQ(CVelmString::CharsToString("A\0B", 2, nullptr), QString(u"A\0"_s));
 }
 
@@ -102,6 +106,15 @@ TEST(StringCodePage, MendsTextThatWasReadInTheWrongOne)
 
 TEST(StringPinyin, ReadsEveryGbkCharacterByItsBytes)
 {
+    // The sum of code point times cell number modulo 2^32. Expected: the same sum over the gb18030
+    // codec of Python 3, whose only cell of the table of 2000, A8BC, is replaced by U+1E3F.
+    const QString all = cells(0x81, 0xFE, 0x40, 0xFE);
+    uint sum = 0;
+    for (int i = 0; i < all.size(); ++i)
+        sum += all.at(i).unicode() * static_cast<uint>(i + 1);
+    EXPECT_EQ(all.size(), 23940);
+    EXPECT_EQ(sum, 8440594U);
+
     CVelmString string;
     const QString area = cells(0xA1, 0xFE, 0xA1, 0xFE);
     const QString syllables = string.getPYStrings(area).join(QLatin1Char(' '));
@@ -123,22 +136,8 @@ TEST(StringPinyin, SpellsNamesAndKeepsWhatIsNotChinese)
     CVelmString string(original);
     EXPECT_EQ(string.getPYString(u"绿Point 中国"_s), u"lvPoint zhongguo"_s);
     EXPECT_EQ(string.getChineseSpell(u"测量point"_s), u"CLpoint"_s);
-    // In GBK the first four are 8140, D8A1, A2E3 and A8BC; it does not have the last two.
-    const QString others = u"丂亍€ḿñ😀"_s;
-    EXPECT_EQ(string.getPYString(others), u"丂zuoaañ😀"_s);
-    EXPECT_EQ(string.getChineseSpell(others), u"ñ😀"_s);
-}
-
-TEST(StringCodePage, AnswersAlikeOnBothKindsOfQt)
-{
-    const auto valid = [](const char* codec, const char* hex) {
-        return CVelmString::IsTextCodec(QByteArray::fromHex(hex), QTextCodec::codecForName(codec));
-    };
-    EXPECT_TRUE(valid("gb2312", "8140"));
-    EXPECT_FALSE(valid("gb2312", "ff"));
-    EXPECT_TRUE(valid("UTF-16LE", "fdff4100"));  // a real U+FFFD
-    EXPECT_TRUE(valid("UTF-32LE", "fdff0000"));
-    const QTextCodec* gbk = QTextCodec::codecForName("GBK");
-    EXPECT_EQ(CVelmString::BytesToString(QByteArray::fromHex("a2e3a8bc"), gbk),
-              QString(QChar(0x20AC)) + QChar(0x1E3F));
+    // In GBK the first four are 8140, D8A1, A2E3 and A8BC; it does not have the others.
+    const QString others = u"丂亍€ḿñ😀\uE7C7\xD800"_s;
+    EXPECT_EQ(string.getPYString(others), u"丂zuoaañ😀\uE7C7\xD800"_s);
+    EXPECT_EQ(string.getChineseSpell(others), u"ñ😀\uE7C7\xD800"_s);
 }
