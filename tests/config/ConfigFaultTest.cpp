@@ -19,18 +19,6 @@
 
 namespace {
 
-const QString kDefinitions =
-    u"create table globaldefines (key, value); create table IndexiniExtend (code, exttable); "
-    "create table indexini (code text, name, ltype, width, [table], usecode); "
-    "create table Workdef (code text, layer, enttype, par1, par2, text, color); "
-    "create table QuobAreaLine (CODE text, LINEWIDTH, ENTTYPE, ANNRULE, AREARULE, GROUPNAME, "
-    "LINETYPESCALE, HATCHCOLOR, HATCHBKCOLOR); create table VelmCmdSetting (CmdName); "
-    "create table Attributetable ([TABLE], TEXT, GISTABLE, TYPE); "
-    "create table Attributefield ([TABLE], NAME); "
-    "create table RecordConfig (CODE); create table RecordConfigType (CODE)"_s;
-const QString kPipeDefinitions =
-    u"create table SYS_DICTIONARY (NAME); create table SYS_GISTABLE (LAYERNAME); "
-    "create table SYS_ATTRIBUTEDEF (TABLENAME); create table PIP_SysConfig (FIELDTYPE)"_s;
 const QString kPipe = u"config/PipeConfig.db"_s;
 const QString kSystemFile = u"peltaconfig.db"_s;
 
@@ -40,8 +28,7 @@ class ConfigFault : public TemporaryRoot
 protected:
     ConfigFault()
     {
-        runSql(kDefinitions.split(u';'));
-        runSql(kPipeDefinitions.split(u';'), kPipe);
+        createTables();
         runSql({u"insert into indexini (code, name) values ('A', 'first')"_s,
                 u"insert into Workdef (code, layer) values ('A', 'L')"_s,
                 u"insert into QuobAreaLine (CODE, GROUPNAME) values ('A', 'G')"_s});
@@ -211,7 +198,7 @@ TEST_F(ConfigFault, LoadsNothingOrAllWhereMemoryRunsOut)
     runSql({counting.arg(u"indexini (code, name) select 'x' || i, 'abcdefgh' || i from n"_s),
             counting.arg(u"IndexiniExtend select 'x' || i, 'a;b' from n"_s),
             counting.arg(u"Attributetable select 'T' || i, 'a', 'b', 1 from n"_s),
-            counting.arg(u"Attributefield select 'T' || i, 'f' from n"_s),
+            counting.arg(u"Attributefield ([TABLE], NAME) select 'T' || i, 'f' from n"_s),
             u"create table TBL_A (code text, value text)"_s,
             counting.arg(u"TBL_A select i, 'v' from n"_s),
             u"insert into indexini (code, name) select 'long', hex(zeroblob(200000))"_s});

@@ -108,7 +108,7 @@ protected:
     }
     void ship(const QString& text)
     {
-        runSql({u"create table globaldefines (key text, value text)"_s,
+        runSql({created(u"globaldefines"_s),
                 u"insert into globaldefines values ('GlobalParam', '%1')"_s.arg(text)});
     }
     QStringList shipped() const

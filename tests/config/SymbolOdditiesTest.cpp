@@ -21,7 +21,7 @@ TEST_F(SymbolOddities, LoadingAreaLinesIsTrueWhenNothingWasLoaded)
 // The settings are read when the manager is made, so no other test of this program asks for it.
 TEST_F(SymbolOddities, ACommandWithASettingHasNoVersion)
 {
-    runSql({u"create table VelmCmdSetting (CmdName text, CmdText text)"_s,
+    runSql({created(u"VelmCmdSetting"_s),
             u"insert into VelmCmdSetting values ('Draw', '{\"v1\":1}')"_s});
     CVelmCmdSetting& settings = *CVelmConfigManager::Instance()->GetVelmCmdSetting();
     QStringList versions{u"kept"_s};

@@ -29,9 +29,7 @@ protected:
     CVelmConfigManager* const m_manager = CVelmConfigManager::Instance();
 };
 
-const QString kAreaTable =
-    u"create table QuobAreaLine (CODE text, LINEWIDTH real, ENTTYPE text, ANNRULE text, AREARULE "
-    "text, GROUPNAME text, LINETYPESCALE real, HATCHCOLOR int, HATCHBKCOLOR int)"_s;
+// With texts for numbers, as some programs write them.
 const QString kAnnTable =
     u"create table VelmAnnotate (CODE text, FONT text, PLACE text, DECIMAL text, TEXT text, "
     "EXTDATA text, HEIGHT real, ROTATE real, FACTOR real, LINETYPE text, INPUT int, ANNTYPE int, "
@@ -41,9 +39,9 @@ const QString kAnnTable =
 
 TEST_F(SymbolTables, TellHowAreasAreDrawn)
 {
-    load({kAreaTable,
-          u"insert into QuobAreaLine values ('A', '0.15', 1, 'ann', 'area', 'grp', 2, '0', null),"
-          "('A', 0.5, 5, 'ann2', 'area2', 'grp2', 1.5, 3, 'x'), (null, 1, 1, 1, 1, 1, 1, 1, 1)"_s});
+    load({created(u"QuobAreaLine"_s),
+          u"insert into QuobAreaLine values ('A', 1, '0.15', 2, '0', null, 'ann', 'area', 'grp'),"
+          "('A', 5, 0.5, 1.5, 3, 'x', 'ann2', 'area2', 'grp2'), (null, 1, 1, 1, 1, 1, 1, 1, 1)"_s});
     CVelmAreaLine* areas = m_manager->GetVelmAreaLine();
     const auto drawn = [areas](const QString& code) {
         return told({areas->GetAreaLineLineWidth(code), areas->GetAreaLineLineTypeScale(code),
@@ -64,7 +62,8 @@ TEST_F(SymbolTables, TellHowAreasAreDrawn)
 
 TEST_F(SymbolTables, KeepAreasInTheDatabaseFirst)
 {
-    load({kAreaTable, u"insert into QuobAreaLine (CODE, GROUPNAME) values ('A', 'old')"_s});
+    load({created(u"QuobAreaLine"_s),
+          u"insert into QuobAreaLine (CODE, GROUPNAME) values ('A', 'old')"_s});
     CVelmAreaLine* areas = m_manager->GetVelmAreaLine();
     VelmAreaLineItem changed;
     changed.code = u"A"_s;
@@ -181,8 +180,7 @@ TEST_F(SymbolTables, FindRowsByTheExactCodeOnly)
 TEST_F(SymbolTables, TellHowFramesAreProduced)
 {
     load(
-        {u"create table VelmFrame (ConfigName text, FRAMENAME text, FRAMEMODE text, FRAMETAG text,"
-         " ENTDEPLOY text, EXTAND text)"_s,
+        {created(u"VelmFrame"_s),
          u"insert into VelmFrame values ('A', '图幅', '{\"SelMode\":1,\"TrimMode\":2,"
          "\"FrameStyle\":3,\"FrameSave\":4,\"FrameScaleType\":5,\"FrameSizeType\":0}',"
          "'{\"t\":{\"x\":1},\"n\":5}', '{\"d\":1}', '{\"e\":1}'), ('B', 'b', '[', 'null', '', null)"_s});
@@ -213,7 +211,7 @@ TEST_F(SymbolTables, TellHowFramesAreProduced)
 
 TEST_F(SymbolTables, HandOutCommandSettings)
 {
-    load({u"create table VelmCmdSetting (CmdName text, CmdText text)"_s,
+    load({created(u"VelmCmdSetting"_s),
           u"insert into VelmCmdSetting values ('List', '[1,\"\",\"a\"]'), ('Map', '{\"v\":1}'),"
           "('Bad', '{'), ('Empty', '')"_s});
     CVelmCmdSetting* settings = m_manager->GetVelmCmdSetting();
@@ -246,12 +244,12 @@ TEST_F(SymbolTables, TellHowRecordsAreShownAndWritten)
     runSql({u"create table PIP_SysConfig (FIELDTYPE text, FIELDNAME text)"_s,
             u"insert into PIP_SysConfig values ('3', '管材'), (3, '材质')"_s},
            u"config/PipeConfig.db"_s);
-    load({u"create table RecordConfigType (CODE, NAME, EXTEND, [TABLE], TYPE)"_s,
+    load({created(u"RecordConfigType"_s),
           u"insert into RecordConfigType values ('A', 'n', 'e', 't', 5)"_s,
-          u"create table RecordConfig (CODE, SHOWFIELD, WRITETABLE, ACTUALFIELD)"_s,
+          created(u"RecordConfig"_s),
           u"insert into RecordConfig values ('A', 3, 'w', '3a'), ('[Default]', 'x', 'y', '4'),"
           "('A', 'z', '3', 'q')"_s,
-          u"create table globaldefines (key text, value text)"_s});
+          created(u"globaldefines"_s)});
     CVelmRecordManager records;
     QVector<VelmRecordConfig> configs;
     EXPECT_TRUE(records.getRecordConfig(u"A"_s, configs));

@@ -46,7 +46,7 @@ TEST_F(GlobalDefines, InsertsUpdatesAndLeavesEqualValuesAlone)
 
 TEST_F(GlobalDefines, ExchangesMapsAsJson)
 {
-    runSql({u"create table globaldefines (key text, value text)"_s,
+    runSql({created(u"globaldefines"_s),
             u"insert into globaldefines values ('list', '[1]'), ('none', '{}'), ('bad', '{')"_s});
     const QMap<QString, QVariant> map{{u"名"_s, u"值"_s}, {u"n"_s, 1.5}};
     EXPECT_EQ(defines().set_value(u"map"_s, map), Velm::VelmOk);
@@ -69,7 +69,7 @@ TEST_F(Dictionaries, ComeFromTablesAndPipeRows)
             u"create table TBL_lacks (code text)"_s,
             u"create table \"TBL_A where 1=1; drop table TBL_A\" (code text, value text)"_s,
             u"create table \"TBL_x]'\" (code text, value text)"_s});
-    runSql({u"create table SYS_DICTIONARY (NAME text, LISTVALUE text)"_s,
+    runSql({created(u"SYS_DICTIONARY"_s),
             u"insert into SYS_DICTIONARY values ('管材', 'a;;c'), ('', 'x'), ('TBL_A', 'pipe')"_s},
            u"config/PipeConfig.db"_s);
     CVelmTBLManager manager;
@@ -92,8 +92,7 @@ TEST_F(Dictionaries, ComeFromTablesAndPipeRows)
 
 TEST_F(Dictionaries, AreNoneWithoutTheSystemDatabase)
 {
-    runSql({u"create table SYS_DICTIONARY (NAME text, LISTVALUE text)"_s,
-            u"insert into SYS_DICTIONARY values ('管材', 'a')"_s},
+    runSql({created(u"SYS_DICTIONARY"_s), u"insert into SYS_DICTIONARY values ('管材', 'a')"_s},
            u"config/PipeConfig.db"_s);
     EXPECT_TRUE(CVelmTBLManager().getCodeValue(u"管材"_s, QString()).isEmpty());
     EXPECT_FALSE(QFileInfo::exists(path(u"config/peltaconfig.db"_s)));

@@ -82,6 +82,14 @@ QString TemporaryRoot::created(const QString& table)
     return u"create table [%1] (%2)"_s.arg(table, columns.join(u", "_s));
 }
 
+void TemporaryRoot::createTables() const
+{
+    for (const TableSchema& table : schema::tables()) {
+        if (!table.optional)
+            runSql({created(table.name)}, u"config/"_s + table.database);
+    }
+}
+
 QStringList TemporaryRoot::querySql(const QString& statement, const QString& relative) const
 {
     const Connection connection(path(relative));

@@ -33,6 +33,9 @@ protected:
     /// schema.
     static QString created(const QString& table);
 
+    /// Makes the tables of both configuration databases, without rows.
+    void createTables() const;
+
     /// The first column of the rows of a query on such a file.
     QStringList querySql(const QString& statement,
                          const QString& relative = QStringLiteral("config/peltaconfig.db")) const;

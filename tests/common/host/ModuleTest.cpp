@@ -141,8 +141,8 @@ TEST_F(ModuleTest, HandsNoFatalMessageOn)
 TEST_F(ModuleTest, TellsWhereItsOwnMessagesComeFrom)
 {
     bringAll();
-    runSql({u"create table globaldefines (KEY, VALUE)"_s,
-            u"insert into globaldefines values ('GlobalParam', '[]')"_s});
+    runSql(
+        {created(u"globaldefines"_s), u"insert into globaldefines values ('GlobalParam', '[]')"_s});
     const QRegularExpression line(u"^Warning: File:\\w+\\.cpp Function:\\S.* Line:[1-9]\\d* "
                                   "Content:global parameters: "_s);
     const QString output = host({u"show"_s}).output;

@@ -104,7 +104,7 @@ using ThreadsOnFiles = TemporaryRoot;
 
 TEST_F(ThreadsOnFiles, AreNotDisturbedByFailuresOnAnotherFile)
 {
-    runSql({u"create table globaldefines (key text, value text)"_s});
+    runSql({created(u"globaldefines"_s)});
     std::atomic<bool> ended{false};
     std::thread failing([&] { failUntil(ended, path(u"locked.db"_s)); });
     std::atomic<int> failures{0};
