@@ -122,6 +122,9 @@ int run(QStringList arguments)
 
 }  // namespace
 
+/// Tells the library, by being there, to load nothing from the folders of the configuration.
+extern "C" Q_DECL_EXPORT void velmKeepsToLibraryFolder() {}
+
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
