@@ -42,8 +42,7 @@ bool outputTakesEscapes()
 int outputWidth()
 {
     CONSOLE_SCREEN_BUFFER_INFO info{};
-    const bool isConsole =
-        GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info) != 0;
+    const bool isConsole = GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info) != 0;
     return isConsole ? info.srWindow.Right - info.srWindow.Left + 1 : 0;
 }
 

@@ -1,12 +1,22 @@
 #include "CVelmAnnotate.h"
 
-#include "config/tables/ConfigRecord.h"
+#include "config/tables/ConfigRecords.h"
 #include "CVelmConfigManager.h"
 #include "CVelmWork.h"
 
 using namespace velm::detail;
 
 namespace {
+
+QString tableName()
+{
+    return QStringLiteral("VelmAnnotate");
+}
+
+QString keyColumn()
+{
+    return QStringLiteral("CODE");
+}
 
 /// Stores a number as an enumeration if it is one of @p count values from 0.
 template<class Enum>
@@ -24,6 +34,27 @@ void addWorkDefinition(const QString& code, VelmAnnItem& item)
     const CVelmWork* work = manager->GetVelmWork();  // not const: that of the database
     work->get_layer(code, item.layer, false);
     work->get_color(code, item.color);
+}
+
+/// Copies a row into the item. @return VelmOk; VelmInvalidValue
+Velm::ErrorStatus fill(const ConfigRecord& record, const QString& code, VelmAnnItem& item)
+{
+    item.code = record.text(QStringLiteral("CODE"));
+    item.font = record.text(QStringLiteral("FONT"));
+    item.place = record.text(QStringLiteral("PLACE"));
+    item.decimal = record.integer(QStringLiteral("DECIMAL"));
+    item.text = record.text(QStringLiteral("TEXT"));
+    item.extdata = record.map(QStringLiteral("EXTDATA"));
+    item.height = record.real(QStringLiteral("HEIGHT"));
+    item.rotate = record.real(QStringLiteral("ROTATE"));
+    item.factor = record.real(QStringLiteral("FACTOR"));
+    item.linetype = record.real(QStringLiteral("LINETYPE"));
+    addWorkDefinition(code, item);
+    const bool inRange =
+        storeInRange(record.wideInteger(QStringLiteral("INPUT")), 3, item.inputtype)
+        && storeInRange(record.wideInteger(QStringLiteral("ANNTYPE")), 6, item.anntype)
+        && storeInRange(record.wideInteger(QStringLiteral("ENTTYPE")), 9, item.enttype);
+    return inRange ? Velm::VelmOk : Velm::VelmInvalidValue;
 }
 
 /// Copies one field of the item of a code.
@@ -54,26 +85,22 @@ CVelmAnnotate::~CVelmAnnotate() = default;
 Velm::ErrorStatus CVelmAnnotate::getAnnotateItem(const QString& code, VelmAnnItem& item)
 {
     ConfigRecord record;
-    const Velm::ErrorStatus status =
-        record.read(QStringLiteral("VelmAnnotate"), QStringLiteral("CODE"), code);
-    if (status != Velm::VelmOk)
-        return status;
-    item.code = record.text(QStringLiteral("CODE"));
-    item.font = record.text(QStringLiteral("FONT"));
-    item.place = record.text(QStringLiteral("PLACE"));
-    item.decimal = record.integer(QStringLiteral("DECIMAL"));
-    item.text = record.text(QStringLiteral("TEXT"));
-    item.extdata = record.map(QStringLiteral("EXTDATA"));
-    item.height = record.real(QStringLiteral("HEIGHT"));
-    item.rotate = record.real(QStringLiteral("ROTATE"));
-    item.factor = record.real(QStringLiteral("FACTOR"));
-    item.linetype = record.real(QStringLiteral("LINETYPE"));
-    addWorkDefinition(code, item);
-    const bool inRange =
-        storeInRange(record.wideInteger(QStringLiteral("INPUT")), 3, item.inputtype)
-        && storeInRange(record.wideInteger(QStringLiteral("ANNTYPE")), 6, item.anntype)
-        && storeInRange(record.wideInteger(QStringLiteral("ENTTYPE")), 9, item.enttype);
-    return inRange ? Velm::VelmOk : Velm::VelmInvalidValue;
+    const Velm::ErrorStatus status = record.read(tableName(), keyColumn(), code);
+    return status == Velm::VelmOk ? fill(record, code, item) : status;
+}
+
+void CVelmAnnotate::getAnnotateItems(const QStringList& codes, const AnnotateItemVisitor& visit)
+{
+    ConfigRecords records(tableName(), keyColumn(), codes);
+    for (const QString& code : codes) {
+        ConfigRecord record;
+        VelmAnnItem item;
+        Velm::ErrorStatus status = records.read(code, record);
+        if (status == Velm::VelmOk)
+            status = fill(record, code, item);
+        if (!visit(code, status, item))
+            return;
+    }
 }
 
 Velm::ErrorStatus CVelmAnnotate::getFont(const QString& code, QString& font)

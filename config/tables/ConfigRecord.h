@@ -14,6 +14,10 @@ namespace velm::detail {
 class ConfigRecord
 {
 public:
+    ConfigRecord() = default;
+    /// Of a row that was read.
+    explicit ConfigRecord(const QMap<QString, QVariant>& values) : m_values(values) {}
+
     /// Opens the database and reads the first row whose @p keyColumn is exactly @p key.
     /// @return VelmOk; VelmDatabaseOpenFailed; VelmNoData if there is no such row;
     ///         VelmSqlExecFailed if it cannot be read

@@ -43,8 +43,7 @@ std::optional<int> Arguments::parse(const QStringList& arguments)
         return ExitFine;
     }
     if (!m_needsRoot && isSet(QStringLiteral("root")))
-        return usageError(m_command
-                          + QStringLiteral(" reads no configuration: leave --root out"));
+        return usageError(m_command + QStringLiteral(" reads no configuration: leave --root out"));
     return std::nullopt;
 }
 
@@ -76,8 +75,7 @@ QString Arguments::optionsText() const
     QString text;
     for (const QStringList& option : m_shownOptions) {
         const QString start = QString(kGap, QLatin1Char(' ')) + option.first();
-        const QStringList lines =
-            console::wrapped(option.last(), console::lineWidth() - column);
+        const QStringList lines = console::wrapped(option.last(), console::lineWidth() - column);
         text += QLatin1Char('\n') + console::padded(start, column) + lines.join(indent);
     }
     return text;

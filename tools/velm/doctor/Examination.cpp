@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLibrary>
+#include <QRegularExpression>
 #include <QResource>
 #include <QSqlDatabase>
 #include <QSysInfo>
@@ -67,6 +68,26 @@ bool configurationHoldsChinese()
                        [](const VelmIndexItem& item) { return isChinese(item.name); });
 }
 
+/// Why a database, or what is needed of these tables, cannot be read; empty if it can. The reading
+/// is the library's, within its bounds.
+QString whyNotLoaded(const QString& path, const QStringList& tables)
+{
+    QString problem = whyUnreadable(path, tables);
+    if (!problem.isEmpty())
+        return problem;
+    const QStringList problems = CVelmConfigManager::Instance()->loadProblems();
+    return problems
+        .filter(QRegularExpression(QLatin1Char('^')
+                                   + QRegularExpression::escape(QFileInfo(path).fileName())))
+        .value(0);
+}
+
+QString whySystemNotLoaded()
+{
+    return whyNotLoaded(system().getSystemConfigDb(),
+                        {QStringLiteral("indexini"), QStringLiteral("Workdef")});
+}
+
 /// On Windows Qt calls the codec "System" whatever the code page is, so it is known by what it
 /// does.
 bool localCodePageIsGbk()
@@ -85,7 +106,7 @@ void examineLibrary(QVector<Finding>& findings)
     group.fine("bits", "bits", QString::number(sizeof(void*) * 8));
     group.fine("long", "long", QStringLiteral("%1 bytes").arg(sizeof(long)));
     const bool gbk = localCodePageIsGbk();
-    const bool matters = !gbk && whySystemUnreadable().isEmpty() && configurationHoldsChinese();
+    const bool matters = !gbk && whySystemNotLoaded().isEmpty() && configurationHoldsChinese();
     group.add("codepage", "local code page",
               gbk ? QStringLiteral("GBK (936)")
                   : QString::fromLatin1(QTextCodec::codecForLocale()->name()),
@@ -141,14 +162,14 @@ void examineConfiguration(QVector<Finding>& findings, bool rootIsGiven)
               ignored ? Finding::Warning : Finding::Fine,
               QStringLiteral("VELM_ROOT names no folder: \"%1\"").arg(named));
     const QString systemDb = system().getSystemConfigDb();
-    const QString problem = whySystemUnreadable();
+    const QString problem = whySystemNotLoaded();
     group.add(
         "system", "system database", withAccess(systemDb),
         problem.isEmpty() ? Finding::Fine : Finding::Error,
         problem
             + QStringLiteral("; --root DIR or VELM_ROOT names the folder that holds \"config\""));
     const QString pipeDb = system().getPipeConfigDb();
-    const QString pipeProblem = whyUnreadable(pipeDb, {QStringLiteral("SYS_DICTIONARY")});
+    const QString pipeProblem = whyNotLoaded(pipeDb, {QStringLiteral("SYS_DICTIONARY")});
     group.add("pipe", "pipe database", withAccess(pipeDb),
               pipeProblem.isEmpty() ? Finding::Fine : Finding::Warning,
               pipeProblem

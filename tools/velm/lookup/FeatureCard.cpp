@@ -3,26 +3,12 @@
 #include "cli/Colours.h"
 #include "cli/Console.h"
 #include "cli/TerminalText.h"
-#include "lookup/CardGroups.h"
-#include "set/Configuration.h"
 
-#include "CVelmConfigManager.h"
-#include "CVelmIndex.h"
-#include "CVelmWork.h"
-
-FeatureCard::FeatureCard(const QString& code, const Configuration& configuration) : m_code(code)
+FeatureCard FeatureCard::unknown(const QString& code)
 {
-    const CVelmConfigManager& manager = configuration.manager();
-    for (const auto& group : {groups::indexGroup(code, *manager.GetVelmIndex()),
-                              groups::workGroup(code, *manager.GetVelmWork()),
-                              groups::areaGroup(code, *manager.GetVelmAreaLine()),
-                              groups::annotationGroup(code), groups::tableGroup(code, manager),
-                              groups::recordGroup(code, *manager.GetVelmRecordManager())}) {
-        if (group)
-            m_groups.append(*group);
-    }
-    m_found = manager.GetVelmIndex()->getName(code, m_name) == Velm::VelmOk
-              || manager.GetVelmWork()->isValidCode(code);
+    FeatureCard card;
+    card.m_code = code;
+    return card;
 }
 
 void FeatureCard::print() const
