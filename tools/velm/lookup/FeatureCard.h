@@ -8,12 +8,12 @@ class FeatureCard
 public:
     /// Stable keys: code, found, and one for each group: index, work, area, annotation, table,
     /// record; null where the configuration tells nothing.
-    QJsonObject toJson() const;
+    QByteArray jsonText() const;
     /// Prints the card to standard output.
     void print() const;
 
-    /// The card of a code that nothing defines.
-    static FeatureCard unknown(const QString& code);
+    /// The card, in JSON, of a code that nothing defines.
+    static QJsonObject unknown(const QString& code);
 
 private:
     friend class FeatureCards;

@@ -30,8 +30,11 @@ const std::optional<CardGroup>& FeatureCards::tableGroupOf(const QString& code)
     QString table;
     if (m_manager.GetVelmIndex()->getGisTableName(code, table) != Velm::VelmOk)
         return none;
-    if (m_table.isNull() || table != m_table)
+    if (m_table.isNull() || table != m_table) {
         m_tableGroup = groups::tableGroup(table, m_manager);
+        if (m_tableGroup)
+            m_tableGroup->keepText();
+    }
     m_table = table.isNull() ? QStringLiteral("") : table;
     return m_tableGroup;
 }

@@ -131,7 +131,7 @@ bool Lookup::answerNothing(const QString& argument)
     m_exitCode = ExitNothingFound;
     const QStringList suggestions = m_index.suggestionsFor(argument, m_key);
     if (m_json) {
-        QJsonObject answer = FeatureCard::unknown(argument).toJson();
+        QJsonObject answer = FeatureCard::unknown(argument);
         answer.insert(QStringLiteral("suggestions"), QJsonArray::fromStringList(suggestions));
         answer.insert(QStringLiteral("otherTables"), QJsonArray::fromStringList(tables));
         m_array.add(answer);
@@ -154,7 +154,7 @@ bool Lookup::answerCode(const QString& code, Velm::ErrorStatus status, const Vel
     }
     const FeatureCard card = m_cards.card(code, status, item);
     if (m_json)
-        m_array.add(card.toJson());
+        m_array.add(card.jsonText());
     else
         print(card);
     return true;
