@@ -15,44 +15,61 @@
 
 namespace {
 
-int cannotRead(const QString& what, const QString& problem)
-{
-    console::tell(QStringLiteral("cannot read ") + what + QStringLiteral(": ") + problem);
-    return ExitCannotOpen;
-}
-
 QString named(const QString& path, const QString& table)
 {
     return QStringLiteral("\"%1\", table \"%2\"").arg(path, table);
 }
 
-/// Holds a database with all tables that the schema asks of it. What is wrong is told.
-int hold(const QString& path, std::unique_ptr<HeldDatabase>& database)
+/// What cannot be read of the tables that the schema asks of a database, a line each.
+QStringList tableProblems(const HeldDatabase& database, const QString& path)
 {
-    const QString quoted = QLatin1Char('"') + path + QLatin1Char('"');
+    QStringList problems;
+    const auto add = [&](const QString& table, const QString& problem) {
+        if (!problem.isEmpty())
+            problems.append(named(path, table) + QStringLiteral(": ") + problem);
+    };
+    for (const TableSchema& table : schema::tables()) {
+        if (!table.optional && table.database == QFileInfo(path).fileName())
+            add(table.name, database.problemOf(table));
+    }
+    QStringList views;
+    add(QStringLiteral("sqlite_master"), database.findViews(views));
+    for (const QString& view : qAsConst(views)) {
+        if (schema::isDictionary(view))
+            add(view, QStringLiteral("a view in its place"));
+    }
+    return problems;
+}
+
+/// Holds a database. @return what is wrong with it, a line each
+QStringList hold(const QString& path, std::unique_ptr<HeldDatabase>& database)
+{
+    const QString quoted = QLatin1Char('"') + path + QStringLiteral("\": ");
     QString problem = whyNoFile(path);
     if (!problem.isEmpty())
-        return cannotRead(quoted, problem);
+        return {quoted + problem};
     database = std::make_unique<HeldDatabase>(path);
     problem = database->hold();
-    if (!problem.isEmpty())
-        return cannotRead(quoted, problem);
-    int exitCode = ExitFine;
-    for (const TableSchema& table : schema::tables()) {
-        if (table.optional || table.database != QFileInfo(path).fileName())
-            continue;
-        problem = database->problemOf(table);
-        if (!problem.isEmpty())
-            exitCode = cannotRead(named(path, table.name), problem);
-    }
-    return exitCode;
+    return problem.isEmpty() ? tableProblems(*database, path) : QStringList{quoted + problem};
+}
+
+/// @return ExitFine if there are none
+int tellAll(const QStringList& problems)
+{
+    constexpr int kMostTold = 20;
+    for (const QString& problem : problems.mid(0, kMostTold))
+        console::tell(QStringLiteral("cannot read ") + problem);
+    if (problems.size() > kMostTold)
+        console::tell(QStringLiteral("and %1 more").arg(problems.size() - kMostTold));
+    return problems.isEmpty() ? ExitFine : ExitCannotOpen;
 }
 
 }  // namespace
 
 int cannotReadTable(const QString& table, const QString& problem)
 {
-    return cannotRead(named(CVelmSystemGlobal::Instance()->getSystemConfigDb(), table), problem);
+    const QString path = CVelmSystemGlobal::Instance()->getSystemConfigDb();
+    return tellAll({named(path, table) + QStringLiteral(": ") + problem});
 }
 
 int Configuration::open(const Arguments& arguments)
@@ -61,22 +78,13 @@ int Configuration::open(const Arguments& arguments)
     if (selected != ExitFine)
         return selected;
     CVelmSystemGlobal& system = *CVelmSystemGlobal::Instance();
-    const int systemHeld = hold(system.getSystemConfigDb(), m_system);
-    const int pipeHeld = hold(system.getPipeConfigDb(), m_pipe);
-    return systemHeld == ExitFine && pipeHeld == ExitFine ? load() : ExitCannotOpen;
-}
-
-/// Has the library load the set.
-int Configuration::load()
-{
-    constexpr int kMostTold = 20;
-    m_manager = CVelmConfigManager::Instance();
-    const QStringList problems = m_manager->loadProblems();
-    for (const QString& problem : problems.mid(0, kMostTold))
-        cannotRead(QStringLiteral("the configuration"), problem);
-    if (problems.size() > kMostTold)
-        console::tell(QStringLiteral("and %1 more").arg(problems.size() - kMostTold));
-    return problems.isEmpty() ? ExitFine : ExitCannotOpen;
+    QStringList problems = hold(system.getSystemConfigDb(), m_system);
+    problems += hold(system.getPipeConfigDb(), m_pipe);
+    if (problems.isEmpty()) {
+        m_manager = CVelmConfigManager::Instance();
+        problems = m_manager->loadProblems();
+    }
+    return tellAll(problems);
 }
 
 const CVelmIndex& Configuration::index() const

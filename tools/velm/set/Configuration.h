@@ -32,8 +32,6 @@ public:
     int close();
 
 private:
-    int load();
-
     CVelmConfigManager* m_manager = nullptr;  // the library's
     std::unique_ptr<HeldDatabase> m_system;
     std::unique_ptr<HeldDatabase> m_pipe;

@@ -2,6 +2,7 @@
 
 #include "common/files/DatabasePath.h"
 
+#include <QFileInfo>
 #include <QSqlDatabase>
 #include <QUuid>
 
@@ -13,6 +14,12 @@ QString textOf(const QSqlError& error)
     if (!error.isValid())
         return QString();
     return error.databaseText().isEmpty() ? error.text() : error.databaseText();
+}
+
+bool tellsReadOnly(const QSqlError& error)
+{
+    constexpr int kReadOnly = 8;
+    return (error.nativeErrorCode().toInt() & 0xFF) == kReadOnly;
 }
 
 }  // namespace
@@ -29,23 +36,44 @@ HeldDatabase::~HeldDatabase()
 
 QString HeldDatabase::hold()
 {
-    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
-    database.setDatabaseName(velm::detail::databaseName(m_path));
-    database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=5000"));
-    if (!database.open())
-        return textOf(database.lastError());
-    return begin();
+    QString problem = open(true);
+    if (!problem.isEmpty() && m_isUnfinished) {
+        open(false);
+        problem = open(true);
+    }
+    return problem.isEmpty() ? whyTruncated() : problem;
 }
 
-QString HeldDatabase::begin()
+/// Opens the file and begins to read. SQLite undoes what a program that was killed has left half
+/// done, but only where it may write.
+QString HeldDatabase::open(bool readOnly)
 {
-    QSqlQuery begun = query();
-    QString problem = run(begun, QStringLiteral("begin"));
-    m_holds = problem.isEmpty();
+    QSqlDatabase::removeDatabase(m_connection);
+    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
+    database.setDatabaseName(velm::detail::databaseName(m_path));
+    const QString patience = QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000");
+    database.setConnectOptions(readOnly ? QStringLiteral("QSQLITE_OPEN_READONLY;") + patience
+                                        : patience);
+    if (!database.open())
+        return textOf(database.lastError());
     QSqlQuery first = query();
-    if (m_holds)  // what is asked first decides which state it is
+    QString problem = run(first, QStringLiteral("begin"));
+    if (problem.isEmpty())  // what is asked first decides which state it is
         problem = run(first, QStringLiteral("select count(*) from sqlite_master"));
-    m_version = version();
+    m_isUnfinished = tellsReadOnly(first.lastError());
+    m_holds = problem.isEmpty();
+    m_version = m_holds ? version() : 0;
+    return problem;
+}
+
+/// SQLite takes what is missing of the last page for zeros.
+QString HeldDatabase::whyTruncated() const
+{
+    QSqlQuery size = query();
+    QString problem = run(size, QStringLiteral("pragma page_size"));
+    const qint64 bytes = size.value(0).toLongLong();
+    if (problem.isEmpty() && (bytes < 1 || QFileInfo(m_path).size() % bytes != 0))
+        problem = QStringLiteral("the file is truncated");
     return problem;
 }
 
@@ -81,6 +109,16 @@ QString HeldDatabase::problemOf(const TableSchema& table) const
             problem = QStringLiteral("no column \"%1\"").arg(column.name);
     }
     return problem;
+}
+
+QString HeldDatabase::findViews(QStringList& names) const
+{
+    QSqlQuery view = query();
+    const QString problem =
+        run(view, QStringLiteral("select name from sqlite_master where type = 'view'"));
+    for (; view.isValid(); view.next())
+        names.append(view.value(0).toString());
+    return problem.isEmpty() ? textOf(view.lastError()) : problem;
 }
 
 QString HeldDatabase::findCode(const QString& table, const QString& code, bool& found) const

@@ -18,12 +18,16 @@ public:
     Q_DISABLE_COPY(HeldDatabase)
 
     /// Opens the file, for reading only, and begins the transaction; waits 5 s for the locks of
-    /// others. @return why it cannot be read; empty if it can
+    /// others. Before, a change that a killed program has left half done is undone. @return why it
+    /// cannot be read; empty if it can
     QString hold();
 
     /// Why a table, with every column that is needed, cannot be read; empty if it can. A view in
     /// its place, a virtual table or one with computed columns cannot, as for the library.
     QString problemOf(const TableSchema& table) const;
+
+    /// The views of the file. @return what went wrong; empty if nothing did
+    QString findViews(QStringList& names) const;
 
     /// Whether a table has a row whose column "CODE" is @p code.
     /// @return what went wrong; empty if nothing did
@@ -34,7 +38,8 @@ public:
     bool release();
 
 private:
-    QString begin();
+    QString open(bool readOnly);
+    QString whyTruncated() const;
     /// Leaves the query on its first row. @return what went wrong; empty if nothing did
     QString run(QSqlQuery& query, const QString& sql, const QVariantList& values = {}) const;
     QSqlQuery query() const;
@@ -44,4 +49,5 @@ private:
     QString m_connection;  // its name
     int m_version = 0;     // of the content, as SQLite counts for this connection
     bool m_holds = false;
+    bool m_isUnfinished = false;  // a change must be undone first
 };
