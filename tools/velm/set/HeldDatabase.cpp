@@ -114,7 +114,7 @@ QString HeldDatabase::problemOf(const TableSchema& table) const
 QString HeldDatabase::findViews(QStringList& names) const
 {
     QSqlQuery view = query();
-    const QString problem =
+    QString problem =
         run(view, QStringLiteral("select name from sqlite_master where type = 'view'"));
     for (; view.isValid(); view.next())
         names.append(view.value(0).toString());
@@ -124,7 +124,7 @@ QString HeldDatabase::findViews(QStringList& names) const
 QString HeldDatabase::findCode(const QString& table, const QString& code, bool& found) const
 {
     QSqlQuery row = query();
-    const QString problem =
+    QString problem =
         run(row, QStringLiteral("select 1 from [%1] where [CODE] = ? limit 1").arg(table), {code});
     found = row.isValid();
     return problem;
