@@ -11,13 +11,6 @@
 #include <QSqlQuery>
 #include <QVariant>
 
-/// Makes work definitions as the configuration manager does.
-class WorkDefinitionPeer
-{
-public:
-    static CVelmWorkDB database() { return CVelmWorkDB(); }
-};
-
 namespace {
 
 /// The library's loaders.
@@ -27,7 +20,7 @@ void LoadCodes_Library(benchmark::State& state)
     for (auto _ : state) {
         database.initDatabase(configFile(), QString());
         CVelmIndexDB index;
-        CVelmWorkDB work = WorkDefinitionPeer::database();
+        CVelmWorkDB work;
         index.load(database);
         work.initVelmWork(database);
         benchmark::DoNotOptimize(index.getIndexMap().size());

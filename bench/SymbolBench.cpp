@@ -1,6 +1,7 @@
 #include "ConfigFixture.h"
 #include "RawSqlite.h"
 
+#include "config/tables/AreaLines.h"
 #include "config/tables/CVelmAttributeDB.h"
 #include "CVelmAnnotate.h"
 #include "CVelmAreaLine.h"
@@ -18,34 +19,17 @@
 #include <cstdlib>
 #include <memory>
 
-/// Makes and loads area lines as the configuration manager does.
-class AreaLinePeer
-{
-public:
-    static void load(CVelmDatabase& database)
-    {
-        CVelmAreaLine areas;
-        areas.initVelmAreaLineConfig(database);
-        benchmark::DoNotOptimize(areas.isValidCode(QString()));
-    }
-};
-
-/// The same for the GIS tables.
-class AttributePeer
-{
-public:
-    static std::unique_ptr<CVelmAttributeDB> load(CVelmDatabase& database)
-    {
-        std::unique_ptr<CVelmAttributeDB> attribute(new CVelmAttributeDB);
-        attribute->initVelmAttribute(database);
-        return attribute;
-    }
-};
-
 namespace {
 
 constexpr int kTables = 500;
 constexpr int kFields = 40;
+
+std::unique_ptr<CVelmAttributeDB> loadGisTables(const CVelmDatabase& database)
+{
+    auto tables = std::make_unique<CVelmAttributeDB>();
+    tables->load(database, CVelmDatabase());
+    return tables;
+}
 
 void run(CVelmDatabase& database, const QString& sql)
 {
@@ -110,8 +94,10 @@ void LoadSymbols_Library(benchmark::State& state)
     CVelmDatabase database;
     for (auto _ : state) {
         database.initDatabase(symbolFile(), QString());
-        AreaLinePeer::load(database);
-        benchmark::DoNotOptimize(AttributePeer::load(database));
+        QMap<QString, VelmAreaLineItem> areas;
+        velm::detail::loadAreaLines(database, areas);
+        benchmark::DoNotOptimize(areas.size());
+        benchmark::DoNotOptimize(loadGisTables(database));
     }
 }
 BENCHMARK(LoadSymbols_Library)->Unit(benchmark::kMillisecond);
@@ -244,7 +230,7 @@ CVelmAttribute& manyTables()
         CVelmDatabase database;
         database.initDatabase(folder.filePath(QStringLiteral("tables.db")), QString());
         makeGisTables(database, 2000, 60);
-        return AttributePeer::load(database);
+        return loadGisTables(database);
     }();
     return *attribute;
 }

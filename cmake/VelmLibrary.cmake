@@ -73,6 +73,7 @@ add_library(velm_objects OBJECT
     data/access/TableReader.cpp
     data/sql/Connection.cpp
     data/sql/CVelmDatabase.cpp
+    data/sql/CVelmDatabasePrivate.cpp
     data/sql/CVelmDatabaseSchema.cpp
     data/sql/RowReading.cpp
     data/sql/SqlText.cpp
@@ -82,6 +83,7 @@ add_library(velm_objects OBJECT
     data/values/CVelmSaveUserData.cpp
     data/values/CVelmTBLManager.cpp
     data/values/GlobalDefine.cpp
+    data/values/UserStore.cpp
     data/xml/CVelmXmlManager.cpp
     data/xml/XmlBounds.cpp
     data/xml/XmlDeclarations.cpp

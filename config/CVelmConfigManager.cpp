@@ -2,6 +2,7 @@
 
 #include "common/host/HostCalls.h"
 #include "common/host/Singleton.h"
+#include "config/DatabaseTables.h"
 #include "config/tables/CVelmAttributeDB.h"
 #include "config/tables/CVelmAttributeDef.h"
 #include "config/tables/CVelmIndexDB.h"
@@ -48,6 +49,12 @@ void loadOnce(Table*& table, const Make& make, const Load& load)
 }
 
 }  // namespace
+
+const CVelmWork& velm::detail::databaseWork()
+{
+    CVelmConfigManager* manager = CVelmConfigManager::Instance();
+    return *manager->GetVelmWork();  // the const form follows the version
+}
 
 CVelmConfigManager* CVelmConfigManager::Instance()
 {

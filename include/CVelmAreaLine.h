@@ -36,7 +36,8 @@ public:
     bool GetAreaLineItem(VelmAreaLineItem& item, const QString& code) const;
 
     /// @{
-    /// Colour index of the hatch or its background; 7 for an unknown code, which is wanted so.
+    /// Colour index of the hatch or its background; 7 for an unknown code, with which
+    /// callers can draw without asking first.
     int GetAreaLineHatchColor(const QString& code) const;
     int GetAreaLineHatchBKColor(const QString& code) const;
     /// @}
@@ -64,13 +65,12 @@ public:
 
 private:
     friend class CVelmConfigManager;
-    friend class AreaLinePeer;  // tests and benchmarks
 
     CVelmAreaLine();
     Q_DISABLE_COPY(CVelmAreaLine)
 
     /// Replaces all items by the rows of the table; of rows with one code the last counts.
-    /// @return whether nothing was loaded: the sense is inverted, which is wanted so
+    /// @return whether nothing was loaded: the inverted sense is part of the interface
     bool initVelmAreaLineConfig(CVelmDatabase& db);
 
     void reload(CVelmDatabase& database);

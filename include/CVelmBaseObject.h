@@ -1,24 +1,11 @@
 #pragma once
 
+#include "CVelmBaseObjectPrivate.h"
 #include "VelmCommonGlobal.h"
 
 #include <QString>
 
 #include <memory>
-
-/// Base of the private data of a CVelmBaseObject; derived classes add theirs. Copying copies
-/// nothing.
-class VELMCOMMON_EXPORT CVelmBaseObjectPrivate
-{
-public:
-    CVelmBaseObjectPrivate() = default;
-    /// @{
-    /// Copies nothing.
-    CVelmBaseObjectPrivate(const CVelmBaseObjectPrivate&) {}
-    CVelmBaseObjectPrivate& operator=(const CVelmBaseObjectPrivate&) { return *this; }
-    /// @}
-    virtual ~CVelmBaseObjectPrivate() = default;
-};
 
 /// Base of objects that keep their data in a private object and have an identity.
 /// A copy shares the private object, which goes with its last owner; a derived class that wants

@@ -34,7 +34,7 @@ public:
     /// @p value with @p decimals decimals, halves away from zero. A value of which so many decimals
     /// cannot be scaled within a double is printed as it stands.
     /// A value up to and including -1e-12 keeps its sign even if all digits are 0: -0.001 with two
-    /// decimals is "-0.00". One between -1e-12 and 0 has none, whatever its digits. Wanted so.
+    /// decimals is "-0.00". One between -1e-12 and 0 has none, whatever its digits.
     /// @return "nan", "inf" or "-inf" for what is not finite
     QString format_double(double value, int decimals);
 
@@ -46,7 +46,7 @@ public:
     /// too. With 5 an exact half thus becomes even: 2.25 with one decimal is "2.2", 2.35 is
     /// "2.4", 2.26 is "2.3".
     ///
-    /// Three things look odd and are wanted so:
+    /// Three things look odd and stay, since areas printed before have to come out the same:
     /// - No more than those six decimals tell a half: 2.250000001 is "2.2" too.
     /// - The decimal and @p digit are compared as texts. With a digit of two figures a decimal that
     ///   equals its first figure is below it; with a negative one every number grows.

@@ -35,7 +35,7 @@ public:
     /// Appends the elements of an array as texts; those that are empty are left out.
     Velm::ErrorStatus getCommandSettingStringList(const QString& cmdName, QStringList& list);
 
-    /// The answer is inverted, which is wanted so: a command with a setting is not found, and of
+    /// The answer is inverted, and hosts test it so: a command with a setting is not found, and of
     /// one that was unknown at the start the versions are none.
     /// @return VelmNotFound if the command, in any letter case, was stored at the start or was
     /// asked for before; else VelmOk, and @p versions stays
@@ -43,7 +43,6 @@ public:
 
 private:
     friend class CVelmConfigManager;
-    friend class CmdSettingPeer;  // tests
 
     CVelmCmdSetting();
     Q_DISABLE_COPY(CVelmCmdSetting)

@@ -34,11 +34,11 @@ class VELMCOMMON_EXPORT CVelmConfigManager
 public:
     /// Created and loaded on the first call.
     static CVelmConfigManager* Instance();
-    /// Frees no table: they live until the process ends, which is wanted so.
+    /// Frees no table: hosts hold pointers to them until the process ends.
     virtual ~CVelmConfigManager();
 
     /// Rebuilds the tables from disk, but for frames, annotations and command settings, which stay
-    /// as they are. The old database index is abandoned, not freed, which is wanted so.
+    /// as they are. The old database index is abandoned, not freed, for hosts that still read it.
     /// Waits at most 5 s for databases that other programs lock. A table that is missing or cannot
     /// be read to its end is empty.
     /// @return false if the system configuration database cannot be opened, is locked or no
@@ -78,10 +78,10 @@ public:
     const CVelmCmdSetting* GetVelmCmdSetting() const { return m_cmdSetting; }
     const CVelmTBLManager* GetVelmTBLManager() const { return m_tblManager; }
     const CVelmRecordManager* GetVelmRecordManager() const { return m_recordManager; }
+    /// @}
 
 private:
     CVelmConfigManager();
-    /// @}
     Q_DISABLE_COPY(CVelmConfigManager)
 
     void loadFirst();

@@ -204,8 +204,9 @@ public:
     /// Drops a column.
     /// @return VelmOk; VelmSqlExecFailed
     Velm::ErrorStatus delColumnField(const QString& table, const QString& field);
-    /// The statement names the table in the column's place too and is wanted exactly so: nothing
-    /// but a column that bears its table's name can be changed. SQLite refuses it altogether.
+    /// The statement names the table in the column's place too: nothing but a column that bears its
+    /// table's name can be changed. It stays so for hosts that call it in vain and go on with the
+    /// column as it is. SQLite refuses it altogether.
     Velm::ErrorStatus changeColumnType(const QString& table, const QString& field,
                                        QVariant::Type type);
     /// Sets @p toField of every row to its @p fromField.

@@ -6,8 +6,8 @@
 
 class CVelmObject;
 
-/// The registry of object classes. It keeps nothing, which is wanted so: registering always
-/// succeeds and has no effect. May be used from any thread.
+/// The registry of object classes, for hosts that register theirs. It keeps nothing: registering
+/// always succeeds and has no effect. May be used from any thread.
 class VELMCOMMON_EXPORT CVelmObjectManager
 {
 public:

@@ -36,8 +36,8 @@ public:
     CVelmRTree();
     virtual ~CVelmRTree();
     /// The copy shares the nodes, which the last tree frees; what one tree changes, the other sees
-    /// in part. This is wanted so. Once both have changed, entries may be found twice or not at
-    /// all.
+    /// in part: callers hand trees on by value and count on it that no node is copied. Once both
+    /// have changed, entries may be found twice or not at all.
     CVelmRTree(const CVelmRTree& other);
     CVelmRTree& operator=(const CVelmRTree& other);  ///< shares likewise
 
@@ -46,8 +46,8 @@ public:
     /// Frees all nodes. A tree that is used afterwards begins anew.
     void Destroy();
 
-    /// The number of insertions less that of deletions. Entries that a deletion moves count again,
-    /// which is wanted so: an approximate size.
+    /// The number of insertions less that of deletions. Entries that a deletion moves count again:
+    /// callers get an approximate size.
     int GetCount() const { return m_count; }
     /// The rectangle around all entries, as xmin, ymin, xmax, ymax; nothing is written if there are
     /// none.
@@ -72,7 +72,7 @@ public:
     /// Deletes an entry by looking everywhere.
     bool DeleteID(void* id);
     /// Removes the first entry of the first leaf that is reached below rectangles that overlap @p
-    /// rect, which need not itself overlap it; this is wanted so. @p cb, which may be null, gets
+    /// rect, which need not itself overlap it. @p cb, which may be null, gets
     /// the identifier once its slot is empty, before entries are moved.
     bool DeleteRectOverlap(CVelmRTreeMBR* rect, Callback cb, void* ctx);
     /// Removes the first entry that lies inside @p rect. @p cb as above.

@@ -2,12 +2,12 @@
 
 #include "VelmCommonGlobal.h"
 
-#include <QSqlDatabase>
-#include <QSqlError>
 #include <QString>
 
+#include <memory>
+
 namespace velm::detail {
-class GlobalParamStore;
+class UserStore;
 }
 
 /// Small values of the user in a SQLite file beside the host program: "cad.dat" for "cad.exe".
@@ -40,8 +40,6 @@ public:
 
 private:
     friend class CVelmSystemGlobal;
-    friend class velm::detail::GlobalParamStore;
-    friend class UserDataPeer;
 
     explicit CVelmSaveUserData(const QString& file);
     Q_DISABLE_COPY(CVelmSaveUserData)
@@ -50,22 +48,5 @@ private:
     /// younger one.
     static void prepareInstance();
 
-    /// userInput() that tells a failure, false, from a value that is not there, empty. Shows
-    /// nothing.
-    bool readUserInput(const QString& type, const QString& name, QString& value);
-    /// setUserInput() within a transaction of the caller. Shows nothing.
-    bool putUserInput(const QString& type, const QString& name, const QString& value);
-
-    /// Opens the file unless it is open; the first failure is shown.
-    bool isReady();
-    QSqlError initSaveUserData();
-    QSqlError makeTables();
-    void forget();
-    bool read(const QString& table, const QString& type, const QString& name, QString& value);
-    bool write(const QString& table, const QString& type, const QString& name,
-               const QString& value);
-
-    const QString m_file;
-    QSqlDatabase m_database;  // not valid while the file is not open
-    bool m_isFailureShown = false;
+    std::unique_ptr<velm::detail::UserStore> m_store;
 };

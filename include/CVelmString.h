@@ -93,8 +93,8 @@ public:
     /// Whether every character is an ASCII digit, "." or "-", in any number and order; the empty
     /// text is one too.
     static bool IsDigitStr(const QString& text);
-    /// The number of characters from U+04BB to U+FFFD. The range is far wider than Chinese and
-    /// wanted so: callers count Chinese characters in mixed text, and a narrower range would change
+    /// The number of characters from U+04BB to U+FFFD. The range is far wider than Chinese:
+    /// callers count Chinese characters in mixed text, and a narrower range would change
     /// their counts.
     static int ChineseCount(const QString& text);
     /// How often @p symbol occurs in @p text, without overlaps, letter case counting; 0 for an
@@ -140,7 +140,7 @@ public:
     static QStringList DoubleList2StringList(const QVector<double>& values, int precision);
     /// The number to give to the next thing: the first gap in @p used, else the greatest plus one.
     /// A @p start below all used numbers is itself the answer; one above them gives the greatest
-    /// used plus one, so that numbers are not left out (wanted so); one in between has no
+    /// used plus one, so that numbers are not left out; one in between has no
     /// effect. With nothing used: @p start.
     /// @return false, @p result untouched, if there is neither a used number nor a start, or no
     /// greater number

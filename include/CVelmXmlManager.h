@@ -19,13 +19,13 @@ public:
     CVelmXmlManager& operator=(const CVelmXmlManager& other);  ///< likewise
     virtual ~CVelmXmlManager();
 
-    /// Reads a file of UTF-8 text and sets it as setXmlData() does, but reports no error position,
-    /// which is wanted so: the outputs are never written.
+    /// Reads a file of UTF-8 text and sets it as setXmlData() does, but reports no error position:
+    /// the outputs are never written, and callers find in them what they put there.
     /// @return VelmXmlInitFailed if it cannot be opened; else the answer of setXmlData()
     Velm::ErrorStatus initXmlFile(const QString& path, QString* errorMsg, int* errorLine,
                                   int* errorColumn);
 
-    /// Parses @p text into the document. The answer is inverted, which is wanted so. The outputs
+    /// Parses @p text into the document. The answer is inverted, and hosts test it so. The outputs
     /// may be null; they get message and place of an error as QDomDocument::setContent() tells
     /// them. A text that passes one of the bounds in docs/limits.md counts as malformed where it
     /// does: more than 8,000,000 characters with what its entities are replaced by, elements nested
@@ -36,7 +36,7 @@ public:
     Velm::ErrorStatus setXmlData(const QString& text, QString* errorMsg, int* errorLine,
                                  int* errorColumn);
 
-    /// Always false, which is wanted so.
+    /// Always false, for hosts that still ask: nothing is looked for.
     bool hasElement(const QString& name);
 
 private:

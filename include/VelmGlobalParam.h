@@ -47,8 +47,8 @@ struct VelmFrameTemplate
 struct VelmFrameSave
 {
     int m_frameSpaceX = 0;  ///< "FrameSpaceX"
-    /// Stored under the key of m_frameSpaceX, wanted so: both are read from it, and of the two this
-    /// one is stored.
+    /// Stored under the key of m_frameSpaceX, as in the texts that users have stored: both are read
+    /// from it, and of the two this one is stored.
     int m_frameSpaceY = 0;
     double m_frameInsertX = 0.0;  ///< "FrameInsertX"
     double m_frameInsertY = 0.0;  ///< "FrameInsertY"

@@ -74,7 +74,7 @@ QString bundleName()
 bool registerBundle()
 {
     const QString path = findFile(bundleName());
-    if (path.isEmpty())  // the text lacks its closing bracket, which is wanted so
+    if (path.isEmpty())  // a host that presents the boxes may know the text, without its bracket
         CVelmMessage::errorMsg(QStringLiteral("无法找到资源文件[VelmResource.rcc"), nullptr,
                                QStringLiteral("错误"));
     if (!path.isEmpty() && QResource::registerResource(path, QString()))

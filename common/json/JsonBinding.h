@@ -5,8 +5,8 @@
 #include <QMap>
 #include <QVector>
 
+#include <bitset>
 #include <cmath>
-#include <optional>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -19,8 +19,8 @@
 ///         VELM_JSON(m_frameHeight, "FrameHeight"))
 ///
 /// Members may be bool, int, enumerations, double, QString, bound records, and lists of these; to
-/// be read only, also maps of them by key and values that may be missing (std::optional). A key
-/// that is missing or has a value of the wrong type leaves its member as it was.
+/// be read only, also maps of them by key and bound records in part (Partial). A key that is
+/// missing or has a value of the wrong type leaves its member as it was.
 namespace velm::detail::json {
 
 /// One bound member.
@@ -67,6 +67,40 @@ struct Binding;
 #define VELM_JSON_MANDATORY(name, key) \
     velm::detail::json::member(#name, u##key, &Record::name, true)
 
+/// Calls @p visit with each bound member of a record, and its place among them.
+template<class Record, class Visit>
+void forEachMember(const Visit& visit)
+{
+    size_t place = 0;
+    std::apply([&](const auto&... member) { (visit(member, place++), ...); },
+               Binding<Record>::members());
+}
+
+/// Some members of a bound record: those that an object tells. The others are as in a new record.
+template<class Record>
+class Partial
+{
+public:
+    const Record& values() const { return m_values; }
+
+    /// Puts what is told in place of what @p record holds.
+    void applyTo(Record& record) const
+    {
+        forEachMember<Record>([&](const auto& member, size_t place) {
+            if (m_told[place])
+                record.*member.pointer = m_values.*member.pointer;
+        });
+    }
+
+private:
+    friend class Reader;
+
+    using Members = std::decay_t<decltype(Binding<Record>::members())>;
+
+    Record m_values;
+    std::bitset<std::tuple_size_v<Members>> m_told;  // by place
+};
+
 /// Reads values into members and collects what fails, each with the path of its member.
 class Reader
 {
@@ -89,14 +123,15 @@ public:
         return true;
     }
 
-    /// A value that may be missing: it is there once it could be read.
-    template<class Type>
-    bool read(const Value& json, std::optional<Type>& value)
+    /// The members that the object tells.
+    template<class Record>
+    bool read(const Value& json, Partial<Record>& partial)
     {
-        Type present{};
-        if (!read(json, present))
-            return false;
-        value = present;
+        if (!json.IsObject())
+            return fail("not object");
+        forEachMember<Record>([&](const auto& member, size_t place) {
+            partial.m_told[place] = readMember(json, member, partial.m_values);
+        });
         return true;
     }
 
@@ -142,10 +177,8 @@ public:
     {
         if (!json.IsObject())
             return fail("not object");
-        const auto readAll = [&](const auto&... member) {
-            (readMember(json, member, record), ...);
-        };
-        std::apply(readAll, Binding<Record>::members());
+        forEachMember<Record>(
+            [&](const auto& member, size_t) { readMember(json, member, record); });
         return true;
     }
 
@@ -164,16 +197,18 @@ private:
         QStringList& m_path;
     };
 
+    /// @return whether the object tells it
     template<class Record, class Type>
-    void readMember(const Value& object, const Member<Record, Type>& member, Record& record)
+    bool readMember(const Value& object, const Member<Record, Type>& member, Record& record)
     {
         const Step step(*this, QLatin1String(member.name));
         const auto found = object.FindMember(member.key);
         m_keepsPlaces = member.keepsPlaces;
         if (found != object.MemberEnd())
-            read(found->value, record.*member.pointer);
-        else if (member.mandatory)
+            return read(found->value, record.*member.pointer);
+        if (member.mandatory)
             fail("mandatory key not found");
+        return false;
     }
 
     static constexpr int kMostProblems = 100;
@@ -252,8 +287,7 @@ Value write(const Record& record, Allocator& allocator)
         else
             found->value = value;
     };
-    std::apply([&](const auto&... member) { (writeMember(member), ...); },
-               Binding<Record>::members());
+    forEachMember<Record>([&](const auto& member, size_t) { writeMember(member); });
     return object;
 }
 

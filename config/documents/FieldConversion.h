@@ -8,39 +8,24 @@
 
 #include <optional>
 
+VELM_JSON_RECORD(VelmTableInfo, VELM_JSON(gisTable, "GisTable"), VELM_JSON(tableText, "TableText"),
+                 VELM_JSON(tableName, "TableName"), VELM_JSON(_tableType, "TableType"))
+
+VELM_JSON_RECORD(VelmFieldItem, VELM_JSON(m_fieldMust, "FieldMust"),
+                 VELM_JSON(m_fieldEdit, "FieldEdit"), VELM_JSON(m_fieldName, "FieldName"),
+                 VELM_JSON(m_fieldText, "FieldText"), VELM_JSON(m_fieldType, "FieldType"),
+                 VELM_JSON(m_fieldDecimal, "FieldDecimal"), VELM_JSON(m_fieldLength, "FieldLength"),
+                 VELM_JSON(m_fieldShow, "FieldShow"), VELM_JSON(m_tableName, "TableName"),
+                 VELM_JSON(m_defaultValue, "DefaultValue"), VELM_JSON(m_fieldDict, "FieldDict"))
+
 /// The field conversion of the configuration: a JSON document that changes the texts of a GIS
 /// table, and names and settings of its fields.
 namespace velm::detail {
 
-/// What the document tells about the table; what it does not tell has no value.
-struct TableSettings
-{
-    std::optional<QString> gisTable;
-    std::optional<QString> tableText;
-    std::optional<QString> tableName;
-    std::optional<int> _tableType;  // told, and without effect
-};
-
-/// What the document tells about a field.
-struct FieldSettings
-{
-    std::optional<bool> m_fieldMust;
-    std::optional<bool> m_fieldEdit;
-    std::optional<QString> m_fieldName;
-    std::optional<QString> m_fieldText;
-    std::optional<Velm::FieldType> m_fieldType;
-    std::optional<int> m_fieldDecimal;
-    std::optional<int> m_fieldLength;
-    std::optional<bool> m_fieldShow;
-    std::optional<QString> m_tableName;
-    std::optional<QString> m_defaultValue;
-    std::optional<QString> m_fieldDict;
-};
-
 struct FieldConversion
 {
-    TableSettings tableInfo;
-    QMap<QString, FieldSettings> m_newFieldMap;  // by upper-case name of the stored field
+    json::Partial<VelmTableInfo> tableInfo;
+    QMap<QString, json::Partial<VelmFieldItem>> m_newFieldMap;  // by upper-case stored name
 
     /// Puts what is told about the table in place; its type stays.
     void applyTo(VelmTableInfo& table) const;

@@ -36,7 +36,8 @@ CVelmSystemGlobal* CVelmSystemGlobal::Instance()
 }
 
 CVelmSystemGlobal::CVelmSystemGlobal()
-    : m_globalParam(std::make_unique<GlobalParamStore>(&CVelmSaveUserData::Instance))
+    : m_globalParam(std::make_unique<GlobalParamStore>(
+        []() -> UserStore& { return *CVelmSaveUserData::Instance()->m_store; }))
 {
     CVelmSaveUserData::prepareInstance();
 }

@@ -18,7 +18,7 @@ VELM_JSON_RECORD(VelmFrameTemplate, VELM_JSON(m_isMerge, "IsMerge"),
                  VELM_JSON(m_hasTemplate, "HasTemplate"), VELM_JSON(m_templateFile, "TemplateFile"))
 
 VELM_JSON_RECORD(VelmFrameSave, VELM_JSON(m_frameSpaceX, "FrameSpaceX"),
-                 VELM_JSON(m_frameSpaceY, "FrameSpaceX"),  // the same key, wanted so
+                 VELM_JSON(m_frameSpaceY, "FrameSpaceX"),  // stored under the one key
                  VELM_JSON(m_frameInsertX, "FrameInsertX"),
                  VELM_JSON(m_frameInsertY, "FrameInsertY"), VELM_JSON(m_LayoutType, "LayoutType"),
                  VELM_JSON(m_SaveStyle, "SaveStyle"), VELM_JSON(m_FrameOrder, "FrameOrder"),

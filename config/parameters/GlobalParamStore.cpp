@@ -5,10 +5,10 @@
 #include "config/documents/ConfigJson.h"
 #include "config/documents/DocumentNames.h"
 #include "config/parameters/GlobalParamBinding.h"
-#include "CVelmSaveUserData.h"
 #include "CVelmSystemGlobal.h"
 #include "data/sql/WriteTransaction.h"
 #include "data/values/GlobalDefine.h"
+#include "data/values/UserStore.h"
 
 #include <QFileInfo>
 
@@ -111,19 +111,19 @@ bool orFalse(const Work& work)
 
 }  // namespace
 
-GlobalParamStore::GlobalParamStore(CVelmSaveUserData* (*userData)()) : m_userData(userData) {}
+GlobalParamStore::GlobalParamStore(UserStore& (*userStore)()) : m_userStore(userStore) {}
 
 bool GlobalParamStore::readUser(QString& text) const
 {
-    CVelmSaveUserData& data = *m_userData();
+    UserStore& users = m_userStore();
     text.clear();
-    return data.readUserInput(documents::globalParameters(), nameOfUser(), text)
-           || (!data.isReady() && !QFileInfo::exists(data.m_file));
+    return users.read(UserStore::inputs(), documents::globalParameters(), nameOfUser(), text)
+           || (!users.isReady() && !QFileInfo::exists(users.file()));
 }
 
 bool GlobalParamStore::isUsersOpen() const
 {
-    return m_userData()->m_database.isOpen();
+    return m_userStore().database().isOpen();
 }
 
 bool GlobalParamStore::load(VelmGlobalParam& param)
@@ -179,15 +179,16 @@ bool GlobalParamStore::saveForUser(const json::Value& changes, const json::Value
                                    QString& text)
 {
     const HostCallsLater untilCommitted;
-    CVelmSaveUserData& data = *m_userData();
+    UserStore& users = m_userStore();
     std::optional<QString> shipped;
     for (;;) {
-        if (!data.isReady())
+        if (!users.isReady())
             return false;
-        WriteTransaction transaction(data.m_database);
+        WriteTransaction transaction(users.database());
         QString stored;
         if (transaction.error().isValid()
-            || !data.readUserInput(documents::globalParameters(), nameOfUser(), stored))
+            || !users.read(UserStore::inputs(), documents::globalParameters(), nameOfUser(),
+                           stored))
             return false;
         const bool hasCopy = isObject(stored);
         if (hasCopy || shipped) {
@@ -208,12 +209,13 @@ bool GlobalParamStore::saveForUser(const json::Value& changes, const json::Value
 /// Puts @p text in place of what is stored, and keeps that if it is no object.
 bool GlobalParamStore::store(const QString& stored, bool hasCopy, const QString& text)
 {
-    CVelmSaveUserData& data = *m_userData();
+    UserStore& users = m_userStore();
     const QString unreadable = nameOfUser() + QStringLiteral(".unreadable");
-    const bool isKept =
-        hasCopy || stored.isEmpty()
-        || data.putUserInput(documents::globalParameters(), unreadable, escaped(stored));
-    return isKept && data.putUserInput(documents::globalParameters(), nameOfUser(), text);
+    const bool isKept = hasCopy || stored.isEmpty()
+                        || users.put(UserStore::inputs(), documents::globalParameters(), unreadable,
+                                     escaped(stored));
+    return isKept
+           && users.put(UserStore::inputs(), documents::globalParameters(), nameOfUser(), text);
 }
 
 bool GlobalParamStore::saveAsDefault(const QString& userText)

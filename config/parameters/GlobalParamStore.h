@@ -5,9 +5,9 @@
 
 #include <QString>
 
-class CVelmSaveUserData;
-
 namespace velm::detail {
+
+class UserStore;
 
 /// Loads the global parameters from their stored texts and saves what became of them.
 ///
@@ -18,9 +18,9 @@ namespace velm::detail {
 class GlobalParamStore
 {
 public:
-    /// @p userData hands out the store of the user; it is not asked before it is needed, since
+    /// @p userStore hands out the store of the user; it is not asked before it is needed, since
     /// asking may create its file.
-    explicit GlobalParamStore(CVelmSaveUserData* (*userData)());
+    explicit GlobalParamStore(UserStore& (*userStore)());
 
     /// Reads the effective text into @p param, members without a readable value getting their
     /// defaults. Each of those that failed is logged by its path.
@@ -53,7 +53,7 @@ private:
     bool store(const QString& stored, bool hasCopy, const QString& text);
     bool saveAsDefault(const QString& userText);
 
-    CVelmSaveUserData* (*m_userData)();
+    UserStore& (*m_userStore)();
     VelmGlobalParam m_reference;  // as loaded or saved last, at first the defaults
     QString m_text;               // as loaded or saved last; empty if neither
     bool m_isUsers = false;       // the user's copy is that text

@@ -1,7 +1,8 @@
 #include "CVelmAnnotate.h"
 
+#include "config/DatabaseTables.h"
+#include "config/tables/ConfigRecord.h"
 #include "config/tables/ConfigRecords.h"
-#include "CVelmConfigManager.h"
 #include "CVelmWork.h"
 
 using namespace velm::detail;
@@ -13,10 +14,28 @@ QString tableName()
     return QStringLiteral("VelmAnnotate");
 }
 
-QString keyColumn()
+/// A row of the table, with its choices as they are stored.
+struct AnnRow : VelmAnnItem
 {
-    return QStringLiteral("CODE");
-}
+    qint64 input = 0;
+    qint64 annotation = 0;
+    qint64 entity = 0;
+};
+
+constexpr Columns<AnnRow, 13> kColumns{
+    {{"CODE", &AnnRow::code},
+     {"FONT", &AnnRow::font},
+     {"PLACE", &AnnRow::place},
+     {"DECIMAL", &AnnRow::decimal},
+     {"TEXT", &AnnRow::text},
+     {"EXTDATA", [](const QVariant& text, AnnRow& row) { row.extdata = jsonMap(text); }},
+     {"HEIGHT", &AnnRow::height},
+     {"ROTATE", &AnnRow::rotate},
+     {"FACTOR", &AnnRow::factor},
+     {"LINETYPE", &AnnRow::linetype},
+     {"INPUT", &AnnRow::input},
+     {"ANNTYPE", &AnnRow::annotation},
+     {"ENTTYPE", &AnnRow::entity}}};
 
 /// Stores a number as an enumeration if it is one of @p count values from 0.
 template<class Enum>
@@ -30,30 +49,19 @@ bool storeInRange(qint64 number, int count, Enum& value)
 
 void addWorkDefinition(const QString& code, VelmAnnItem& item)
 {
-    CVelmConfigManager* manager = CVelmConfigManager::Instance();
-    const CVelmWork* work = manager->GetVelmWork();  // not const: that of the database
-    work->get_layer(code, item.layer, false);
-    work->get_color(code, item.color);
+    const CVelmWork& work = databaseWork();
+    work.get_layer(code, item.layer, false);
+    work.get_color(code, item.color);
 }
 
-/// Copies a row into the item. @return VelmOk; VelmInvalidValue
-Velm::ErrorStatus fill(const ConfigRecord& record, const QString& code, VelmAnnItem& item)
+/// Makes the item of a row that was read. @return VelmOk; VelmInvalidValue
+Velm::ErrorStatus finish(const QString& code, AnnRow& row, VelmAnnItem& item)
 {
-    item.code = record.text(QStringLiteral("CODE"));
-    item.font = record.text(QStringLiteral("FONT"));
-    item.place = record.text(QStringLiteral("PLACE"));
-    item.decimal = record.integer(QStringLiteral("DECIMAL"));
-    item.text = record.text(QStringLiteral("TEXT"));
-    item.extdata = record.map(QStringLiteral("EXTDATA"));
-    item.height = record.real(QStringLiteral("HEIGHT"));
-    item.rotate = record.real(QStringLiteral("ROTATE"));
-    item.factor = record.real(QStringLiteral("FACTOR"));
-    item.linetype = record.real(QStringLiteral("LINETYPE"));
-    addWorkDefinition(code, item);
-    const bool inRange =
-        storeInRange(record.wideInteger(QStringLiteral("INPUT")), 3, item.inputtype)
-        && storeInRange(record.wideInteger(QStringLiteral("ANNTYPE")), 6, item.anntype)
-        && storeInRange(record.wideInteger(QStringLiteral("ENTTYPE")), 9, item.enttype);
+    addWorkDefinition(code, row);
+    const bool inRange = storeInRange(row.input, 3, row.inputtype)
+                         && storeInRange(row.annotation, 6, row.anntype)
+                         && storeInRange(row.entity, 9, row.enttype);
+    item = row;
     return inRange ? Velm::VelmOk : Velm::VelmInvalidValue;
 }
 
@@ -84,20 +92,23 @@ CVelmAnnotate::~CVelmAnnotate() = default;
 
 Velm::ErrorStatus CVelmAnnotate::getAnnotateItem(const QString& code, VelmAnnItem& item)
 {
-    ConfigRecord record;
-    const Velm::ErrorStatus status = record.read(tableName(), keyColumn(), code);
-    return status == Velm::VelmOk ? fill(record, code, item) : status;
+    AnnRow row{item};
+    const Velm::ErrorStatus status = readConfigRecord(tableName(), kColumns, code, row);
+    return status == Velm::VelmOk ? finish(code, row, item) : status;
 }
 
 void CVelmAnnotate::getAnnotateItems(const QStringList& codes, const AnnotateItemVisitor& visit)
 {
-    ConfigRecords records(tableName(), keyColumn(), codes);
+    ConfigRecords records(tableName(), QLatin1String(kColumns.front().name), codes);
     for (const QString& code : codes) {
-        ConfigRecord record;
+        QMap<QString, QVariant> values;
         VelmAnnItem item;
-        Velm::ErrorStatus status = records.read(code, record);
-        if (status == Velm::VelmOk)
-            status = fill(record, code, item);
+        Velm::ErrorStatus status = records.read(code, values);
+        if (status == Velm::VelmOk) {
+            AnnRow row;
+            storeRow(values, kColumns, row);
+            status = finish(code, row, item);
+        }
         if (!visit(code, status, item))
             return;
     }

@@ -1,6 +1,7 @@
 #include "CVelmAreaLine.h"
 
 #include "common/host/HostCalls.h"
+#include "config/tables/AreaLines.h"
 #include "config/tables/RecordColumns.h"
 #include "CVelmDatabase.h"
 #include "data/access/ConfigDatabase.h"
@@ -60,22 +61,28 @@ int writeAll(CVelmDatabase& database, const QVector<VelmAreaLineItem>& items)
 
 }  // namespace
 
+bool velm::detail::loadAreaLines(const CVelmDatabase& database,
+                                 QMap<QString, VelmAreaLineItem>& items)
+{
+    items.clear();
+    TableReader rows(database, tableName());
+    const BoundColumns bound(rows, kColumns);
+    while (rows.next()) {
+        const VelmAreaLineItem item = bound.record();
+        items.insert(items.cend(), item.code, item);
+    }
+    if (rows.brokeOff())
+        items.clear();
+    return items.isEmpty();
+}
+
 CVelmAreaLine::CVelmAreaLine() = default;
 
 CVelmAreaLine::~CVelmAreaLine() = default;
 
 bool CVelmAreaLine::initVelmAreaLineConfig(CVelmDatabase& db)
 {
-    m_items.clear();
-    TableReader rows(db, tableName());
-    const BoundColumns bound(rows, kColumns);
-    while (rows.next()) {
-        const VelmAreaLineItem item = bound.record();
-        m_items.insert(m_items.cend(), item.code, item);
-    }
-    if (rows.brokeOff())
-        m_items.clear();
-    return m_items.isEmpty();
+    return loadAreaLines(db, m_items);
 }
 
 bool CVelmAreaLine::isValidCode(const QString& code) const
@@ -180,10 +187,10 @@ bool CVelmAreaLine::UpdateAreaLine(const QVector<VelmAreaLineItem>& items)
 void CVelmAreaLine::reload(CVelmDatabase& database)
 {
     try {
-        CVelmAreaLine loaded;
-        loaded.initVelmAreaLineConfig(database);
+        QMap<QString, VelmAreaLineItem> loaded;
+        loadAreaLines(database, loaded);
         if (readProblems(database).isEmpty())
-            m_items.swap(loaded.m_items);
+            m_items.swap(loaded);
     } catch (const std::bad_alloc&) {
         VELM_WARN(QStringLiteral("area lines: out of memory, the older ones stay in use"));
     }

@@ -3,9 +3,9 @@
 #include "config/documents/DocumentNames.h"
 #include "config/documents/FieldConversion.h"
 #include "config/tables/FieldDefinition.h"
+#include "config/tables/RecordColumns.h"
 #include "CVelmDatabase.h"
 #include "data/access/ConfigDatabase.h"
-#include "data/access/SystemConfig.h"
 #include "data/access/TableReader.h"
 
 #include <new>
@@ -14,52 +14,52 @@ using namespace velm::detail;
 
 namespace {
 
-/// What both tables of fields tell of a field.
-class FieldColumns
+void readTableType(const QVariant& value, VelmTableItem& table)
 {
-public:
-    /// The names of the columns that differ.
-    struct Names
-    {
-        const char *table, *name, *text, *type, *length, *decimals;
-    };
+    table._tableType = static_cast<Velm::TableType>(value.toInt());
+}
 
-    FieldColumns(const TableReader& rows, const Names& names)
-        : m_table(rows.column(QLatin1String(names.table))),
-          m_name(rows.column(QLatin1String(names.name))),
-          m_text(rows.column(QLatin1String(names.text))),
-          m_type(rows.column(QLatin1String(names.type))),
-          m_length(rows.column(QLatin1String(names.length))),
-          m_decimals(rows.column(QLatin1String(names.decimals))),
-          m_must(rows.column(QStringLiteral("NOTNULL")))
-    {}
+void readFieldType(const QVariant& value, VelmFieldItem& field)
+{
+    setFieldType(field, value.toInt());
+}
 
-    /// The field in the current row.
-    VelmFieldItem field(const TableReader& rows) const
-    {
-        VelmFieldItem field;
-        field.m_tableName = rows.text(m_table);
-        field.m_fieldName = rows.text(m_name);
-        field.m_fieldText = rows.text(m_text);
-        setFieldType(field, rows.value(m_type).toInt());
-        field.m_fieldLength = rows.value(m_length).toInt();
-        field.m_fieldDecimal = rows.value(m_decimals).toInt();
-        field.m_fieldMust = rows.value(m_must).toInt() != 0;
-        return field;
-    }
+void readDefault(const QVariant& value, VelmFieldItem& field)
+{
+    setDefaultOrDictionary(field, value.toString());
+}
 
-private:
-    int m_table, m_name, m_text, m_type, m_length, m_decimals, m_must;
-};
+constexpr Columns<VelmTableItem, 4> kTables{{{"TABLE", &VelmTableItem::tableName},
+                                             {"TEXT", &VelmTableItem::tableText},
+                                             {"GISTABLE", &VelmTableItem::gisTable},
+                                             {"TYPE", &readTableType}}};
+
+constexpr Columns<VelmTableItem, 3> kPipeTables{{{"LAYERNAME", &VelmTableItem::tableName},
+                                                 {"ALIASNAME", &VelmTableItem::tableText},
+                                                 {"LAYERTYPE", &readTableType}}};
+
+constexpr Columns<VelmFieldItem, 10> kFields{{{"TABLE", &VelmFieldItem::m_tableName},
+                                              {"NAME", &VelmFieldItem::m_fieldName},
+                                              {"TEXT", &VelmFieldItem::m_fieldText},
+                                              {"TYPE", &readFieldType},
+                                              {"LENGTH", &VelmFieldItem::m_fieldLength},
+                                              {"DECIMAL", &VelmFieldItem::m_fieldDecimal},
+                                              {"NOTNULL", &VelmFieldItem::m_fieldMust},
+                                              {"DEFAULT", &readDefault},
+                                              {"BEXPORT", &VelmFieldItem::m_fieldExport},
+                                              {"ENABLEEDIT", &VelmFieldItem::m_fieldEdit, true}}};
+
+constexpr Columns<VelmFieldItem, 9> kPipeFields{{{"TABLENAME", &VelmFieldItem::m_tableName},
+                                                 {"FIELDNAME", &VelmFieldItem::m_fieldName},
+                                                 {"FIELDTEXT", &VelmFieldItem::m_fieldText},
+                                                 {"FIELDTYPE", &readFieldType},
+                                                 {"FIELDLENGTH", &VelmFieldItem::m_fieldLength},
+                                                 {"FIELDDECIMAL", &VelmFieldItem::m_fieldDecimal},
+                                                 {"NOTNULL", &VelmFieldItem::m_fieldMust},
+                                                 {"DEFAULTVALUE", &VelmFieldItem::m_defaultValue},
+                                                 {"DICTIONARY", &VelmFieldItem::m_fieldDict}}};
 
 }  // namespace
-
-Velm::ErrorStatus CVelmAttributeDB::initVelmAttribute(CVelmDatabase& db)
-{
-    CVelmDatabase pipe;
-    openPipeConfig(pipe);
-    return load(db, pipe);
-}
 
 Velm::ErrorStatus CVelmAttributeDB::load(const CVelmDatabase& db, const CVelmDatabase& pipe)
 {
@@ -74,45 +74,15 @@ Velm::ErrorStatus CVelmAttributeDB::load(const CVelmDatabase& db, const CVelmDat
 
 void CVelmAttributeDB::loadTables(const CVelmDatabase& db)
 {
-    TableReader rows(db, QStringLiteral("Attributetable"));
-    const int table = rows.column(QStringLiteral("TABLE"));
-    const int text = rows.column(QStringLiteral("TEXT"));
-    const int gisTable = rows.column(QStringLiteral("GISTABLE"));
-    const int type = rows.column(QStringLiteral("TYPE"));
-    QVector<VelmTableItem> tables;
-    while (rows.next()) {
-        VelmTableItem item;
-        item.tableName = rows.text(table);
-        item.tableText = rows.text(text);
-        item.gisTable = rows.text(gisTable);
-        item._tableType = static_cast<Velm::TableType>(rows.value(type).toInt());
-        tables.append(item);
-    }
-    if (rows.brokeOff())
-        return;
-    for (const VelmTableItem& item : qAsConst(tables))
-        m_gisTables.insert(item.tableName.toUpper(), item);
+    const auto tables = recordsOf(db, QStringLiteral("Attributetable"), kTables);
+    for (const VelmTableItem& table : tables)
+        m_gisTables.insert(table.tableName.toUpper(), table);
 }
 
 void CVelmAttributeDB::loadFields(const CVelmDatabase& db)
 {
-    TableReader rows(db, QStringLiteral("Attributefield"));
-    const FieldColumns columns(rows, {"TABLE", "NAME", "TEXT", "TYPE", "LENGTH", "DECIMAL"});
-    const int value = rows.column(QStringLiteral("DEFAULT"));
-    const int exported = rows.column(QStringLiteral("BEXPORT"));
-    const int edit = rows.column(QStringLiteral("ENABLEEDIT"));
-    QVector<VelmFieldItem> fields;
-    while (rows.next()) {
-        VelmFieldItem field = columns.field(rows);
-        setDefaultOrDictionary(field, rows.text(value));
-        field.m_fieldExport = rows.value(exported).toInt() != 0;
-        if (edit >= 0)
-            field.m_fieldEdit = rows.value(edit).toInt() != 0;
-        fields.append(field);
-    }
-    if (rows.brokeOff())
-        return;
-    for (const VelmFieldItem& field : qAsConst(fields)) {
+    const auto fields = recordsOf(db, QStringLiteral("Attributefield"), kFields);
+    for (const VelmFieldItem& field : fields) {
         const auto owner = m_gisTables.find(field.m_tableName.toUpper());
         if (owner != m_gisTables.end())
             owner->fields.append(field);
@@ -121,43 +91,17 @@ void CVelmAttributeDB::loadFields(const CVelmDatabase& db)
 
 void CVelmAttributeDB::loadPipeTables(const CVelmDatabase& pipe)
 {
-    TableReader rows(pipe, QStringLiteral("SYS_GISTABLE"));
-    const int name = rows.column(QStringLiteral("LAYERNAME"));
-    const int text = rows.column(QStringLiteral("ALIASNAME"));
-    const int type = rows.column(QStringLiteral("LAYERTYPE"));
-    QVector<VelmTableItem> tables;
-    while (rows.next()) {
-        VelmTableItem item;
-        item.tableName = rows.text(name);
-        item.tableText = rows.text(text);
-        item._tableType = static_cast<Velm::TableType>(rows.value(type).toInt());
-        tables.append(item);
-    }
-    if (rows.brokeOff())
-        return;
-    for (const VelmTableItem& item : qAsConst(tables)) {
-        if (!existTable(item.tableName))
-            m_gisTables.insert(item.tableName.toUpper(), item);
+    const auto tables = recordsOf(pipe, QStringLiteral("SYS_GISTABLE"), kPipeTables);
+    for (const VelmTableItem& table : tables) {
+        if (!existTable(table.tableName))
+            m_gisTables.insert(table.tableName.toUpper(), table);
     }
 }
 
 void CVelmAttributeDB::loadPipeFields(const CVelmDatabase& pipe)
 {
-    TableReader rows(pipe, QStringLiteral("SYS_ATTRIBUTEDEF"));
-    const FieldColumns columns(
-        rows, {"TABLENAME", "FIELDNAME", "FIELDTEXT", "FIELDTYPE", "FIELDLENGTH", "FIELDDECIMAL"});
-    const int value = rows.column(QStringLiteral("DEFAULTVALUE"));
-    const int dictionary = rows.column(QStringLiteral("DICTIONARY"));
-    QVector<VelmFieldItem> fields;
-    while (rows.next()) {
-        VelmFieldItem field = columns.field(rows);
-        field.m_defaultValue = rows.text(value);
-        field.m_fieldDict = rows.text(dictionary);
-        fields.append(field);
-    }
-    if (rows.brokeOff())
-        return;
-    for (const VelmFieldItem& field : qAsConst(fields)) {
+    const auto fields = recordsOf(pipe, QStringLiteral("SYS_ATTRIBUTEDEF"), kPipeFields);
+    for (const VelmFieldItem& field : fields) {
         VelmTableItem& owner = m_gisTables[field.m_tableName.toUpper()];
         if (owner.tableName.isEmpty())
             owner.tableName = field.m_tableName;
@@ -186,7 +130,7 @@ bool CVelmAttributeDB::loadConversion(const CVelmDatabase& db)
             addReadProblem(db, table, QStringLiteral("field conversion: ") + problem);
     };
     if (const auto conversion = parseFieldConversion(text, tell)) {
-        const QString name = conversion->tableInfo.tableName.value_or(QString());
+        const QString name = conversion->tableInfo.values().tableName;
         m_overlay.insert(name.toUpper(), std::make_shared<const FieldConversion>(*conversion));
     }
     return true;

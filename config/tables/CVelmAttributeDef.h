@@ -2,7 +2,7 @@
 
 #include "CVelmAttribute.h"
 
-/// The GIS tables of the text file "attribute.def". Only the configuration manager makes one.
+/// The GIS tables of the text file "attribute.def".
 class CVelmAttributeDef : public CVelmAttribute
 {
 public:
@@ -11,11 +11,6 @@ public:
     Velm::ErrorStatus initVelmAttribute();
 
 private:
-    friend class CVelmConfigManager;
-    friend class AttributePeer;  // tests
-
-    CVelmAttributeDef() = default;
-
     void addTable(const QStringList& fields);
     void addField(const QStringList& fields);
 };

@@ -1,10 +1,7 @@
 #include "CVelmCmdSetting.h"
 
-#include "CVelmDatabase.h"
+#include "config/tables/ConfigRecord.h"
 #include "CVelmString.h"
-#include "data/access/ConfigDatabase.h"
-#include "data/access/SystemConfig.h"
-#include "data/access/TableReader.h"
 
 using namespace velm::detail;
 
@@ -15,6 +12,15 @@ QString table()
     return QStringLiteral("VelmCmdSetting");
 }
 
+struct Setting
+{
+    QString command;
+    QString text;
+};
+
+constexpr Columns<Setting, 2> kColumns{
+    {{"CmdName", &Setting::command}, {"CMDTEXT", &Setting::text}}};
+
 }  // namespace
 
 CVelmCmdSetting::CVelmCmdSetting() = default;
@@ -23,27 +29,20 @@ CVelmCmdSetting::~CVelmCmdSetting() = default;
 
 void CVelmCmdSetting::load(CVelmDatabase& database)
 {
-    TableReader rows(database, table());
-    const int name = rows.column(QStringLiteral("CMDNAME"));
-    const int text = rows.column(QStringLiteral("CMDTEXT"));
     QMap<QString, QVariant> settings;
-    while (rows.next())
-        settings.insert(rows.text(name).toUpper(), CVelmString().Json2Variant(rows.text(text)));
-    if (!rows.brokeOff())
-        m_cache.swap(settings);
+    const QVector<Setting> rows = recordsOf(database, table(), kColumns);
+    for (const Setting& row : rows)
+        settings.insert(row.command.toUpper(), CVelmString().Json2Variant(row.text));
+    m_cache.swap(settings);
 }
 
 Velm::ErrorStatus CVelmCmdSetting::getCommandSettingString(const QString& cmdName, QString& text)
 {
-    CVelmDatabase database;
-    QMap<QString, QVariant> row;
-    if (openSystemConfig(database) == Velm::VelmOk) {
-        const Velm::ErrorStatus status =
-            readConfigRow(database, table(), {{QStringLiteral("CmdName"), cmdName}}, row).status;
-        if (status != Velm::VelmOk)
-            return status;
-    }
-    text = row.value(QStringLiteral("CMDTEXT")).toString();
+    Setting setting;
+    const Velm::ErrorStatus status = readConfigRecord(table(), kColumns, cmdName, setting);
+    if (status == Velm::VelmSqlExecFailed)
+        return status;
+    text = setting.text;
     return text.isEmpty() ? Velm::VelmSettingNotFound : Velm::VelmOk;
 }
 

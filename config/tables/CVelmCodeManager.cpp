@@ -1,25 +1,17 @@
 #include "CVelmCodeManager.h"
 
 #include "common/host/Singleton.h"
-#include "CVelmConfigManager.h"
+#include "config/DatabaseTables.h"
 #include "CVelmWork.h"
 
 #include <algorithm>
 #include <iterator>
 
-namespace {
-
-const CVelmWork& workDefinitions()
-{
-    CVelmConfigManager* manager = CVelmConfigManager::Instance();
-    return *manager->GetVelmWork();  // not const: those of the database
-}
-
-}  // namespace
+using namespace velm::detail;
 
 CVelmCodeManager* CVelmCodeManager::Instance()
 {
-    static velm::detail::Singleton<CVelmCodeManager> instance;
+    static Singleton<CVelmCodeManager> instance;
     return instance.get([] { return new CVelmCodeManager; });
 }
 
@@ -29,7 +21,7 @@ CVelmCodeManager::~CVelmCodeManager() = default;
 
 bool CVelmCodeManager::isValidCode(const QString& code)
 {
-    return workDefinitions().isValidCode(code);
+    return databaseWork().isValidCode(code);
 }
 
 QStringList CVelmCodeManager::filterInValidCode(const QStringList& codes)
@@ -43,7 +35,7 @@ QStringList CVelmCodeManager::filterInValidCode(const QStringList& codes)
 Velm::ErrorStatus CVelmCodeManager::GetPromptByCodes(QString& choices, QString& numbers,
                                                      const QStringList& codes)
 {
-    const CVelmWork& work = workDefinitions();
+    const CVelmWork& work = databaseWork();
     QStringList choiceList, numberList;
     for (const QString& code : codes) {
         QString text;

@@ -2,6 +2,8 @@
 
 #include "config/tables/ConfigRecord.h"
 
+using namespace velm::detail;
+
 namespace {
 
 constexpr int kFrameSizeTypeUnset = 128;
@@ -18,8 +20,9 @@ Velm::ErrorStatus getField(CVelmFrame& frame, const QString& configName,
     return status;
 }
 
-void readModes(const QMap<QString, QVariant>& modes, VelmFrameItem& item)
+void readModes(const QVariant& text, VelmFrameItem& item)
 {
+    const QMap<QString, QVariant> modes = jsonMap(text);
     const auto number = [&modes](const QString& key) { return modes.value(key).toInt(); };
     item.selmode = static_cast<Velm::FrameSelMode>(number(QStringLiteral("SelMode")));
     item.trimmode = static_cast<Velm::TrimMode>(number(QStringLiteral("TrimMode")));
@@ -30,6 +33,15 @@ void readModes(const QMap<QString, QVariant>& modes, VelmFrameItem& item)
     item.framesizetype = modes.contains(sizeType) ? number(sizeType) : kFrameSizeTypeUnset;
 }
 
+constexpr Columns<VelmFrameItem, 6> kColumns{
+    {{"ConfigName", &VelmFrameItem::configname},
+     {"FRAMENAME", &VelmFrameItem::framename},
+     {"FRAMEMODE", &readModes},
+     {"FRAMETAG", [](const QVariant& text, VelmFrameItem& item) { item.frametag = jsonMap(text); }},
+     {"ENTDEPLOY",
+      [](const QVariant& text, VelmFrameItem& item) { item.entdeploy = jsonMap(text); }},
+     {"EXTAND", [](const QVariant& text, VelmFrameItem& item) { item.extand = jsonMap(text); }}}};
+
 }  // namespace
 
 CVelmFrame::CVelmFrame() = default;
@@ -38,18 +50,11 @@ CVelmFrame::~CVelmFrame() = default;
 
 Velm::ErrorStatus CVelmFrame::getFrameItem(const QString& configName, VelmFrameItem& item)
 {
-    velm::detail::ConfigRecord record;
     const Velm::ErrorStatus status =
-        record.read(QStringLiteral("VelmFrame"), QStringLiteral("ConfigName"), configName);
-    if (status != Velm::VelmOk)
-        return status;
-    item.configname = configName;
-    item.framename = record.text(QStringLiteral("FRAMENAME"));
-    readModes(record.map(QStringLiteral("FRAMEMODE")), item);
-    item.frametag = record.map(QStringLiteral("FRAMETAG"));
-    item.entdeploy = record.map(QStringLiteral("ENTDEPLOY"));
-    item.extand = record.map(QStringLiteral("EXTAND"));
-    return Velm::VelmOk;
+        readConfigRecord(QStringLiteral("VelmFrame"), kColumns, configName, item);
+    if (status == Velm::VelmOk)
+        item.configname = configName;  // whatever type it is stored with
+    return status;
 }
 
 Velm::ErrorStatus CVelmFrame::getFrameName(const QString& configName, QString& name)

@@ -19,6 +19,12 @@ constexpr Columns<VelmRecordConfigType, 5> kTypeColumns{{{"CODE", &VelmRecordCon
                                                          {"TABLE", &VelmRecordConfigType::table},
                                                          {"TYPE", &VelmRecordConfigType::type}}};
 
+constexpr Columns<VelmRecordConfig, 4> kConfigColumns{
+    {{"CODE", &VelmRecordConfig::code},
+     {"SHOWFIELD", &VelmRecordConfig::showField},
+     {"WRITETABLE", &VelmRecordConfig::writeTable},
+     {"ACTUALFIELD", &VelmRecordConfig::actualField}}};
+
 }  // namespace
 
 CVelmRecordManager::CVelmRecordManager()
@@ -58,32 +64,22 @@ bool CVelmRecordManager::InitPIPSysConfig(const CVelmDatabase& database)
 
 bool CVelmRecordManager::InitRecordConfigType(const CVelmDatabase& database)
 {
-    TableReader rows(database, QStringLiteral("RecordConfigType"));
-    const BoundColumns bound(rows, kTypeColumns);
     m_types.clear();
-    while (rows.next()) {
-        const VelmRecordConfigType type = bound.record();
+    const auto types = recordsOf(database, QStringLiteral("RecordConfigType"), kTypeColumns);
+    for (const VelmRecordConfigType& type : types)
         m_types.insert(type.code, type);
-    }
-    if (rows.brokeOff())
-        m_types.clear();
     return database.isOpen();
 }
 
 bool CVelmRecordManager::InitRecordConfig(const CVelmDatabase& database)
 {
-    TableReader rows(database, QStringLiteral("RecordConfig"));
-    const int code = rows.column(QStringLiteral("CODE"));
-    const int showField = rows.column(QStringLiteral("SHOWFIELD"));
-    const int writeTable = rows.column(QStringLiteral("WRITETABLE"));
-    const int actualField = rows.column(QStringLiteral("ACTUALFIELD"));
     m_configs.clear();
-    while (rows.next())
-        m_configs[rows.text(code)].append({rows.text(code), IndexToString(rows.text(showField)),
-                                           rows.text(writeTable),
-                                           IndexToString(rows.text(actualField))});
-    if (rows.brokeOff())
-        m_configs.clear();
+    auto configs = recordsOf(database, QStringLiteral("RecordConfig"), kConfigColumns);
+    for (VelmRecordConfig& config : configs) {
+        config.showField = IndexToString(config.showField);
+        config.actualField = IndexToString(config.actualField);
+        m_configs[config.code].append(config);
+    }
     return database.isOpen();
 }
 

@@ -8,11 +8,8 @@ Velm::ErrorStatus CVelmWorkDB::initVelmWork(CVelmDatabase& db)
 {
     velm::detail::TableReader rows(db, QStringLiteral("workdef"));
     const velm::detail::BoundColumns bound(rows, velm::detail::kWorkColumns);
-    const bool hasColors = rows.column(QStringLiteral("COLOR")) >= 0;
     while (rows.next()) {
-        VelmWorkItem item = bound.record();
-        if (!hasColors)
-            item.color = VelmWorkItem().color;
+        const VelmWorkItem item = bound.record();
         m_items.insert(m_items.cend(), item.code,
                        item);  // at no cost where rows come in code order
     }

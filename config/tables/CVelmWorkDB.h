@@ -4,8 +4,7 @@
 
 class CVelmDatabase;
 
-/// The work definitions of the system configuration database. Only the configuration manager makes
-/// one.
+/// The work definitions of the system configuration database.
 class CVelmWorkDB : public CVelmWork
 {
 public:
@@ -13,10 +12,4 @@ public:
     /// db is open and stays the caller's.
     /// @return VelmOk; VelmNoData if nothing is held afterwards
     Velm::ErrorStatus initVelmWork(CVelmDatabase& db);
-
-private:
-    friend class CVelmConfigManager;
-    friend class WorkDefinitionPeer;  // tests and benchmarks
-
-    CVelmWorkDB() = default;
 };

@@ -3,7 +3,6 @@
 #include "CVelmWork.h"
 
 /// The work definitions of the older configuration set, the file "work.def" on the search paths.
-/// Only the configuration manager makes one.
 class CVelmWorkDef : public CVelmWork
 {
 public:
@@ -12,10 +11,4 @@ public:
     /// Fields that a line lacks keep their defaults.
     /// @return VelmOk, whether or not anything was stored; VelmNotFound; VelmFileOpenFailed
     Velm::ErrorStatus initVelmWork();
-
-private:
-    friend class CVelmConfigManager;
-    friend class WorkDefinitionPeer;  // tests and benchmarks
-
-    CVelmWorkDef() = default;
 };

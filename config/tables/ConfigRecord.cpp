@@ -7,22 +7,21 @@
 
 namespace velm::detail {
 
-Velm::ErrorStatus ConfigRecord::read(const QString& table, const QString& keyColumn,
-                                     const QString& key)
+Velm::ErrorStatus readConfigRecord(const QString& table, const QString& keyColumn,
+                                   const QString& key, QMap<QString, QVariant>& row)
 {
-    m_values.clear();
     CVelmDatabase database;
     Velm::ErrorStatus status = openSystemConfig(database);
     if (status == Velm::VelmOk)
-        status = readConfigRow(database, table, {{keyColumn, key}}, m_values).status;
+        status = readConfigRow(database, table, {{keyColumn, key}}, row).status;
     if (status != Velm::VelmOk)
         return status;
-    return m_values.isEmpty() ? Velm::VelmNoData : Velm::VelmOk;
+    return row.isEmpty() ? Velm::VelmNoData : Velm::VelmOk;
 }
 
-QMap<QString, QVariant> ConfigRecord::map(const QString& column) const
+QMap<QString, QVariant> jsonMap(const QVariant& text)
 {
-    return CVelmString().Json2Variant(text(column)).toMap();
+    return CVelmString().Json2Variant(text.toString()).toMap();
 }
 
 }  // namespace velm::detail

@@ -1,38 +1,49 @@
 #pragma once
 
+#include "config/tables/RecordColumns.h"
 #include "VelmTypes.h"
 
 #include <QMap>
 #include <QString>
 #include <QVariant>
 
+/// One row of a table of the system configuration database, for the definitions that are read anew
+/// on every query.
 namespace velm::detail {
 
-/// One row of a table of the system configuration database, for the definitions that are read anew
-/// on every query. Columns are named in upper case; a missing one, or a value that does not
-/// convert, is empty or 0.
-class ConfigRecord
+/// Opens the database and reads the first row whose @p keyColumn is exactly @p key.
+/// @return VelmOk; VelmDatabaseOpenFailed; VelmNoData if there is no such row;
+///         VelmSqlExecFailed if it cannot be read
+Velm::ErrorStatus readConfigRecord(const QString& table, const QString& keyColumn,
+                                   const QString& key, QMap<QString, QVariant>& row);
+
+/// Puts the values of a row, by upper-case column, into @p record, as BoundColumns would.
+template<class Record, size_t count>
+void storeRow(const QMap<QString, QVariant>& row, const Columns<Record, count>& columns,
+              Record& record)
 {
-public:
-    ConfigRecord() = default;
-    /// Of a row that was read.
-    explicit ConfigRecord(const QMap<QString, QVariant>& values) : m_values(values) {}
+    for (const Column<Record>& column : columns) {
+        const auto value = row.constFind(column.upperName());
+        if (value != row.cend() || !column.keepsDefault)
+            store(value == row.cend() ? QVariant() : *value, column, record);
+    }
+}
 
-    /// Opens the database and reads the first row whose @p keyColumn is exactly @p key.
-    /// @return VelmOk; VelmDatabaseOpenFailed; VelmNoData if there is no such row;
-    ///         VelmSqlExecFailed if it cannot be read
-    Velm::ErrorStatus read(const QString& table, const QString& keyColumn, const QString& key);
+/// Reads the row whose first column is exactly @p key into @p record.
+/// @return as above; @p record is written for VelmOk only
+template<class Record, size_t count>
+Velm::ErrorStatus readConfigRecord(const QString& table, const Columns<Record, count>& columns,
+                                   const QString& key, Record& record)
+{
+    QMap<QString, QVariant> row;
+    const Velm::ErrorStatus status =
+        readConfigRecord(table, QLatin1String(columns.front().name), key, row);
+    if (status == Velm::VelmOk)
+        storeRow(row, columns, record);
+    return status;
+}
 
-    QString text(const QString& column) const { return m_values.value(column).toString(); }
-    int integer(const QString& column) const { return m_values.value(column).toInt(); }
-    /// With all its digits, for a number that must be in a range.
-    qint64 wideInteger(const QString& column) const { return m_values.value(column).toLongLong(); }
-    double real(const QString& column) const { return m_values.value(column).toDouble(); }
-    /// The JSON object in a column; empty if it is none.
-    QMap<QString, QVariant> map(const QString& column) const;
-
-private:
-    QMap<QString, QVariant> m_values;  // by upper-case column
-};
+/// The JSON object that @p text holds; empty if it is none.
+QMap<QString, QVariant> jsonMap(const QVariant& text);
 
 }  // namespace velm::detail

@@ -17,8 +17,8 @@ namespace {
 bool searches(const QSqlDatabase& database, const QString& sql)
 {
     QSqlQuery plan = forwardQuery(database);
-    const QSqlError error = execute(
-        plan, QStringLiteral("explain query plan ") + sql + QStringLiteral("'x'"));
+    const QSqlError error =
+        execute(plan, QStringLiteral("explain query plan ") + sql + QStringLiteral("'x'"));
     return !error.isValid() && plan.next()
            && plan.value(3).toString().startsWith(QLatin1String("SEARCH"));
 }
@@ -83,31 +83,28 @@ void ConfigRecords::readAll(const QString& sql, const QString& keyColumn, const 
         m_status = keepResult(error);
 }
 
-Velm::ErrorStatus ConfigRecords::read(const QString& key, ConfigRecord& record)
+Velm::ErrorStatus ConfigRecords::read(const QString& key, Record& row)
 {
-    Record row;
-    Velm::ErrorStatus status = m_status;
     if (m_hasIndex && m_status == Velm::VelmNoData)
-        status = search(key, row);
-    else
-        row = m_rows.value(key);
-    record = ConfigRecord(row);
-    return row.isEmpty() ? status : Velm::VelmOk;
+        return search(key, row);
+    row = m_rows.value(key);
+    return row.isEmpty() ? m_status : Velm::VelmOk;
 }
 
 Velm::ErrorStatus ConfigRecords::search(const QString& key, Record& row)
 {
+    row.clear();
     try {
         m_query.bindValue(0, key.isNull() ? QStringLiteral("") : key);
-        if (m_query.exec() && m_query.next()) {
-            if (!m_reader)
-                m_reader.emplace(m_query);
-            ReadBudget budget(kMostBytesOfRead);
+        const bool found = m_query.exec() && m_query.next();
+        if (found && !m_reader)
+            m_reader.emplace(m_query);
+        ReadBudget budget(kMostBytesOfRead);
+        if (found)
             row = m_reader->record(m_query, budget);
-        }
         const Velm::ErrorStatus status = keepResult(m_query.lastError());
         m_query.finish();
-        return status == Velm::VelmOk ? Velm::VelmNoData : status;
+        return found || status != Velm::VelmOk ? status : Velm::VelmNoData;
     } catch (const std::bad_alloc&) {
         return keepResult(outOfMemory());
     }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "config/tables/ConfigRecord.h"
 #include "CVelmDatabase.h"
 #include "data/sql/RowReading.h"
 
 #include <QHash>
+#include <QString>
 #include <QStringList>
 
 #include <optional>
@@ -21,9 +21,9 @@ public:
     ConfigRecords(const QString& table, const QString& keyColumn, const QStringList& keys);
     Q_DISABLE_COPY(ConfigRecords)
 
-    /// The first row whose key column is exactly @p key.
-    /// @return as ConfigRecord::read()
-    Velm::ErrorStatus read(const QString& key, ConfigRecord& record);
+    /// Reads the first row whose key column is exactly @p key, by upper-case column.
+    /// @return as readConfigRecord(); @p row is empty but for VelmOk
+    Velm::ErrorStatus read(const QString& key, Record& row);
 
 private:
     void find(const QString& table, const QString& keyColumn, const QStringList& keys);

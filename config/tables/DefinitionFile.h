@@ -14,7 +14,8 @@ namespace velm::detail {
 /// record; a line of more than @p fieldCount fields counts as one without any.
 ///
 /// Records are read only while the text is at its end, so a file of two or more lines yields none.
-/// This is wanted so. A file of one line yields that line, an empty file a record without fields.
+/// Hosts that switch to the text files have known their tables so; "velm import-text" reads every
+/// line. A file of one line yields that line, an empty file a record without fields.
 /// @return VelmOk; VelmNotFound if no search path has the file; VelmFileOpenFailed, also above 64
 /// MB
 Velm::ErrorStatus readDefinitionFile(const QString& fileName, int fieldCount,

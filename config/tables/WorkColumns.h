@@ -12,6 +12,6 @@ inline constexpr Columns<VelmWorkItem, 7> kWorkColumns{{{"code", &VelmWorkItem::
                                                         {"par1", &VelmWorkItem::par1},
                                                         {"par2", &VelmWorkItem::par2},
                                                         {"text", &VelmWorkItem::text},
-                                                        {"color", &VelmWorkItem::color}}};
+                                                        {"color", &VelmWorkItem::color, true}}};
 
 }  // namespace velm::detail

@@ -3,6 +3,7 @@
 #include "common/host/HostCalls.h"
 #include "CVelmDatabase.h"
 #include "data/sql/Connection.h"
+#include "data/sql/CVelmDatabasePrivate.h"
 #include "data/sql/SqlText.h"
 
 #include <QFileInfo>

@@ -36,7 +36,7 @@ ConfigSources::ConfigSources()
 {
     m_sinceBegin.start();
     m_hasSystem = open(m_system, SearchPaths::instance().systemDatabase());
-    m_hasPipe = open(m_pipe, SearchPaths::instance().pipeDatabase());
+    open(m_pipe, SearchPaths::instance().pipeDatabase());
 }
 
 bool ConfigSources::open(CVelmDatabase& database, const QString& path)

@@ -17,9 +17,9 @@ public:
     ConfigSources();
     Q_DISABLE_COPY(ConfigSources)
 
-    /// Whether the databases can be read. One that cannot may still be asked: it has no tables.
+    /// Whether the system configuration database can be read. A database that cannot may still be
+    /// asked: it has no tables.
     bool hasSystem() const { return m_hasSystem; }
-    bool hasPipe() const { return m_hasPipe; }
     CVelmDatabase& system() { return m_system; }
     CVelmDatabase& pipe() { return m_pipe; }
 
@@ -36,7 +36,6 @@ private:
     CVelmDatabase m_system;
     CVelmDatabase m_pipe;
     bool m_hasSystem = false;
-    bool m_hasPipe = false;
     QStringList m_unopened;  // told already
     QStringList m_problems;  // not of one table
 };

@@ -11,11 +11,6 @@ Velm::ErrorStatus openSystemConfig(CVelmDatabase& database)
     return openConfigDatabase(database, SearchPaths::instance().systemDatabase());
 }
 
-Velm::ErrorStatus openPipeConfig(CVelmDatabase& database)
-{
-    return openConfigDatabase(database, SearchPaths::instance().pipeDatabase());
-}
-
 Velm::ErrorStatus openForWriting(CVelmDatabase& database)
 {
     const Velm::ErrorStatus status = openSystemConfig(database);

@@ -20,9 +20,6 @@ Velm::ErrorStatus openSystemConfig(CVelmDatabase& database);
 /// The same for a database that is to be changed: code in its schema is not trusted.
 Velm::ErrorStatus openForWriting(CVelmDatabase& database);
 
-/// Opens the pipe configuration database in the same way.
-Velm::ErrorStatus openPipeConfig(CVelmDatabase& database);
-
 /// Turns the name of a table into the one under which it is stored.
 /// @return VelmOk; VelmTableNotExist; VelmSqlExecFailed
 Velm::ErrorStatus storedTable(const CVelmDatabase& database, QString& table);

@@ -2,10 +2,11 @@
 
 #include "CVelmDatabase.h"
 #include "data/access/ConfigDatabase.h"
-#include "data/sql/Connection.h"
+#include "data/sql/CVelmDatabasePrivate.h"
 #include "data/sql/SqlText.h"
 
 #include <QFileInfo>
+#include <QSqlRecord>
 
 #include <new>
 

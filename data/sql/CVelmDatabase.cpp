@@ -2,6 +2,7 @@
 
 #include "common/host/HostCalls.h"
 #include "data/sql/Connection.h"
+#include "data/sql/CVelmDatabasePrivate.h"
 #include "data/sql/RowReading.h"
 #include "data/sql/SqlText.h"
 #include "data/sql/WriteTransaction.h"

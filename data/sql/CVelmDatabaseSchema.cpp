@@ -1,7 +1,7 @@
 #include "CVelmDatabase.h"
 
 #include "CVelmString.h"
-#include "data/sql/Connection.h"
+#include "data/sql/CVelmDatabasePrivate.h"
 #include "data/sql/SqlText.h"
 #include "data/sql/Statement.h"
 

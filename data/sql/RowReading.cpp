@@ -1,5 +1,7 @@
 #include "data/sql/RowReading.h"
 
+#include <QSqlRecord>
+
 #include <algorithm>
 #include <new>
 #include <optional>

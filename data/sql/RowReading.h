@@ -2,7 +2,7 @@
 
 #include "data/sql/Statement.h"
 
-#include <QSqlRecord>
+#include <QVector>
 
 /// Reading the rows of queries within bounds.
 namespace velm::detail {

@@ -8,7 +8,6 @@
 #include <QSqlQuery>
 #include <QString>
 #include <QVariant>
-#include <QVector>
 
 /// Running statements: the one way in which the library reaches the driver. What became of a
 /// statement is its return value; the process-wide last-error text is only kept for callers who

@@ -7,28 +7,15 @@
 #include "data/access/ConfigSources.h"
 #include "data/access/TableReader.h"
 #include "data/sql/Connection.h"
+#include "data/values/DictionaryName.h"
 
 #include <QSqlDatabase>
-
-#include <algorithm>
 
 using namespace velm::detail;
 
 namespace {
 
 using Dictionary = QVector<QPair<QString, QString>>;
-
-/// Whether @p table is named as a dictionary and is an identifier of SQLite, to which every
-/// character beyond ASCII is a letter: only such a name may stand in a statement as it is.
-bool isDictionary(const QString& table)
-{
-    const bool named = table.startsWith(QLatin1String("TBL_"), Qt::CaseInsensitive)
-                       || table.startsWith(QLatin1String("TB_"), Qt::CaseInsensitive);
-    return named && std::all_of(table.begin(), table.end(), [](QChar ch) {
-               return ch.unicode() >= 0x80 || ch.isLetterOrNumber() || ch == QLatin1Char('_')
-                      || ch == QLatin1Char('$');
-           });
-}
 
 /// Registers the connection under which hosts may look for the database of the dictionaries. It
 /// stays closed.
@@ -91,7 +78,8 @@ void CVelmTBLManager::loadTables(const CVelmDatabase& database)
     for (const QVariant& name : qAsConst(tables)) {
         const QString table = name.toString();
         Dictionary dictionary;
-        if (isDictionary(table) && readDictionary(database, table, dictionary))
+        if (namesDictionary(table) && isIdentifier(table)
+            && readDictionary(database, table, dictionary))
             m_dictionaries.insert(table, dictionary);
     }
 }

@@ -1,8 +1,8 @@
 #include "CVelmXmlManager.h"
 
+#include "data/xml/CVelmXmlManagerPrivate.h"
 #include "data/xml/XmlBounds.h"
 
-#include <QDomDocument>
 #include <QFile>
 
 #include <new>
@@ -30,13 +30,6 @@ QString readText(QFile& file)
 }
 
 }  // namespace
-
-class CVelmXmlManagerPrivate
-{
-public:
-    QDomElement root;  // of the last malformed text, hence null
-    QDomDocument document;
-};
 
 CVelmXmlManager::CVelmXmlManager() : d(std::make_shared<CVelmXmlManagerPrivate>()) {}
 
@@ -73,7 +66,6 @@ Velm::ErrorStatus CVelmXmlManager::setXmlData(const QString& text, QString* erro
             return Velm::VelmInvalidValue;
         }
         d->document = QDomDocument();  // without what was read before the error
-        d->root = d->document.documentElement();
         return Velm::VelmOk;
     } catch (const std::bad_alloc&) {
         return Velm::VelmXmlInitFailed;

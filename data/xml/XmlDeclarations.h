@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QChar>
 
 namespace velm::detail::xml {
 

@@ -1,6 +1,7 @@
 #include "CVelmAttribute.h"
 #include "CVelmConfigManager.h"
 
+#include "config/Told.h"
 #include "support/TemporaryRoot.h"
 
 namespace {
@@ -19,23 +20,24 @@ const QStringList kTables{
 class AttributeTest : public TemporaryRoot
 {
 protected:
-    CVelmAttribute& load(const QStringList& more = {})
+    CVelmAttribute& load()
     {
-        runSql(kTables + more);
+        runSql(kTables);
         EXPECT_TRUE(m_manager->flushVelmConfig());
         return *m_manager->GetVelmAttribute();
     }
+    /// Behind the decimals: default, dictionary, must, export, edit, show.
     static QString describe(const VelmFieldItem& f)
     {
-        return u"%1|%2|%3|%4|%5|%6|%7|must%8 export%9 "_s
-                   .arg(f.m_tableName, f.m_fieldName, f.m_fieldText)
-                   .arg(f.m_fieldType)
-                   .arg(f.m_fieldLength)
-                   .arg(f.m_fieldDecimal)
-                   .arg(f.m_defaultValue + u"/"_s + f.m_fieldDict)
-                   .arg(f.m_fieldMust)
-                   .arg(f.m_fieldExport)
-               + u"edit%1 show%2"_s.arg(f.m_fieldEdit).arg(f.m_fieldShow);
+        return told({f.m_tableName, f.m_fieldName, f.m_fieldText, f.m_fieldType, f.m_fieldLength,
+                     f.m_fieldDecimal, f.m_defaultValue, f.m_fieldDict, int(f.m_fieldMust),
+                     int(f.m_fieldExport), int(f.m_fieldEdit), int(f.m_fieldShow)});
+    }
+    void convert(const QString& document)
+    {
+        runSql({u"delete from globaldefines"_s,
+                u"insert into globaldefines values ('字段转换', '%1')"_s.arg(document)});
+        EXPECT_TRUE(m_manager->flushVelmConfig());
     }
 
     CVelmConfigManager* const m_manager = CVelmConfigManager::Instance();
@@ -52,13 +54,12 @@ TEST_F(AttributeTest, HoldsTablesAndFieldsOfTheDatabase)
     VelmTableItem table;
     EXPECT_TRUE(attribute.existTable(u"jmd_pG"_s));
     EXPECT_EQ(attribute.getGisTableItem(u"Jmd_pg"_s, table, m_stored), Velm::VelmOk);
-    EXPECT_EQ(table.tableName + table.tableText + table.gisTable, u"JMD_pg房屋面G"_s);
-    EXPECT_EQ(table._tableType, Velm::TableArea);
+    EXPECT_EQ(told({table.tableName, table.tableText, table.gisTable, table._tableType}),
+              u"JMD_pg|房屋面|G|2"_s);
     ASSERT_EQ(table.fields.size(), 3);
-    EXPECT_EQ(describe(table.fields[0]),
-              u"jmd_PG|FWJG|结构|0|2|0|/tbl_FWJG|must1 export0 edit1 show1"_s);
-    EXPECT_EQ(describe(table.fields[1]), u"JMD_PG|CS|层数|3|6|2|1/|must0 export0 edit1 show1"_s);
-    EXPECT_EQ(describe(table.fields[2]), u"JMD_PG|cs|second|10|0|0|/|must0 export1 edit1 show0"_s);
+    EXPECT_EQ(describe(table.fields[0]), u"jmd_PG|FWJG|结构|0|2|0||tbl_FWJG|1|0|1|1"_s);
+    EXPECT_EQ(describe(table.fields[1]), u"JMD_PG|CS|层数|3|6|2|1||0|0|1|1"_s);
+    EXPECT_EQ(describe(table.fields[2]), u"JMD_PG|cs|second|10|0|0|||0|1|1|0"_s);
 
     VelmFieldItem field;
     EXPECT_EQ(attribute.getGisTableFieldItem(u"JMD_PG"_s, u"Cs"_s, field, m_stored), Velm::VelmOk);
@@ -105,38 +106,57 @@ TEST_F(AttributeTest, AddsThePipeTablesBehindItsOwn)
     VelmTableInfo converted;
     attribute.getGisTableInfo(u"DL"_s, converted, m_converted);
     EXPECT_EQ(converted.tableText, u"管线道路"_s) << "of the pipe database, as the other has none";
-    EXPECT_EQ(describe(table.fields.value(0)),
-              u"Dl|F|t|12|1|2|TBL_x/D|must1 export0 edit1 show0"_s);
+    EXPECT_EQ(describe(table.fields.value(0)), u"Dl|F|t|12|1|2|TBL_x|D|1|0|1|0"_s);
 }
 
 TEST_F(AttributeTest, AppliesTheConversionOnRequest)
 {
-    for (const bool asArray : {false, true}) {
-        const QString fields =
-            asArray ? u"[{\"FieldName\":\"cs\",\"FieldText\":\"新\",\"FieldMust\":2}]"_s
-                    : u"{\"cs\":{\"FieldName\":\"CENG\",\"FieldText\":\"新\","
-                      "\"FieldMust\":2}}"_s;
-        const CVelmAttribute& attribute =
-            load({u"delete from Attributetable"_s, u"delete from Attributefield"_s,
-                  u"delete from globaldefines"_s, kTables[1], kTables[3],
-                  u"insert into globaldefines values ('字段转换', '{\"TableInfo\":{\"TableName\":"
-                  "\"Jmd_PG\",\"TableText\":\"新面\",\"TableType\":0},\"FieldMap\":%1}')"_s.arg(
-                      fields)});
-        VelmTableInfo info;
-        EXPECT_EQ(attribute.getGisTableInfo(u"JMD_PG"_s, info, m_converted), Velm::VelmOk);
-        EXPECT_EQ(info.tableName + info.tableText + info.gisTable, u"Jmd_PG新面G"_s);
-        EXPECT_EQ(info._tableType, Velm::TableArea) << "the type is not converted";
-        EXPECT_EQ(attribute.getGisTableNameArray(m_converted), (QStringList{u"DL"_s, u"Jmd_PG"_s}));
-        const QString name = asArray ? u"cs"_s : u"CENG"_s;
+    load();
+    convert(u"{\"TableInfo\":{\"TableName\":\"Jmd_PG\",\"TableText\":\"新面\",\"TableType\":0},"
+            "\"FieldMap\":[{\"FieldName\":\"CS\",\"FieldText\":\"新\",\"FieldMust\":2}]}"_s);
+    const CVelmAttribute& attribute = *m_manager->GetVelmAttribute();
+    VelmTableInfo info;
+    EXPECT_EQ(attribute.getGisTableInfo(u"JMD_PG"_s, info, m_converted), Velm::VelmOk);
+    EXPECT_EQ(told({info.tableName, info.tableText, info.gisTable, info._tableType}),
+              u"Jmd_PG|新面|G|2"_s)
+        << "the type is not converted";
+    EXPECT_EQ(attribute.getGisTableNameArray(m_converted), (QStringList{u"DL"_s, u"Jmd_PG"_s}));
+    QList<VelmFieldItem> stored, all;
+    attribute.getGisTableFieldArray(u"JMD_PG"_s, stored, m_stored);
+    attribute.getGisTableFieldArray(u"JMD_PG"_s, all, m_converted);
+    EXPECT_EQ(describe(all.value(1)), u"JMD_PG|CS|新|3|6|2|1||1|0|1|1"_s);
+    EXPECT_EQ(stored.value(1).m_fieldText, u"层数"_s) << "stored definitions stay";
+}
+
+TEST_F(AttributeTest, ConvertsEachMemberOfAFieldByItself)
+{
+    const struct
+    {
+        const char* member;
+        int place;  // in the description
+        const char* value;
+    } cases[] = {{"\"FieldMust\":1", 8, "1"},     {"\"FieldEdit\":0", 10, "0"},
+                 {"\"FieldName\":\"N\"", 1, "N"}, {"\"FieldText\":\"名\"", 2, "名"},
+                 {"\"FieldType\":3", 3, "3"},     {"\"FieldDecimal\":5", 5, "5"},
+                 {"\"FieldLength\":9", 4, "9"},   {"\"FieldShow\":false", 11, "0"},
+                 {"\"TableName\":\"X\"", 0, "X"}, {"\"DefaultValue\":\"v\"", 6, "v"},
+                 {"\"FieldDict\":\"D\"", 7, "D"}, {"\"FieldExport\":1", 9, "0"}};
+    load();
+    QStringList members;
+    for (const auto& c : cases) {
+        const QString name = u"f%1"_s.arg(members.size());
+        members.append(u"\"%1\":{%2}"_s.arg(name, QString::fromUtf8(c.member)));
+        runSql({u"insert into Attributefield values ('DL','%1','x',2,1,2,'d',0,0)"_s.arg(
+            name.toUpper())});
+    }
+    convert(u"{\"TableInfo\":{\"TableName\":\"DL\"},\"FieldMap\":{%1}}"_s.arg(members.join(u',')));
+    const CVelmAttribute& attribute = *m_manager->GetVelmAttribute();
+    for (size_t i = 0; i < std::size(cases); ++i) {
+        QStringList expected = u"DL|F%1|x|2|1|2|d||0|0|1|1"_s.arg(i).split(u'|');
+        expected[cases[i].place] = QString::fromUtf8(cases[i].value);
         VelmFieldItem field;
-        EXPECT_EQ(attribute.getGisTableFieldItem(u"JMD_PG"_s, name, field, m_converted),
-                  Velm::VelmOk);
-        EXPECT_EQ(describe(field), u"JMD_PG|%1|新|3|6|2|1/|must1 export0 edit1 show1"_s.arg(name));
-        QList<VelmFieldItem> all;
-        attribute.getGisTableFieldArray(u"JMD_PG"_s, all, m_stored);
-        EXPECT_EQ(all.value(1).m_fieldText, u"层数"_s) << "stored definitions stay";
-        runSql({u"drop table Attributetable"_s, u"drop table Attributefield"_s,
-                u"drop table globaldefines"_s});
+        EXPECT_EQ(attribute.getGisTableFieldItem(u"DL"_s, expected[1], field, m_converted), 0);
+        EXPECT_EQ(describe(field), expected.join(u'|')) << cases[i].member;
     }
 }
 
@@ -145,13 +165,9 @@ TEST_F(AttributeTest, KeepsTheTablesAsTheyAreWithoutAReadableConversion)
     load();
     for (const char16_t* text :
          {u"{\"", u"[]",
-          u"{\"TableInfo\":{\"TableName\":\"JMD_PG\",\"TableText\":\"x\",\"TableType\":"
-          u"\"?\"}}",
+          u"{\"TableInfo\":{\"TableName\":\"JMD_PG\",\"TableText\":\"x\",\"TableType\":\"?\"}}",
           u"{\"TableInfo\":{\"TableName\":\"JMD_PG\",\"TableText\":\"x\"},\"FieldMap\":[5]}"}) {
-        runSql({u"delete from globaldefines"_s,
-                u"insert into globaldefines values ('字段转换', '%1')"_s.arg(
-                    QString::fromUtf16(text))});
-        ASSERT_TRUE(m_manager->flushVelmConfig());
+        convert(QString::fromUtf16(text));
         VelmTableInfo info;
         EXPECT_EQ(m_manager->GetVelmAttribute()->getGisTableInfo(u"JMD_PG"_s, info, m_converted),
                   Velm::VelmOk);
@@ -172,7 +188,7 @@ TEST_F(AttributeTest, ReadsEveryLineOfTheTextFile)
     EXPECT_EQ(attribute->getGisTableItem(u"a"_s, table, m_stored), Velm::VelmOk);
     EXPECT_EQ(table.tableText, u"房屋"_s);
     ASSERT_EQ(table.fields.size(), 2);
-    EXPECT_EQ(describe(table.fields[0]), u"a|N|名|11|5|1|/TBL_D|must1 export0 edit0 show0"_s);
+    EXPECT_EQ(describe(table.fields[0]), u"a|N|名|11|5|1||TBL_D|1|0|0|0"_s);
     EXPECT_EQ(attribute->getGisTableNameArray(m_stored), QStringList{u"A"_s});
     m_manager->switchVersion(Velm::VersionDatabase);
 }

@@ -23,13 +23,13 @@ protected:
     }
     ~ConfigManagerTest() override { m_manager->switchVersion(Velm::VersionDatabase); }
 
-    static QString nameIn(const CVelmIndex* index)
+    static QString in(const CVelmIndex* index)
     {
         QString name;
         index->getName(u"A"_s, name);
         return name;
     }
-    static QString layerIn(const CVelmWork* work)
+    static QString in(const CVelmWork* work)
     {
         QString layer;
         work->get_layer(u"A"_s, layer, false);
@@ -45,28 +45,28 @@ protected:
 TEST_F(ConfigManagerTest, HandsOutTheTablesThatTheVersionAndTheConstnessSelect)
 {
     ASSERT_TRUE(m_manager->flushVelmConfig());
-    EXPECT_EQ(nameIn(m_manager->GetVelmIndex()), u"from database"_s);
-    EXPECT_EQ(layerIn(m_manager->GetVelmWork()), u"L"_s);
+    EXPECT_EQ(in(m_manager->GetVelmIndex()), u"from database"_s);
+    EXPECT_EQ(in(m_manager->GetVelmWork()), u"L"_s);
 
     m_manager->switchVersion(Velm::VersionTextFiles);
     EXPECT_EQ(CVelmSystemGlobal::Instance()->getVersion(), Velm::VersionTextFiles);
-    EXPECT_EQ(nameIn(m_manager->GetVelmIndex()), u"from file"_s);
-    EXPECT_EQ(nameIn(m_const->GetVelmIndex()), u"from database"_s);
-    EXPECT_EQ(layerIn(m_manager->GetVelmWork()), u"L"_s);
-    EXPECT_EQ(layerIn(m_const->GetVelmWork()), u"F"_s);
+    EXPECT_EQ(in(m_manager->GetVelmIndex()), u"from file"_s);
+    EXPECT_EQ(in(m_const->GetVelmIndex()), u"from database"_s);
+    EXPECT_EQ(in(m_manager->GetVelmWork()), u"L"_s);
+    EXPECT_EQ(in(m_const->GetVelmWork()), u"F"_s);
 
     const CVelmIndex* fileIndex = m_manager->GetVelmIndex();
     writeFile(u"config/index.ini"_s, "A,,,changed");
     m_manager->switchVersion(static_cast<Velm::Version>(3));
     EXPECT_EQ(m_manager->GetVelmIndex(), fileIndex) << "files are loaded once";
-    EXPECT_EQ(nameIn(fileIndex), u"from file"_s);
+    EXPECT_EQ(in(fileIndex), u"from file"_s);
     ASSERT_TRUE(m_manager->flushVelmConfig());
-    EXPECT_EQ(nameIn(m_manager->GetVelmIndex()), u"changed"_s);
+    EXPECT_EQ(in(m_manager->GetVelmIndex()), u"changed"_s);
 
     const CVelmIndex* oldIndex = m_const->GetVelmIndex();
     ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
     EXPECT_FALSE(m_manager->flushVelmConfig());
     EXPECT_FALSE(QFile::exists(path(u"config/peltaconfig.db"_s)));
-    EXPECT_EQ(nameIn(m_const->GetVelmIndex()), QString());
-    EXPECT_EQ(nameIn(oldIndex), u"from database"_s) << "the old index is abandoned, not freed";
+    EXPECT_EQ(in(m_const->GetVelmIndex()), QString());
+    EXPECT_EQ(in(oldIndex), u"from database"_s) << "the old index is abandoned, not freed";
 }

@@ -9,6 +9,7 @@
 #include "CVelmRecordManager.h"
 #include "CVelmWork.h"
 
+#include "config/Told.h"
 #include "support/TemporaryRoot.h"
 
 #include <QFile>
@@ -44,21 +45,17 @@ TEST_F(SymbolTables, TellHowAreasAreDrawn)
           u"insert into QuobAreaLine values ('A', '0.15', 1, 'ann', 'area', 'grp', 2, '0', null),"
           "('A', 0.5, 5, 'ann2', 'area2', 'grp2', 1.5, 3, 'x'), (null, 1, 1, 1, 1, 1, 1, 1, 1)"_s});
     CVelmAreaLine* areas = m_manager->GetVelmAreaLine();
-    EXPECT_EQ(areas->GetAreaLineLineWidth(u"A"_s), 0.5) << "the last row of a code counts";
-    EXPECT_EQ(areas->GetAreaLineLineTypeScale(u"A"_s), 1.5);
-    EXPECT_EQ(areas->GetAreaLineHatchColor(u"A"_s), 3);
-    EXPECT_EQ(areas->GetAreaLineHatchBKColor(u"A"_s), 0) << "does not convert";
-    EXPECT_EQ(areas->GetAreaLineEntType(u"A"_s) + areas->GetAreaLineAnnRule(u"A"_s)
-                  + areas->GetAreaLineAreaRule(u"A"_s) + areas->GetAreaLineGroupName(u"A"_s),
-              u"5ann2area2grp2"_s);
+    const auto drawn = [areas](const QString& code) {
+        return told({areas->GetAreaLineLineWidth(code), areas->GetAreaLineLineTypeScale(code),
+                     areas->GetAreaLineHatchColor(code), areas->GetAreaLineHatchBKColor(code),
+                     areas->GetAreaLineEntType(code), areas->GetAreaLineAnnRule(code),
+                     areas->GetAreaLineAreaRule(code), areas->GetAreaLineGroupName(code)});
+    };
+    EXPECT_EQ(drawn(u"A"_s), u"0.5|1.5|3|0|5|ann2|area2|grp2"_s) << "the last row of a code counts";
+    EXPECT_EQ(drawn(u"a"_s), u"0|0|7|7||||"_s) << "codes are exact";
     EXPECT_EQ(areas->GetAllAreaLineArray().size(), 2);
     EXPECT_TRUE(areas->isValidCode(QString()));
-
-    EXPECT_FALSE(areas->isValidCode(u"a"_s)) << "codes are exact";
-    EXPECT_EQ(areas->GetAreaLineHatchColor(u"a"_s), 7);
-    EXPECT_EQ(areas->GetAreaLineHatchBKColor(u"a"_s), 7);
-    EXPECT_EQ(areas->GetAreaLineLineWidth(u"a"_s) + areas->GetAreaLineLineTypeScale(u"a"_s), 0.0);
-    EXPECT_EQ(areas->GetAreaLineGroupName(u"a"_s), QString());
+    EXPECT_FALSE(areas->isValidCode(u"a"_s));
     VelmAreaLineItem item;
     item.code = u"before"_s;
     EXPECT_FALSE(areas->GetAreaLineItem(item, u"a"_s));
@@ -96,8 +93,16 @@ TEST_F(SymbolTables, KeepAreasInTheDatabaseFirst)
     EXPECT_EQ(querySql(u"select GROUPNAME from QuobAreaLine where CODE = 'A'"_s),
               (QStringList{u"new"_s, u"last"_s}));
     runSql({u"delete from QuobAreaLine where GROUPNAME = 'last'"_s});
-    EXPECT_EQ(querySql(u"select CODE || GROUPNAME || HATCHCOLOR from QuobAreaLine"_s),
-              (QStringList{u"Anew9"_s, u"Bnew9"_s}));
+    EXPECT_EQ(querySql(u"select CODE || '|' || GROUPNAME || '|' || HATCHCOLOR from QuobAreaLine"_s),
+              (QStringList{u"A|new|9"_s, u"B|new|9"_s}));
+    runSql({u"create trigger u before insert on QuobAreaLine when new.CODE = 'D' begin select "
+            "raise(rollback, 'the disk is full'); end"_s});
+    QVector<VelmAreaLineItem> more(3, added);
+    for (int i = 0; i < more.size(); ++i)
+        more[i].code = QChar('C' + i);
+    EXPECT_FALSE(areas->UpdateAreaLine(more)) << "everything is taken back, what follows too";
+    EXPECT_EQ(querySql(u"select CODE from QuobAreaLine"_s), (QStringList{u"A"_s, u"B"_s}));
+    EXPECT_EQ(areas->GetAllAreaLineArray().size(), 2);
     ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
     EXPECT_FALSE(areas->addAreaLineItem(added));
     EXPECT_FALSE(areas->UpdateAreaLine({added}));
@@ -116,50 +121,61 @@ TEST_F(SymbolTables, TellHowAnnotationsArePlacedUpToANumberOutOfRange)
     CVelmAnnotate* annotate = m_manager->GetVelmAnnotate();
     VelmAnnItem item;
     EXPECT_EQ(annotate->getAnnotateItem(u"A"_s, item), Velm::VelmOk);
-    EXPECT_EQ(item.code + item.font + item.place + item.text + item.layer, u"AFMRTZJ"_s);
-    EXPECT_EQ(item.decimal * 100 + item.color, 303);
-    EXPECT_EQ(item.height + item.rotate + item.factor, 3.8);
+    EXPECT_EQ(told({item.code, item.layer, item.color}), u"A|ZJ|3"_s);
     EXPECT_EQ(item.extdata, (Record{{u"k"_s, QVariantList{1}}}));
-    EXPECT_EQ(item.inputtype * 100 + item.anntype * 10 + item.enttype, 258);
-    QString text;
-    double number = 0;
-    const auto real = [&](Velm::ErrorStatus (CVelmAnnotate::*get)(const QString&, double&)) {
-        EXPECT_EQ((annotate->*get)(u"A"_s, number), Velm::VelmOk);
-        return number;
+    const auto one = [annotate](auto get, auto value) {
+        EXPECT_EQ((annotate->*get)(u"A"_s, value), Velm::VelmOk);
+        return value;
     };
-    EXPECT_EQ(real(&CVelmAnnotate::getHeight), 2.5);
-    EXPECT_EQ(real(&CVelmAnnotate::getRotate), 0.5);
-    EXPECT_EQ(real(&CVelmAnnotate::getFactor), 0.8);
-    EXPECT_EQ(annotate->getPlace(u"A"_s, text), Velm::VelmOk);
-    EXPECT_EQ(text, u"MR"_s);
-    int linetype = 0;
-    EXPECT_EQ(annotate->getLineType(u"A"_s, linetype), Velm::VelmOk);
-    EXPECT_EQ(linetype, -2) << "towards 0";
+    using Annotate = CVelmAnnotate;
+    EXPECT_EQ(told({one(&Annotate::getFont, QString()), one(&Annotate::getPlace, QString()),
+                    one(&Annotate::getAnnText, QString()), one(&Annotate::getDecimal, 0),
+                    one(&Annotate::getHeight, 0.0), one(&Annotate::getRotate, 0.0),
+                    one(&Annotate::getFactor, 0.0)}),
+              u"F|MR|T|3|2.5|0.5|0.8"_s);
+    EXPECT_EQ(told({one(&Annotate::getLineType, 0), one(&Annotate::getAnnType, Velm::AnnType1),
+                    one(&Annotate::getEntType, Velm::EntityUnset),
+                    one(&Annotate::getInputType, Velm::InputUnset)}),
+              u"-2|5|8|2"_s)
+        << "the line type goes towards 0";
 
-    struct Case
-    {
-        const char16_t* code;
-        int input, ann, ent;  // as far as they were read
-    };
-    for (const Case& c : {Case{u"input", -1, 1, -1}, Case{u"ann", 0, 1, -1}, Case{u"ent", 0, 0, -1},
-                          Case{u"wide", -1, 1, -1}}) {
+    const QMap<QString, QString> choices({{u"input"_s, u"-1|1|-1"_s},  // as far as they were read
+                                          {u"ann"_s, u"0|1|-1"_s},
+                                          {u"ent"_s, u"0|0|-1"_s},
+                                          {u"wide"_s, u"-1|1|-1"_s}});
+    for (const QString& code : choices.keys()) {
         VelmAnnItem partly;
-        const QString code = QString::fromUtf16(c.code);
-        EXPECT_EQ(annotate->getAnnotateItem(code, partly), Velm::VelmInvalidValue);
-        EXPECT_EQ(partly.inputtype, c.input);
-        EXPECT_EQ(partly.anntype, c.ann);
-        EXPECT_EQ(partly.enttype, c.ent);
-        EXPECT_EQ(partly.code, code);
-        EXPECT_EQ(partly.height, 2.0);
-        EXPECT_EQ(partly.color, 7) << "no work definition";
-        EXPECT_TRUE(partly.extdata.isEmpty());
         QString font = u"before"_s;
+        EXPECT_EQ(annotate->getAnnotateItem(code, partly), Velm::VelmInvalidValue);
         EXPECT_EQ(annotate->getFont(code, font), Velm::VelmInvalidValue);
-        EXPECT_EQ(font, u"before"_s);
+        EXPECT_EQ(told({partly.inputtype, partly.anntype, partly.enttype}), choices[code])
+            << code.toStdString();
+        EXPECT_EQ(told({partly.code, partly.height, partly.color, partly.extdata.size(), font}),
+                  code + u"|2|7|0|before"_s)
+            << "no work definition, no object";
     }
-    EXPECT_EQ(annotate->getAnnotateItem(u"none"_s, item), Velm::VelmNoData);
     ASSERT_TRUE(QFile::remove(path(u"config/peltaconfig.db"_s)));
     EXPECT_EQ(annotate->getAnnotateItem(u"A"_s, item), Velm::VelmDatabaseOpenFailed);
+}
+
+TEST_F(SymbolTables, FindRowsByTheExactCodeOnly)
+{
+    load({u"create table VelmAnnotate (CODE int, FONT text)"_s,
+          u"insert into VelmAnnotate values (31, 'number'), ('3_', 'any'), ('3%', 'all'),"
+          "('Ab', 'case'), ('Abc', 'longer'), ('Ab', 'second')"_s});
+    CVelmAnnotate* annotate = m_manager->GetVelmAnnotate();
+    const QMap<QString, QString> fonts{
+        {u"31"_s, u"number"_s}, {u"3_"_s, u"any"_s}, {u"3%"_s, u"all"_s}, {u"Ab"_s, u"case"_s}};
+    for (const QString& code :
+         {u"31"_s, u"3_"_s, u"3%"_s, u"Ab"_s, u"ab"_s, u"A"_s, u"3"_s, u""_s, u"%"_s}) {
+        QString font;
+        EXPECT_EQ(annotate->getFont(code, font),
+                  fonts.contains(code) ? Velm::VelmOk : Velm::VelmNoData);
+        EXPECT_EQ(font, fonts.value(code)) << code.toStdString();
+    }
+    VelmAnnItem item;
+    EXPECT_EQ(annotate->getAnnotateItem(u"Ab"_s, item), Velm::VelmOk);
+    EXPECT_EQ(item.height, 0.0) << "there is no such column";
 }
 
 TEST_F(SymbolTables, TellHowFramesAreProduced)
@@ -173,15 +189,9 @@ TEST_F(SymbolTables, TellHowFramesAreProduced)
     CVelmFrame* frames = m_manager->GetVelmFrame();
     VelmFrameItem item;
     EXPECT_EQ(frames->getFrameItem(u"A"_s, item), Velm::VelmOk);
-    EXPECT_EQ(item.configname + item.framename, u"A图幅"_s);
-    EXPECT_EQ(QString(u"%1%2%3%4%5%6"_s)
-                  .arg(item.selmode)
-                  .arg(item.trimmode)
-                  .arg(item.framestyle)
-                  .arg(item.framesave)
-                  .arg(item.framescaletype)
-                  .arg(item.framesizetype),
-              u"123450"_s);
+    EXPECT_EQ(told({item.configname, item.framename, item.selmode, item.trimmode, item.framestyle,
+                    item.framesave, item.framescaletype, item.framesizetype}),
+              u"A|图幅|1|2|3|4|5|0"_s);
     EXPECT_EQ(item.entdeploy, (Record{{u"d"_s, 1}}));
     EXPECT_EQ(item.extand, QVariant(Record{{u"e"_s, 1}}));
     EXPECT_EQ(frames->getFrameItem(u"B"_s, item), Velm::VelmOk);
@@ -246,14 +256,15 @@ TEST_F(SymbolTables, TellHowRecordsAreShownAndWritten)
     QVector<VelmRecordConfig> configs;
     EXPECT_TRUE(records.getRecordConfig(u"A"_s, configs));
     ASSERT_EQ(configs.size(), 2);
-    EXPECT_EQ(configs[0].showField + configs[0].writeTable + configs[0].actualField, u"材质w3a"_s);
-    EXPECT_EQ(configs[1].showField + configs[1].writeTable, u"z3"_s);
+    EXPECT_EQ(told({configs[0].showField, configs[0].writeTable, configs[0].actualField}),
+              u"材质|w|3a"_s);
+    EXPECT_EQ(told({configs[1].showField, configs[1].writeTable}), u"z|3"_s);
     EXPECT_TRUE(records.getRecordConfig(u"B"_s, configs));
     ASSERT_EQ(configs.size(), 1);
     EXPECT_EQ(configs[0].actualField, QString()) << "an unknown number";
     VelmRecordConfigType type;
     EXPECT_TRUE(records.getRecordConfigType(u"A"_s, type));
-    EXPECT_EQ(type.code + type.name + type.extend + type.table + type.type, u"Anet5"_s);
+    EXPECT_EQ(told({type.code, type.name, type.extend, type.table, type.type}), u"A|n|e|t|5"_s);
     EXPECT_FALSE(records.getRecordConfigType(u"[Default]"_s, type));
 
     VelmRecordGenusDatabase layout;
@@ -263,7 +274,8 @@ TEST_F(SymbolTables, TellHowRecordsAreShownAndWritten)
             "\"ShowPoint\":1}')"_s});
     EXPECT_TRUE(records.getGenusDatabase(layout));
     EXPECT_EQ(layout.headerList, (QStringList{u"a"_s, u"b"_s}));
-    EXPECT_EQ(layout.fieldType + layout.fieldDecimal, (QList<int>{0, 3, 0, 2}));
+    EXPECT_EQ(layout.fieldType, (QList<int>{0, 3}));
+    EXPECT_EQ(layout.fieldDecimal, (QList<int>{0, 2}));
     EXPECT_TRUE(layout.showPoint);
     EXPECT_EQ(layout.matchRule, 0);
     runSql({u"update globaldefines set value = '{\"HeaderList\":[\"a\",5,\"c\"],"
@@ -272,47 +284,6 @@ TEST_F(SymbolTables, TellHowRecordsAreShownAndWritten)
     EXPECT_EQ(layout.headerList, (QStringList{u"a"_s, u""_s, u"c"_s})) << "places count";
     EXPECT_EQ(layout.fieldType, (QList<int>{0, 2}));
     EXPECT_EQ(m_manager->GetVelmRecordManager()->getPIPSysConfigInformation(3), u"材质"_s);
-}
-
-TEST_F(SymbolTables, TakeAMillionCharactersInEveryCell)
-{
-    const QString cell = u"replace(hex(zeroblob(500000)), '0', 'x')"_s;
-    load({u"create table indexini (CODE, NAME, WIDTH, [TABLE])"_s,
-          u"insert into indexini values (%1, %1, %1, %1)"_s.arg(cell),
-          u"create table Attributetable ([TABLE], TYPE)"_s,
-          u"insert into Attributetable values (%1, %1)"_s.arg(cell),
-          u"create table VelmAnnotate (CODE, EXTDATA, HEIGHT)"_s,
-          u"insert into VelmAnnotate values (%1, %1, %1)"_s.arg(cell),
-          u"create table VelmCmdSetting (CmdName, CmdText)"_s,
-          u"insert into VelmCmdSetting values (%1, %1)"_s.arg(cell)});
-    const CVelmConfigManager* manager = m_manager;
-    ASSERT_EQ(manager->GetVelmIndex()->getIndexMap().size(), 1);
-    const VelmIndexItem index = manager->GetVelmIndex()->getIndexMap().first();
-    EXPECT_EQ(index.name.size(), 1000000);
-    EXPECT_EQ(index.width, 0.0);
-    EXPECT_TRUE(manager->GetVelmAttribute()->existTable(index.table));
-    VelmAnnItem annotation;
-    EXPECT_EQ(m_manager->GetVelmAnnotate()->getAnnotateItem(index.code, annotation), Velm::VelmOk);
-    Record map;
-    EXPECT_EQ(m_manager->GetVelmCmdSetting()->getCommandSettingVariantMap(index.code, map),
-              Velm::VelmSettingConvertFailed);
-}
-
-TEST_F(SymbolTables, AreEmptyWithoutTheirTablesAndColumns)
-{
-    load({u"create table Workdef (X)"_s, u"insert into Workdef values (1)"_s,
-          u"create table VelmFrame (ConfigName)"_s, u"insert into VelmFrame values ('A')"_s,
-          u"create table VelmAnnotate (CODE)"_s, u"insert into VelmAnnotate values ('A')"_s});
-    const CVelmConfigManager* manager = m_manager;
-    EXPECT_TRUE(manager->GetVelmIndex()->getIndexMap().isEmpty());
-    EXPECT_TRUE(manager->GetVelmWork()->isValidCode(QString())) << "a row without any column";
-    EXPECT_TRUE(manager->GetVelmAttribute()->getGisTableNameArray({}).isEmpty());
-    VelmFrameItem frame;
-    EXPECT_EQ(m_manager->GetVelmFrame()->getFrameItem(u"A"_s, frame), Velm::VelmOk);
-    EXPECT_EQ(frame.framename + QString::number(frame.framesizetype), u"128"_s);
-    VelmAnnItem annotation;
-    EXPECT_EQ(m_manager->GetVelmAnnotate()->getAnnotateItem(u"A"_s, annotation), Velm::VelmOk);
-    EXPECT_EQ(annotation.height, 0.0);
 }
 
 TEST_F(SymbolTables, ChooseAmongDefinedCodes)
@@ -325,8 +296,8 @@ TEST_F(SymbolTables, ChooseAmongDefinedCodes)
               (QStringList{u"B"_s, u"A"_s, u"B"_s}));
     QString choices = u"before"_s, numbers = u"before"_s;
     EXPECT_EQ(codes->GetPromptByCodes(choices, numbers, {u"A"_s, u"X"_s, u"B"_s}), Velm::VelmOk);
-    EXPECT_EQ(choices + u" "_s + numbers, u"(0)Road/(1)River 0 1"_s);
+    EXPECT_EQ(told({choices, numbers}), u"(0)Road/(1)River|0 1"_s);
     EXPECT_EQ(codes->GetPromptByCodes(choices, numbers, {u"X"_s}), Velm::VelmInvalidValue);
-    EXPECT_EQ(choices + numbers, QString());
+    EXPECT_EQ(told({choices, numbers}), u"|"_s);
     m_manager->switchVersion(Velm::VersionDatabase);
 }

@@ -4,7 +4,7 @@
 // "<!-- rules -->" and the next "<!-- end -->". With --check the files stay as they are, and exit
 // code 1 tells that one is out of date.
 
-#include "check/Rule.h"
+#include "check/RuleTable.h"
 #include "set/Schema.h"
 
 #include <QCoreApplication>

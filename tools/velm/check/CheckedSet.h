@@ -1,48 +1,17 @@
 #pragma once
 
-#include "check/Problems.h"
-#include "set/Schema.h"
+#include "check/CheckedTable.h"
+#include "check/GisTables.h"
 
-#include <QMap>
-#include <QString>
+#include <QSet>
 #include <QStringList>
-#include <QVariant>
 #include <QVector>
 
-class CVelmDatabase;
+#include <initializer_list>
 
-/// A table as it is stored, with what the library reads from it.
-class CheckedTable
-{
-public:
-    explicit CheckedTable(const TableSchema& schema);
+class Snapshot;
 
-    /// Reads all rows; none if there is no such table. @return why they cannot be read to the end;
-    /// empty if they can
-    QString read(CVelmDatabase& database);
-
-    /// What the library reads. Its columns are in upper case here, as the rows have them.
-    const TableSchema& schema() const { return m_schema; }
-    const QString& name() const { return m_schema.name; }
-    bool exists() const { return m_exists; }
-    bool has(const QString& column) const { return m_stored.contains(column); }
-    int size() const { return m_rows.size(); }
-    QString text(int row, const QString& column) const
-    {
-        return m_rows.at(row).value(column).toString();
-    }
-    QVariant value(int row, const QString& column) const { return m_rows.at(row).value(column); }
-    /// The place of a value; of the whole table for row -1.
-    Place place(int row, const QString& column) const;
-
-private:
-    TableSchema m_schema;
-    bool m_exists = false;
-    QStringList m_stored;  // upper-case names of the columns there are
-    QVector<QMap<QString, QVariant>> m_rows;
-};
-
-/// The tables of a configuration set, as far as they are there.
+/// The tables of a configuration set, as far as they are there. Each database is read in one state.
 class CheckedSet
 {
 public:
@@ -56,25 +25,37 @@ public:
     /// A table that the library reads, by its name; that of the system configuration if both
     /// databases have one.
     const CheckedTable& table(const char* name) const;
+    /// Whether all of these tables are there. What follows from a missing one need not be told.
+    bool has(std::initializer_list<const char*> names) const;
 
-    /// Upper-case names of all GIS tables, and of their fields.
-    const QMap<QString, QStringList>& gisTables() const { return m_gisTables; }
+    /// Whether there is a PipeConfig.db.
+    bool hasPipe() const { return m_hasPipe; }
+    /// All GIS tables. Of no worth unless knowsGisTables().
+    const GisTables& gisTables() const { return m_gisTables; }
+    bool knowsGisTables() const
+    {
+        return has({"Attributetable", "Attributefield", "SYS_GISTABLE", "SYS_ATTRIBUTEDEF"});
+    }
     /// Names of all dictionaries that the library loads.
-    const QStringList& dictionaries() const { return m_dictionaries; }
-    /// Key columns without an index, as "table.column".
-    const QStringList& withoutIndex() const { return m_withoutIndex; }
+    const QSet<QString>& dictionaries() const { return m_dictionaries; }
+
+    /// Key columns without an index.
+    const QVector<Place>& withoutIndex() const { return m_withoutIndex; }
+    /// Each with its database.
+    const QVector<Place>& triggers() const { return m_triggers; }
 
 private:
-    void readTables(CVelmDatabase& database, const QString& fileName);
     void readSystem();
-    void addDictionaryTables(CVelmDatabase& database);
-    void findDictionaries();
     void readPipe();
-    void collectGisTables();
+    void read(Snapshot& snapshot, const QString& fileName);
+    void findDictionaries();
 
     QVector<CheckedTable> m_tables;
-    QMap<QString, QStringList> m_gisTables;
-    QStringList m_dictionaries;
-    QStringList m_withoutIndex;
+    GisTables m_gisTables;
+    QSet<QString> m_dictionaries;
+    QVector<Place> m_withoutIndex;
+    QVector<Place> m_triggers;
     QString m_problem;
+    bool m_hasPipe = false;
+    qint64 m_budget = 512 * 1024 * 1024;  // bytes of all tables together
 };

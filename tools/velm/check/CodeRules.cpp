@@ -1,19 +1,25 @@
 #include "check/CheckedSet.h"
 #include "check/Rules.h"
+#include "check/RuleTable.h"
 
 #include <QHash>
 
 namespace {
 
-constexpr const Rule& kCodeWithoutDrawing = rules::named("code-without-drawing");
-constexpr const Rule& kDrawingWithoutCode = rules::named("drawing-without-code");
 constexpr const Rule& kEmptyCode = rules::named("empty-code");
 constexpr const Rule& kDuplicateCode = rules::named("duplicate-code");
 constexpr const Rule& kCodeDiffersInCase = rules::named("code-differs-in-case");
+constexpr const Rule& kCodeWithoutDrawing = rules::named("code-without-drawing");
+constexpr const Rule& kDrawingWithoutCode = rules::named("drawing-without-code");
+constexpr const Rule& kUnknownCode = rules::named("unknown-code");
 constexpr const Rule& kDuplicateUserCode = rules::named("duplicate-user-code");
+constexpr const Rule& kUserCodeIsCode = rules::named("user-code-is-code");
+constexpr const Rule& kSpecialLineType = rules::named("special-line-type");
 constexpr const Rule& kLayerDiffersInCase = rules::named("layer-differs-in-case");
 
-/// What a column of names must keep; null where anything goes.
+const QString kCode = QStringLiteral("CODE");
+
+/// What a column must keep; null where anything goes.
 struct Uniqueness
 {
     const Rule* empty;
@@ -23,15 +29,14 @@ struct Uniqueness
 
 /// Reports rows without a value, and those whose value stands in an earlier row too: the same text,
 /// or one that differs in letter case only.
-void checkUnique(const CheckedTable& table, const char* columnName, const Uniqueness& rules,
+void checkUnique(const CheckedTable& table, const QString& column, const Uniqueness& rules,
                  Problems& problems)
 {
-    const QString column = QLatin1String(columnName);
     QHash<QString, int> exact, folded;
-    for (int row = 0; row < table.size(); ++row) {
+    for (int row = 0; table.has(column) && row < table.size(); ++row) {
         const QString text = table.text(row, column);
         if (text.isEmpty()) {
-            if (rules.empty && table.has(column))
+            if (rules.empty)
                 problems.add(*rules.empty, table.place(row, column), QStringLiteral("is empty"));
             continue;
         }
@@ -39,52 +44,54 @@ void checkUnique(const CheckedTable& table, const char* columnName, const Unique
         if (exact.contains(text)) {
             if (rules.same)
                 problems.add(*rules.same, table.place(row, column),
-                             QStringLiteral("stands in row %1 already").arg(exact.value(text) + 1));
+                             QStringLiteral("stands in row %1 already")
+                                 .arg(table.place(exact.value(text), column).row));
         } else if (first != folded.constEnd() && rules.differsInCase) {
             problems.add(*rules.differsInCase, table.place(row, column),
                          QStringLiteral("is \"%1\" in row %2")
                              .arg(table.text(*first, column))
-                             .arg(*first + 1));
+                             .arg(table.place(*first, column).row));
         }
         exact.insert(text, exact.value(text, row));
         folded.insert(text.toLower(), folded.value(text.toLower(), row));
     }
 }
 
-/// Reports names that a table has more than one field of, letter case ignored.
-void checkFieldNames(const CheckedTable& fields, const char* tableColumn, const char* nameColumn,
-                     Problems& problems)
+/// Reports what is wrong with the keys of a table.
+void checkKeys(const CheckedTable& table, Problems& problems)
 {
-    const QString column = QLatin1String(nameColumn);
-    QHash<QString, int> known;
-    for (int row = 0; row < fields.size(); ++row) {
-        const QString table = fields.text(row, QLatin1String(tableColumn));
-        const QString field = (table + QLatin1Char('\n') + fields.text(row, column)).toUpper();
-        if (known.contains(field))
-            problems.add(kDuplicateCode, fields.place(row, column),
-                         QStringLiteral("is a field of \"%1\" in row %2 already")
-                             .arg(table)
-                             .arg(known.value(field) + 1));
-        else
-            known.insert(field, row);
-    }
+    const TableSchema& schema = table.schema();
+    if (schema.key.size() > 1 || schema::isDictionary(table.name()))
+        return;  // fields and dictionaries have rules of their own
+    Uniqueness rules{&kEmptyCode, nullptr, nullptr};
+    if (schema.keyRule != KeyRule::Repeated)
+        rules.same = &kDuplicateCode;
+    if (schema.keyRule == KeyRule::Exact)
+        rules.differsInCase = &kCodeDiffersInCase;
+    if (schema.keyRule == KeyRule::IgnoringCase)
+        rules.differsInCase = &kDuplicateCode;
+    checkUnique(table, schema.key.first(), rules, problems);
 }
 
-/// Reports user codes of more than one feature code.
-void checkUserCodes(const CheckedTable& index, Problems& problems)
+/// Reports user codes of more than one feature code, and those that are a code themselves.
+void checkUserCodes(const CheckedTable& index, const QHash<QString, int>& codes, Problems& problems)
 {
     const QString column = QStringLiteral("USECODE");
     QHash<QString, QString> codeOfUserCode;
     for (int row = 0; row < index.size(); ++row) {
-        const QString userCode = index.text(row, column).toLower();
-        const QString code = index.text(row, QStringLiteral("CODE"));
+        const QString userCode = index.text(row, column);
+        const QString code = index.text(row, kCode);
         if (userCode.isEmpty())
             continue;
-        const QString first = codeOfUserCode.value(userCode, code);
+        const QString first = codeOfUserCode.value(userCode.toLower(), code);
         if (first != code)
             problems.add(kDuplicateUserCode, index.place(row, column),
                          QStringLiteral("belongs to the code \"%1\" too").arg(first));
-        codeOfUserCode.insert(userCode, first);
+        if (userCode != code && codes.contains(userCode))
+            problems.add(kUserCodeIsCode, index.place(row, column),
+                         QStringLiteral("is the code of \"%1\"")
+                             .arg(index.text(codes.value(userCode), QStringLiteral("NAME"))));
+        codeOfUserCode.insert(userCode.toLower(), first);
     }
 }
 
@@ -92,18 +99,53 @@ QHash<QString, int> codesOf(const CheckedTable& table)
 {
     QHash<QString, int> codes;
     for (int row = 0; row < table.size(); ++row)
-        codes.insert(table.text(row, QStringLiteral("CODE")), row);
+        codes.insert(table.text(row, kCode), row);
     return codes;
 }
 
-/// Reports the codes of @p table that @p other has not.
-void checkCounterpart(const CheckedTable& table, const CheckedTable& other, const Rule& rule,
-                      const QString& message, Problems& problems)
+/// Reports the codes of @p table that are not among @p known.
+void checkKnown(const CheckedTable& table, const QHash<QString, int>& known, const Rule& rule,
+                const QString& message, Problems& problems)
 {
-    const QHash<QString, int> known = codesOf(other);
     for (int row = 0; row < table.size(); ++row) {
-        if (!known.contains(table.text(row, QStringLiteral("CODE"))))
-            problems.add(rule, table.place(row, QStringLiteral("CODE")), message);
+        const QString code = table.text(row, kCode);
+        if (!code.isEmpty() && code != QLatin1String("[Default]") && !known.contains(code))
+            problems.add(rule, table.place(row, kCode), message);
+    }
+}
+
+void checkCodeReferences(const CheckedSet& set, const QHash<QString, int>& codes,
+                         Problems& problems)
+{
+    const QString message = QStringLiteral("has no row in indexini");
+    for (const CheckedTable& table : set.tables()) {
+        for (const ColumnSchema& column : table.schema().columns) {
+            if (column.holds == Holds::CodeReference)
+                checkKnown(table, codes,
+                           table.name() == QLatin1String("Workdef") ? kDrawingWithoutCode
+                                                                    : kUnknownCode,
+                           message, problems);
+        }
+    }
+}
+
+/// Reports special lines whose work definition says something else. It need not say anything.
+void checkSpecialLines(const CheckedTable& index, const CheckedTable& work,
+                       const QHash<QString, int>& codes, Problems& problems)
+{
+    const QString column = QStringLiteral("ENTTYPE");
+    constexpr int kNotGiven = -1;
+    constexpr int kSpecialLine = 5;
+    for (int row = 0; row < work.size(); ++row) {
+        const auto indexRow = codes.constFind(work.text(row, kCode));
+        const int type = work.value(row, column).toInt();
+        if (indexRow == codes.constEnd() || type == kNotGiven || type == kSpecialLine)
+            continue;
+        const QString lineType = index.text(*indexRow, QStringLiteral("LTYPE"));
+        if (lineType.startsWith(QLatin1String("gc"), Qt::CaseInsensitive))
+            problems.add(kSpecialLineType, work.place(row, column),
+                         QStringLiteral("is to be 5, since the line type in indexini is \"%1\"")
+                             .arg(lineType));
     }
 }
 
@@ -111,29 +153,19 @@ void checkCounterpart(const CheckedTable& table, const CheckedTable& other, cons
 
 void rules::checkCodes(const CheckedSet& set, Problems& problems)
 {
-    const Uniqueness codes{&kEmptyCode, &kDuplicateCode, &kCodeDiffersInCase};
-    const Uniqueness tables{&kEmptyCode, &kDuplicateCode, &kDuplicateCode};  // case is ignored
-    const Uniqueness layers{nullptr, nullptr, &kLayerDiffersInCase};
+    for (const CheckedTable& table : set.tables())
+        checkKeys(table, problems);
+    checkUnique(set.table("Workdef"), QStringLiteral("LAYER"),
+                {nullptr, nullptr, &kLayerDiffersInCase}, problems);
     const CheckedTable& index = set.table("indexini");
     const CheckedTable& work = set.table("Workdef");
-    for (const char* name : {"indexini", "Workdef", "QuobAreaLine", "VelmAnnotate",
-                             "IndexiniExtend", "RecordConfigType"})
-        checkUnique(set.table(name), "CODE", codes, problems);
-    checkUnique(set.table("globaldefines"), "KEY", codes, problems);
-    checkUnique(set.table("VelmFrame"), "CONFIGNAME", codes, problems);
-    checkUnique(set.table("VelmCmdSetting"), "CMDNAME", codes, problems);
-    checkUnique(set.table("Attributetable"), "TABLE", tables, problems);
-    checkUnique(set.table("SYS_GISTABLE"), "LAYERNAME", tables, problems);
-    checkUnique(set.table("SYS_DICTIONARY"), "NAME", codes, problems);
-    checkUnique(set.table("PIP_SysConfig"), "FIELDTYPE", codes, problems);
-    checkFieldNames(set.table("Attributefield"), "TABLE", "NAME", problems);
-    checkFieldNames(set.table("SYS_ATTRIBUTEDEF"), "TABLENAME", "FIELDNAME", problems);
-    checkUserCodes(index, problems);
-    checkUnique(work, "LAYER", layers, problems);
-    if (!index.exists() || !work.exists())
+    if (!index.has(kCode))
         return;
-    checkCounterpart(index, work, kCodeWithoutDrawing, QStringLiteral("has no row in Workdef"),
-                     problems);
-    checkCounterpart(work, index, kDrawingWithoutCode, QStringLiteral("has no row in indexini"),
-                     problems);
+    const QHash<QString, int> codes = codesOf(index);
+    checkUserCodes(index, codes, problems);
+    checkCodeReferences(set, codes, problems);
+    checkSpecialLines(index, work, codes, problems);
+    if (work.has(kCode))
+        checkKnown(index, codesOf(work), kCodeWithoutDrawing,
+                   QStringLiteral("has no row in Workdef"), problems);
 }

@@ -1,5 +1,7 @@
 #include "check/CheckedSet.h"
 #include "check/Rules.h"
+#include "check/RuleTable.h"
+#include "cli/Suggestions.h"
 
 #include "config/documents/DocumentNames.h"
 #include "VelmDocumentCheck.h"
@@ -17,8 +19,10 @@ namespace {
 
 constexpr const Rule& kJsonSyntax = rules::named("json-syntax");
 constexpr const Rule& kJsonType = rules::named("json-type");
+constexpr const Rule& kJsonKey = rules::named("json-key");
 constexpr const Rule& kConversionTable = rules::named("conversion-table");
 constexpr const Rule& kConversionField = rules::named("conversion-field");
+constexpr const Rule& kLayoutLists = rules::named("layout-lists");
 
 QJsonObject objectIn(const QString& text)
 {
@@ -42,17 +46,31 @@ void checkConversion(const CheckedSet& set, const QJsonObject& document, const P
 {
     const QJsonValue info = document.value(QStringLiteral("TableInfo"));
     const QString table = info[QStringLiteral("TableName")].toString();
-    const auto fields = set.gisTables().constFind(table.toUpper());
-    if (fields == set.gisTables().constEnd()) {
-        problems.add(kConversionTable, place,
-                     QStringLiteral("there is no GIS table \"%1\"").arg(table));
+    if (!set.knowsGisTables())
         return;
-    }
+    if (!set.gisTables().contains(table))
+        return problems.add(kConversionTable, place,
+                            QStringLiteral("there is no GIS table \"%1\"").arg(table));
     const QStringList converted = convertedFields(document.value(QStringLiteral("FieldMap")));
     for (const QString& field : converted) {
-        if (!fields->contains(field.toUpper()))
+        if (!set.gisTables().hasField(table, field))
             problems.add(kConversionField, place,
                          QStringLiteral("table \"%1\" has no field \"%2\"").arg(table, field));
+    }
+}
+
+/// Reports lists of the layout of records that are shorter or longer than the list of headers.
+void checkLayout(const QJsonObject& document, const Place& place, Problems& problems)
+{
+    const int headers = document.value(QStringLiteral("HeaderList")).toArray().size();
+    for (const char* name : {"FieldType", "FieldDecimal"}) {
+        const int size = document.value(QLatin1String(name)).toArray().size();
+        if (size != headers)
+            problems.add(kLayoutLists, place,
+                         QStringLiteral("%1 has %2 elements, HeaderList %3")
+                             .arg(QLatin1String(name))
+                             .arg(size)
+                             .arg(headers));
     }
 }
 
@@ -66,6 +84,13 @@ void checkDefinition(const CheckedSet& set, const QString& key, const Place& pla
                      key + QStringLiteral(": ") + problem);
     if (check.problems.isEmpty() && key == documents::fieldConversion() && !place.value.isEmpty())
         checkConversion(set, objectIn(place.value), place, problems);
+    if (check.problems.isEmpty() && key == documents::genusLayout() && !place.value.isEmpty())
+        checkLayout(objectIn(place.value), place, problems);
+}
+
+QString unknownKey(const QString& key, const QStringList& known)
+{
+    return QStringLiteral("the key \"%1\" is not known").arg(key) + suggestionAmong(key, known);
 }
 
 bool isInteger(const QJsonValue& value)
@@ -75,16 +100,19 @@ bool isInteger(const QJsonValue& value)
            && std::abs(number) <= std::numeric_limits<int>::max();
 }
 
-/// Reports the modes of a frame that are no integers.
+/// Reports the modes of a frame that are no integers, and those that nothing is known of.
 void checkFrameModes(const Place& place, Problems& problems)
 {
+    const QStringList known{QStringLiteral("SelMode"),        QStringLiteral("TrimMode"),
+                            QStringLiteral("FrameStyle"),     QStringLiteral("FrameSave"),
+                            QStringLiteral("FrameScaleType"), QStringLiteral("FrameSizeType")};
     const QJsonObject modes = objectIn(place.value);
-    for (const char* name :
-         {"SelMode", "TrimMode", "FrameStyle", "FrameSave", "FrameScaleType", "FrameSizeType"}) {
-        const QJsonValue mode = modes.value(QLatin1String(name));
-        if (!mode.isUndefined() && !isInteger(mode))
+    for (auto mode = modes.begin(); mode != modes.end(); ++mode) {
+        if (!known.contains(mode.key()))
+            problems.add(kJsonKey, place, unknownKey(mode.key(), known));
+        else if (!isInteger(*mode))
             problems.add(kJsonType, place,
-                         QStringLiteral("%1 is to be an integer").arg(QLatin1String(name)));
+                         QStringLiteral("%1 is to be an integer").arg(mode.key()));
     }
 }
 

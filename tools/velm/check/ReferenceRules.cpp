@@ -1,8 +1,10 @@
 #include "check/CheckedSet.h"
 #include "check/Rules.h"
+#include "check/RuleTable.h"
+
+#include "cli/Suggestions.h"
 
 #include <QRegularExpression>
-#include <QSet>
 
 namespace {
 
@@ -11,61 +13,81 @@ constexpr const Rule& kUnknownExtensionTable = rules::named("unknown-extension-t
 constexpr const Rule& kUnknownDictionary = rules::named("unknown-dictionary");
 constexpr const Rule& kUnknownPipeField = rules::named("unknown-pipe-field");
 
-/// Reports the names in a column that are no GIS tables. Only extension tables are a list,
-/// separated by ";".
-void checkTableNames(const CheckedSet& set, const char* tableName, const char* columnName,
-                     const Rule& rule, Problems& problems)
+/// Reports the names in a column that are no GIS tables.
+void checkTableNames(const CheckedSet& set, const CheckedTable& table, const ColumnSchema& column,
+                     Problems& problems)
 {
-    const CheckedTable& table = set.table(tableName);
-    const QString column = QLatin1String(columnName);
+    const bool isList = column.holds == Holds::TableReferences;
     for (int row = 0; row < table.size(); ++row) {
-        const QString text = table.text(row, column);
-        QStringList names{text};
-        if (&rule == &kUnknownExtensionTable)
-            names = text.split(QLatin1Char(';'));
+        const QString text = table.text(row, column.name);
+        QStringList names = isList ? text.split(QLatin1Char(';')) : QStringList{text};
         names.removeAll(QString());
-        for (const QString& name : names) {
-            if (!set.gisTables().contains(name.toUpper()))
-                problems.add(rule, table.place(row, column),
-                             QStringLiteral("there is no GIS table \"%1\"").arg(name));
+        for (const QString& name : qAsConst(names)) {
+            if (!set.gisTables().contains(name))
+                problems.add(isList ? kUnknownExtensionTable : kUnknownGisTable,
+                             table.place(row, column.name),
+                             QStringLiteral("there is no GIS table \"%1\"").arg(name)
+                                 + suggestionAmong(name, set.gisTables().tableNames()));
         }
     }
 }
 
-/// Reports dictionaries that do not exist. In "Attributefield" only some values name one.
-void checkDictionaries(const CheckedSet& set, const char* tableName, const char* columnName,
-                       bool onlyWithPrefix, Problems& problems)
+/// Reports dictionaries that do not exist. Of default values only some name one.
+void checkDictionaryNames(const CheckedSet& set, const CheckedTable& table,
+                          const ColumnSchema& column, Problems& problems)
 {
-    const CheckedTable& table = set.table(tableName);
-    const QString column = QLatin1String(columnName);
+    const QStringList known = set.dictionaries().values();
     for (int row = 0; row < table.size(); ++row) {
-        const QString name = table.text(row, column);
-        const bool refers = onlyWithPrefix
+        const QString name = table.text(row, column.name);
+        const bool refers = column.holds == Holds::Default
                                 ? name.startsWith(QLatin1String("TBL_"), Qt::CaseInsensitive)
                                 : !name.isEmpty();
         if (refers && !set.dictionaries().contains(name))
-            problems.add(kUnknownDictionary, table.place(row, column),
-                         QStringLiteral("there is no dictionary \"%1\"").arg(name));
+            problems.add(kUnknownDictionary, table.place(row, column.name),
+                         QStringLiteral("there is no dictionary \"%1\"").arg(name)
+                             + suggestionAmong(name, known));
     }
 }
 
-void checkPipeFields(const CheckedSet& set, Problems& problems)
+/// Reports numbers that are no pipe fields.
+void checkPipeFields(const CheckedSet& set, const CheckedTable& table, const ColumnSchema& column,
+                     Problems& problems)
 {
     static const QRegularExpression decimalInteger(QStringLiteral("^\\s*[+-]?[0-9]+\\s*$"));
     QSet<int> numbers;
     const CheckedTable& fields = set.table("PIP_SysConfig");
     for (int row = 0; row < fields.size(); ++row)
         numbers.insert(fields.value(row, QStringLiteral("FIELDTYPE")).toInt());
-    const CheckedTable& records = set.table("RecordConfig");
-    for (int row = 0; row < records.size(); ++row) {
-        for (const QString& column : {QStringLiteral("SHOWFIELD"), QStringLiteral("ACTUALFIELD")}) {
-            const QString text = records.text(row, column);
-            bool fits = false;
-            const int number = text.toInt(&fits);
-            if (decimalInteger.match(text).hasMatch() && !(fits && numbers.contains(number)))
-                problems.add(kUnknownPipeField, records.place(row, column),
-                             QStringLiteral("there is no pipe field %1").arg(text));
-        }
+    for (int row = 0; row < table.size(); ++row) {
+        const QString text = table.text(row, column.name);
+        bool fits = false;
+        const int number = text.toInt(&fits);
+        if (decimalInteger.match(text).hasMatch() && !(fits && numbers.contains(number)))
+            problems.add(kUnknownPipeField, table.place(row, column.name),
+                         QStringLiteral("there is no pipe field %1").arg(text));
+    }
+}
+
+void checkColumn(const CheckedSet& set, const CheckedTable& table, const ColumnSchema& column,
+                 Problems& problems)
+{
+    switch (column.holds) {
+    case Holds::TableReference:
+    case Holds::TableReferences:
+        if (set.knowsGisTables())
+            checkTableNames(set, table, column, problems);
+        return;
+    case Holds::Default:
+    case Holds::DictionaryReference:
+        if (set.has({"SYS_DICTIONARY"}))
+            checkDictionaryNames(set, table, column, problems);
+        return;
+    case Holds::RecordField:
+        if (set.has({"PIP_SysConfig"}))
+            checkPipeFields(set, table, column, problems);
+        return;
+    default:
+        return;
     }
 }
 
@@ -73,12 +95,8 @@ void checkPipeFields(const CheckedSet& set, Problems& problems)
 
 void rules::checkReferences(const CheckedSet& set, Problems& problems)
 {
-    checkTableNames(set, "indexini", "TABLE", kUnknownGisTable, problems);
-    checkTableNames(set, "RecordConfigType", "TABLE", kUnknownGisTable, problems);
-    checkTableNames(set, "RecordConfig", "WRITETABLE", kUnknownGisTable, problems);
-    checkTableNames(set, "Attributefield", "TABLE", kUnknownGisTable, problems);
-    checkTableNames(set, "IndexiniExtend", "EXTTABLE", kUnknownExtensionTable, problems);
-    checkDictionaries(set, "Attributefield", "DEFAULT", true, problems);
-    checkDictionaries(set, "SYS_ATTRIBUTEDEF", "DICTIONARY", false, problems);
-    checkPipeFields(set, problems);
+    for (const CheckedTable& table : set.tables()) {
+        for (const ColumnSchema& column : table.schema().columns)
+            checkColumn(set, table, column, problems);
+    }
 }

@@ -1,4 +1,4 @@
-#include "check/Rule.h"
+#include "check/RuleTable.h"
 
 namespace rules {
 

@@ -7,11 +7,14 @@ QVector<Problem> rules::findProblems(const CheckedSet& set, const QVector<const 
         ids.insert(QLatin1String(rule->id));
     Problems problems(ids);
     checkSchema(set, problems);
-    checkValues(set, problems);
-    checkRanges(set, problems);
+    checkTexts(set, problems);
+    checkNumbers(set, problems);
     checkCodes(set, problems);
+    checkFields(set, problems);
     checkReferences(set, problems);
+    checkFieldReferences(set, problems);
+    checkDictionaries(set, problems);
     checkDocuments(set, problems);
-    checkTextFiles(problems);
+    checkTextFiles(set, problems);
     return problems.all();
 }

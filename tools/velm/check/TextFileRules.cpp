@@ -1,5 +1,6 @@
-#include "check/Problems.h"
+#include "check/CheckedSet.h"
 #include "check/Rules.h"
+#include "check/RuleTable.h"
 
 #include "set/TextImport.h"
 
@@ -18,7 +19,10 @@ constexpr const Rule& kTextFileField = rules::named("text-file-field");
 Place placeOf(const QFileInfo& file, int line)
 {
     const QDir config = QFileInfo(CVelmSystemGlobal::Instance()->getSystemConfigDb()).dir();
-    return {config.relativeFilePath(file.filePath()), QString(), line, QString(), QString()};
+    Place place;
+    place.database = config.relativeFilePath(file.filePath());
+    place.row = line;
+    return place;
 }
 
 /// Reports a file whose reader takes one line of it, and gets another number.
@@ -34,15 +38,23 @@ void checkLineCount(const QFileInfo& file, int lines, Problems& problems)
 
 }  // namespace
 
-void rules::checkTextFiles(Problems& problems)
+void rules::checkTextFiles(const CheckedSet& set, Problems& problems)
 {
-    for (const QString& name : {QStringLiteral("index.ini"), QStringLiteral("work.def"),
-                                QStringLiteral("attribute.def")}) {
+    struct TextFile
+    {
+        const char* name;
+        const char* table;  // which it stands in for
+        bool hasOneLine;    // or its reader takes none
+    };
+    for (const TextFile& text :
+         {TextFile{"index.ini", "indexini", true}, TextFile{"work.def", "Workdef", true},
+          TextFile{"attribute.def", "Attributetable", false}}) {
+        const QString name = QLatin1String(text.name);
         const QFileInfo file(CVelmFindFile::Instance()->findFile(name, true));
         TextImport import;
         if (!file.isFile() || !import.readFile(file.path(), name).isEmpty())
             continue;
-        if (name != QLatin1String("attribute.def"))
+        if (text.hasOneLine && set.table(text.table).size() == 0)
             checkLineCount(file, import.lineCount(), problems);
         for (const UnusedLine& line : import.unused())
             problems.add(kTextFileField, placeOf(file, line.line), line.reason);

@@ -22,7 +22,9 @@ void writeWaiting()
     waiting.resize(0);
 }
 
-void writeResult(const QString& text)
+}  // namespace
+
+void write(const QString& text)
 {
     constexpr int kMostWaiting = 65536;  // characters; a write for each line takes its time
     waiting += text;
@@ -30,21 +32,19 @@ void writeResult(const QString& text)
         writeWaiting();
 }
 
-}  // namespace
-
 void print(const QString& line)
 {
-    writeResult(line + QLatin1Char('\n'));
+    write(line + QLatin1Char('\n'));
 }
 
 void print(const QJsonObject& document)
 {
-    writeResult(QString::fromUtf8(QJsonDocument(document).toJson()));
+    write(QString::fromUtf8(QJsonDocument(document).toJson()));
 }
 
 void print(const QJsonArray& document)
 {
-    writeResult(QString::fromUtf8(QJsonDocument(document).toJson()));
+    write(QString::fromUtf8(QJsonDocument(document).toJson()));
 }
 
 bool printedAll()

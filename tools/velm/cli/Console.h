@@ -17,6 +17,9 @@ enum ExitCode : int
 /// files and pipes; a terminal gets what it shows.
 namespace console {
 
+/// Writes a piece of a result as it stands.
+void write(const QString& text);
+
 /// Prints a line of a result.
 void print(const QString& line);
 /// Prints a JSON document as a result.

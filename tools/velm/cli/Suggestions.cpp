@@ -61,6 +61,13 @@ QStringList similarTo(const QString& text, const QStringList& candidates)
     return suggestions;
 }
 
+QString suggestionAmong(const QString& text, const QStringList& candidates)
+{
+    constexpr int kMostCandidates = 1000;
+    return candidates.size() > kMostCandidates ? QString()
+                                               : didYouMean(similarTo(text, candidates));
+}
+
 QString didYouMean(const QStringList& suggestions)
 {
     if (suggestions.isEmpty())

@@ -7,5 +7,8 @@
 /// swapped. Letter case does not count.
 QStringList similarTo(const QString& text, const QStringList& candidates);
 
+/// The same with the words of didYouMean(). Among very many candidates nothing is looked for.
+QString suggestionAmong(const QString& text, const QStringList& candidates);
+
 /// "; did you mean a, b or c?", or nothing.
 QString didYouMean(const QStringList& suggestions);

@@ -14,10 +14,33 @@ enum class ColumnType
     Json,        ///< any JSON
 };
 
+/// What the values of a column stand for.
+enum class Holds
+{
+    Values,           ///< nothing that is looked up
+    Name,             ///< a name by which rows are found or shown
+    FeatureCode,      ///< the code of a feature, defined here
+    CodeReference,    ///< the code of a feature
+    UserCode,         ///< an alternative to a code
+    Layer,            ///< a layer of drawings
+    LineType,         ///< a line type
+    GisTable,         ///< a GIS table, defined here
+    TableReference,   ///< a GIS table
+    TableReferences,  ///< GIS tables separated by ";"
+    Field,            ///< a field of a GIS table, defined here
+    RecordField,      ///< a field of a GIS table, or the number of a pipe field
+    FieldTemplate,    ///< text in which "[FIELD]" stands for the value of a field
+    AnnotationData,   ///< a JSON object that may name fields and dictionaries
+    Default,          ///< the default value of a field, or its dictionary
+    Dictionary,       ///< a dictionary, defined here
+    DictionaryReference,
+};
+
 struct ColumnSchema
 {
     QString name;
     ColumnType type = ColumnType::Text;
+    Holds holds = Holds::Values;
     QString meaning;        ///< for people
     bool optional = false;  ///< whether nothing is amiss without the column
 
@@ -42,6 +65,7 @@ struct TableSchema
     KeyRule keyRule = KeyRule::Exact;
     QVector<ColumnSchema> columns;  ///< in the order in which they are made
     bool queried = false;           ///< whether single rows are looked up by the key
+    bool written = false;           ///< whether the library writes rows
     bool optional = false;          ///< whether nothing is amiss without the table
 
     QStringList columnNames() const;

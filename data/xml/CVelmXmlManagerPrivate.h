@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QDomDocument>
+
+/// What the copies of one CVelmXmlManager share.
+class CVelmXmlManagerPrivate
+{
+public:
+    QDomDocument document;
+};

@@ -1,0 +1,49 @@
+#include "check/CheckedTable.h"
+
+CheckedTable::CheckedTable(const TableSchema& schema) : m_schema(schema)
+{
+    for (ColumnSchema& column : m_schema.columns)
+        column.name = column.name.toUpper();
+    for (QString& column : m_schema.key)
+        column = column.toUpper();
+}
+
+QVariant CheckedTable::value(int row, const QString& column) const
+{
+    const auto found = m_columns.constFind(column);
+    return found == m_columns.constEnd() ? QVariant() : m_rows.at(row).cells.at(*found);
+}
+
+bool CheckedTable::isDamaged(int row, const QString& column) const
+{
+    const auto found = m_columns.constFind(column);
+    return found != m_columns.constEnd() && m_rows.at(row).damaged.contains(*found);
+}
+
+Place CheckedTable::place(int row, const QString& column) const
+{
+    Place place = this->place(column);
+    place.row = m_rows.at(row).id;
+    place.keyColumn = m_schema.key.first();
+    QStringList keys;
+    for (const QString& key : m_schema.key)
+        keys.append(text(row, key));
+    place.key = keys.join(QLatin1Char('.'));
+    place.value = text(row, column);
+    return place;
+}
+
+Place CheckedTable::place(const QString& column) const
+{
+    Place place;
+    place.database = m_schema.database;
+    place.table = name();
+    place.column = column;
+    return place;
+}
+
+void CheckedTable::setColumns(const QStringList& names)
+{
+    for (int i = 0; i < names.size(); ++i)
+        m_columns.insert(names.at(i).toUpper(), i);
+}

@@ -1,0 +1,59 @@
+#include "check/CheckedSet.h"
+#include "check/Rules.h"
+#include "check/RuleTable.h"
+
+namespace {
+
+constexpr const Rule& kWithoutEntries = rules::named("dictionary-without-entries");
+constexpr const Rule& kEmptyEntry = rules::named("dictionary-empty-entry");
+constexpr const Rule& kDuplicateEntry = rules::named("dictionary-duplicate-entry");
+
+/// Reports empty and repeated texts in a column of a dictionary.
+void checkEntries(const CheckedTable& table, const QString& column, Problems& problems)
+{
+    QSet<QString> known;
+    for (int row = 0; table.has(column) && row < table.size(); ++row) {
+        const QString text = table.text(row, column);
+        if (text.isEmpty())
+            problems.add(kEmptyEntry, table.place(row, column), QStringLiteral("is empty"));
+        else if (known.contains(text))
+            problems.add(kDuplicateEntry, table.place(row, column),
+                         QStringLiteral("stands in the dictionary already"));
+        known.insert(text);
+    }
+}
+
+/// A dictionary of PipeConfig.db is a list in one text.
+void checkList(const CheckedTable& table, int row, Problems& problems)
+{
+    const Place place = table.place(row, QStringLiteral("LISTVALUE"));
+    if (place.value.isEmpty())
+        return problems.add(kWithoutEntries, place, QStringLiteral("has no entries"));
+    QSet<QString> known;
+    const QStringList entries = place.value.split(QLatin1Char(';'));
+    for (const QString& entry : entries) {
+        if (entry.isEmpty())
+            problems.add(kEmptyEntry, place, QStringLiteral("has an empty entry"));
+        else if (known.contains(entry))
+            problems.add(kDuplicateEntry, place,
+                         QStringLiteral("has the entry \"%1\" more than once").arg(entry));
+        known.insert(entry);
+    }
+}
+
+}  // namespace
+
+void rules::checkDictionaries(const CheckedSet& set, Problems& problems)
+{
+    for (const CheckedTable& table : set.tables()) {
+        if (!schema::isDictionary(table.name()) || !table.exists())
+            continue;
+        if (table.size() == 0)
+            problems.add(kWithoutEntries, table.place(), QStringLiteral("has no entries"));
+        checkEntries(table, QStringLiteral("CODE"), problems);
+        checkEntries(table, QStringLiteral("VALUE"), problems);
+    }
+    const CheckedTable& lists = set.table("SYS_DICTIONARY");
+    for (int row = 0; lists.has(QStringLiteral("LISTVALUE")) && row < lists.size(); ++row)
+        checkList(lists, row, problems);
+}

@@ -1,0 +1,113 @@
+#include "check/Fix.h"
+
+#include "check/CheckedSet.h"
+#include "check/DatabaseFix.h"
+#include "check/Report.h"
+
+#include "CVelmSystemGlobal.h"
+
+#include <QHash>
+
+#include <algorithm>
+
+namespace {
+
+const CheckedTable* tableOf(const CheckedSet& set, const Place& place)
+{
+    for (const CheckedTable& table : set.tables()) {
+        if (table.name() == place.table && table.schema().database == place.database)
+            return &table;
+    }
+    return nullptr;
+}
+
+/// How each layer is written first, by lower-case name.
+QHash<QString, QString> layersOf(const CheckedSet& set)
+{
+    const CheckedTable& work = set.table("Workdef");
+    QHash<QString, QString> layers;
+    for (int row = 0; row < work.size(); ++row) {
+        const QString layer = work.text(row, QStringLiteral("LAYER")).trimmed();
+        if (!layers.contains(layer.toLower()))
+            layers.insert(layer.toLower(), layer);
+    }
+    return layers;
+}
+
+/// Whether a row has @p value under a column by which rows are found.
+bool isTaken(const CheckedTable& table, const QString& column, const QString& value)
+{
+    const TableSchema& schema = table.schema();
+    if (schema.keyRule == KeyRule::Repeated || !schema.key.contains(column))
+        return false;
+    for (int row = 0; row < table.size(); ++row) {
+        if (table.text(row, column).compare(value, Qt::CaseInsensitive) == 0)
+            return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+Fix::Fix(const CheckedSet& set, const QVector<Problem>& problems)
+{
+    CVelmSystemGlobal& system = *CVelmSystemGlobal::Instance();
+    apply(plan(set, problems, schema::kSystemFile), set, schema::kSystemFile,
+          system.getSystemConfigDb());
+    apply(plan(set, problems, schema::kPipeFile), set, schema::kPipeFile, system.getPipeConfigDb());
+}
+
+QVector<Fix::Change> Fix::plan(const CheckedSet& set, const QVector<Problem>& problems,
+                               const QString& database)
+{
+    QVector<Change> changes;
+    const QHash<QString, QString> layers = layersOf(set);
+    for (const Problem& problem : problems) {
+        const Place& place = problem.place;
+        const CheckedTable* table = tableOf(set, place);
+        if (!table || place.database != database || place.row == 0)
+            continue;
+        const QString id = QLatin1String(problem.rule->id);
+        const QString trimmed = place.value.trimmed();
+        if (id == QLatin1String("empty-code"))
+            changes.append({place, QString()});
+        else if (id == QLatin1String("layer-differs-in-case"))
+            changes.append({place, layers.value(trimmed.toLower())});
+        else if (id == QLatin1String("blank-at-end") && !trimmed.isEmpty()
+                 && !isTaken(*table, place.column, trimmed))
+            changes.append({place, trimmed});
+    }
+    return changes;
+}
+
+void Fix::apply(const QVector<Change>& changes, const CheckedSet& set, const QString& database,
+                const QString& path)
+{
+    if (changes.isEmpty())
+        return;
+    const bool hasTriggers =
+        std::any_of(set.triggers().begin(), set.triggers().end(),
+                    [&database](const Place& trigger) { return trigger.database == database; });
+    if (hasTriggers) {
+        m_problems.append(database + QStringLiteral(" is as it was: it has triggers"));
+        return;
+    }
+    DatabaseFix fix(path);
+    QStringList done;
+    for (const Change& change : changes) {
+        const QString what = report::textOf(change.place);
+        if (change.value.isNull()) {
+            if (fix.removeRow(change.place))
+                done.append(what + QStringLiteral(": the row is removed"));
+        } else if (fix.change(change.place, change.value)) {
+            done.append(QStringLiteral("%1: \"%2\" is \"%3\" now")
+                            .arg(what, change.place.value, change.value));
+        }
+    }
+    if (!fix.commit()) {
+        m_problems.append(database + QStringLiteral(" is as it was: ") + fix.problem());
+        return;
+    }
+    m_report += done;
+    m_report.append(QStringLiteral("%1 as it was is kept as %2").arg(database, fix.copy()));
+}
