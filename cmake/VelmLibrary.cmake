@@ -50,6 +50,7 @@ add_library(velm_objects OBJECT
     config/parameters/CVelmSystemGlobal.cpp
     config/parameters/GlobalParamStore.cpp
     config/tables/ConfigRecord.cpp
+    config/tables/ConfigRecords.cpp
     config/tables/CVelmAnnotate.cpp
     config/tables/CVelmAreaLine.cpp
     config/tables/CVelmAttribute.cpp

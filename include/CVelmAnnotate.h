@@ -5,7 +5,10 @@
 
 #include <QMap>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
+
+#include <functional>
 
 /// How the annotation of one feature code is placed and drawn.
 struct VelmAnnItem
@@ -29,8 +32,8 @@ struct VelmAnnItem
 
 /// The annotation definitions, from the table "VelmAnnotate" and the work definitions.
 /// Nothing is kept in memory: every query opens the database and reads one row, so whoever needs
-/// several fields asks for the item. One thread at a time. Only the configuration manager makes
-/// one.
+/// several fields asks for the item, and for many codes getAnnotateItems(). One thread at a time.
+/// Only the configuration manager makes one.
 class VELMCOMMON_EXPORT CVelmAnnotate
 {
 public:
@@ -39,8 +42,18 @@ public:
     /// @p item gets what the row tells up to a number that is out of range, which ends it. A code
     /// without a work definition leaves colour and layer alone.
     /// @return VelmOk; VelmNoData for an unknown code; VelmInvalidValue if INPUT, ANNTYPE or
-    /// ENTTYPE, checked in this order, is out of range; VelmDatabaseOpenFailed
+    /// ENTTYPE, checked in this order, is out of range; VelmDatabaseOpenFailed; VelmSqlExecFailed
     Velm::ErrorStatus getAnnotateItem(const QString& code, VelmAnnItem& item);
+
+    /// Gets one item: of @p code, with what getAnnotateItem() answers and writes into a new item.
+    /// Answers whether to go on.
+    using AnnotateItemVisitor =
+        std::function<bool(const QString& code, Velm::ErrorStatus status, const VelmAnnItem& item)>;
+    /// The items of many codes in their order, each code as often as it is named. The database is
+    /// opened once and read in one state, so @p visit must not change the configuration. A table
+    /// without an index on CODE is read once, up to the bound of a load; the rows of @p codes are
+    /// in memory then, and what lies behind damage or the bound answers VelmSqlExecFailed.
+    void getAnnotateItems(const QStringList& codes, const AnnotateItemVisitor& visit);
 
     /// @{
     /// One field of the item, written on success only. Answer like getAnnotateItem().

@@ -59,6 +59,13 @@ QString findBelow(const QStringList& folders, const QString& name)
     return found;
 }
 
+/// Whether the program opens configurations of others: what is loaded comes from no folder of
+/// theirs then. Asked so early that a program has no other way to tell.
+bool keepsToOwnFolder()
+{
+    return platform::programExports("velmKeepsToLibraryFolder");
+}
+
 QString bundleName()
 {
     return QStringLiteral("VelmResource.rcc");
@@ -168,8 +175,10 @@ void forgetApplication()
 
 QString findFile(const QString& name)
 {
-    const QStringList paths = SearchPaths::instance().folders();
     const QString beside = QFileInfo(platform::libraryPath()).path();
+    if (keepsToOwnFolder())
+        return findDirectly({beside}, name);
+    const QStringList paths = SearchPaths::instance().folders();
     const QString direct = findDirectly(paths + QStringList{beside}, name);
     return direct.isEmpty() ? findBelow(paths, name) : direct;
 }

@@ -36,7 +36,8 @@ void forgetApplication();
 
 /// The file of that name: the first that lies in a search path itself or, for a root that holds the
 /// configuration only, beside the library; else the first below a search path, where letter case
-/// does not count, among no more than 10,000 files and folders in all. Empty if there is none.
+/// does not count, among no more than 10,000 files and folders in all. Only beside the library if
+/// the program exports a function "velmKeepsToLibraryFolder". Empty if there is none.
 QString findFile(const QString& name);
 
 }  // namespace velm::detail::module

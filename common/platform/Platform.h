@@ -30,6 +30,9 @@ QString modulePathByName(const QString& name);
 /// Full path of this library (of the program, where it is linked in).
 QString libraryPath();
 
+/// Whether the running program exports a symbol of that name.
+bool programExports(const char* name);
+
 /// Loads the library at @p path; null if that fails. Let go of it with freeModule().
 HMODULE loadModule(const QString& path);
 void freeModule(HMODULE module);

@@ -140,6 +140,11 @@ QString libraryPath()
     return QFileInfo(QFile::decodeName(info.dli_fname)).absoluteFilePath();
 }
 
+bool programExports(const char* name)
+{
+    return dlsym(RTLD_DEFAULT, name) != nullptr;
+}
+
 HMODULE loadModule(const QString& path)
 {
     return static_cast<HMODULE>(dlopen(QFile::encodeName(path).constData(), RTLD_NOW));

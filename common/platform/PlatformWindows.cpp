@@ -72,6 +72,11 @@ QString libraryPath()
     return modulePath(module);
 }
 
+bool programExports(const char* name)
+{
+    return GetProcAddress(GetModuleHandleW(nullptr), name) != nullptr;
+}
+
 HMODULE loadModule(const QString& path)
 {
     return LoadLibraryW(wide(QDir::toNativeSeparators(longPath(path))));

@@ -9,6 +9,9 @@ namespace velm::detail::platform {
 /// to take them, and one that refuses shows no colours.
 bool outputTakesEscapes();
 
+/// The number of columns of the terminal that standard output is; 0 if it is none.
+int outputWidth();
+
 enum class Stream
 {
     Output,

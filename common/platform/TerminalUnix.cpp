@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace velm::detail::platform {
@@ -9,6 +10,12 @@ namespace velm::detail::platform {
 bool outputTakesEscapes()
 {
     return isatty(STDOUT_FILENO) != 0;
+}
+
+int outputWidth()
+{
+    winsize size{};
+    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 bool writeText(Stream stream, const QString& text)

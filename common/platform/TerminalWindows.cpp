@@ -39,6 +39,13 @@ bool outputTakesEscapes()
            != 0;
 }
 
+int outputWidth()
+{
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    const bool isConsole = GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info) != 0;
+    return isConsole ? info.srWindow.Right - info.srWindow.Left + 1 : 0;
+}
+
 bool writeText(Stream stream, const QString& text)
 {
     const HANDLE handle =

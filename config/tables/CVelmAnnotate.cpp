@@ -2,11 +2,17 @@
 
 #include "config/DatabaseTables.h"
 #include "config/tables/ConfigRecord.h"
+#include "config/tables/ConfigRecords.h"
 #include "CVelmWork.h"
 
 using namespace velm::detail;
 
 namespace {
+
+QString tableName()
+{
+    return QStringLiteral("VelmAnnotate");
+}
 
 /// A row of the table, with its choices as they are stored.
 struct AnnRow : VelmAnnItem
@@ -48,6 +54,17 @@ void addWorkDefinition(const QString& code, VelmAnnItem& item)
     work.get_color(code, item.color);
 }
 
+/// Makes the item of a row that was read. @return VelmOk; VelmInvalidValue
+Velm::ErrorStatus finish(const QString& code, AnnRow& row, VelmAnnItem& item)
+{
+    addWorkDefinition(code, row);
+    const bool inRange = storeInRange(row.input, 3, row.inputtype)
+                         && storeInRange(row.annotation, 6, row.anntype)
+                         && storeInRange(row.entity, 9, row.enttype);
+    item = row;
+    return inRange ? Velm::VelmOk : Velm::VelmInvalidValue;
+}
+
 /// Copies one field of the item of a code.
 template<class Field, class Value>
 Velm::ErrorStatus getField(CVelmAnnotate& annotate, const QString& code, Field VelmAnnItem::*field,
@@ -76,16 +93,25 @@ CVelmAnnotate::~CVelmAnnotate() = default;
 Velm::ErrorStatus CVelmAnnotate::getAnnotateItem(const QString& code, VelmAnnItem& item)
 {
     AnnRow row{item};
-    const Velm::ErrorStatus status =
-        readConfigRecord(QStringLiteral("VelmAnnotate"), kColumns, code, row);
-    if (status != Velm::VelmOk)
-        return status;
-    addWorkDefinition(code, row);
-    const bool inRange = storeInRange(row.input, 3, row.inputtype)
-                         && storeInRange(row.annotation, 6, row.anntype)
-                         && storeInRange(row.entity, 9, row.enttype);
-    item = row;
-    return inRange ? Velm::VelmOk : Velm::VelmInvalidValue;
+    const Velm::ErrorStatus status = readConfigRecord(tableName(), kColumns, code, row);
+    return status == Velm::VelmOk ? finish(code, row, item) : status;
+}
+
+void CVelmAnnotate::getAnnotateItems(const QStringList& codes, const AnnotateItemVisitor& visit)
+{
+    ConfigRecords records(tableName(), QLatin1String(kColumns.front().name), codes);
+    for (const QString& code : codes) {
+        QMap<QString, QVariant> values;
+        VelmAnnItem item;
+        Velm::ErrorStatus status = records.read(code, values);
+        if (status == Velm::VelmOk) {
+            AnnRow row;
+            storeRow(values, kColumns, row);
+            status = finish(code, row, item);
+        }
+        if (!visit(code, status, item))
+            return;
+    }
 }
 
 Velm::ErrorStatus CVelmAnnotate::getFont(const QString& code, QString& font)

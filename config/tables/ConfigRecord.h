@@ -17,23 +17,30 @@ namespace velm::detail {
 Velm::ErrorStatus readConfigRecord(const QString& table, const QString& keyColumn,
                                    const QString& key, QMap<QString, QVariant>& row);
 
-/// Reads the row whose first column is exactly @p key into @p record, as BoundColumns would.
-/// @return as above; @p record is written for VelmOk only
+/// Puts the values of a row, by upper-case column, into @p record, as BoundColumns would.
 template<class Record, size_t count>
-Velm::ErrorStatus readConfigRecord(const QString& table, const Columns<Record, count>& columns,
-                                   const QString& key, Record& record)
+void storeRow(const QMap<QString, QVariant>& row, const Columns<Record, count>& columns,
+              Record& record)
 {
-    QMap<QString, QVariant> row;  // by upper-case column
-    const Velm::ErrorStatus status =
-        readConfigRecord(table, QLatin1String(columns.front().name), key, row);
-    if (status != Velm::VelmOk)
-        return status;
     for (const Column<Record>& column : columns) {
         const auto value = row.constFind(column.upperName());
         if (value != row.cend() || !column.keepsDefault)
             store(value == row.cend() ? QVariant() : *value, column, record);
     }
-    return Velm::VelmOk;
+}
+
+/// Reads the row whose first column is exactly @p key into @p record.
+/// @return as above; @p record is written for VelmOk only
+template<class Record, size_t count>
+Velm::ErrorStatus readConfigRecord(const QString& table, const Columns<Record, count>& columns,
+                                   const QString& key, Record& record)
+{
+    QMap<QString, QVariant> row;
+    const Velm::ErrorStatus status =
+        readConfigRecord(table, QLatin1String(columns.front().name), key, row);
+    if (status == Velm::VelmOk)
+        storeRow(row, columns, record);
+    return status;
 }
 
 /// The JSON object that @p text holds; empty if it is none.

@@ -2,6 +2,7 @@
 
 #include "cli/Arguments.h"
 #include "cli/Console.h"
+#include "cli/JsonArray.h"
 #include "cli/TextTable.h"
 #include "lookup/TypeNames.h"
 #include "set/Configuration.h"
@@ -69,15 +70,15 @@ void printTable(const QVector<Row>& rows)
 
 void printJson(const QVector<Row>& rows)
 {
-    QJsonArray answer;
+    JsonArray answer;
     for (const Row& row : rows)
-        answer.append(QJsonObject{{QStringLiteral("code"), row.item.code},
-                                  {QStringLiteral("name"), row.item.name},
-                                  {QStringLiteral("entityType"), row.type},
-                                  {QStringLiteral("gisTable"), row.item.table},
-                                  {QStringLiteral("layer"), row.layer},
-                                  {QStringLiteral("userCode"), row.item.usecode}});
-    console::print(answer);
+        answer.add(QJsonObject{{QStringLiteral("code"), row.item.code},
+                               {QStringLiteral("name"), row.item.name},
+                               {QStringLiteral("entityType"), row.type},
+                               {QStringLiteral("gisTable"), row.item.table},
+                               {QStringLiteral("layer"), row.layer},
+                               {QStringLiteral("userCode"), row.item.usecode}});
+    answer.end();
 }
 
 /// @return what is wrong with the options; empty if nothing is
@@ -123,10 +124,12 @@ int commands::list(const QStringList& arguments)
         return args.usageError(problem);
 
     Configuration configuration;
-    const int opened = Configuration::open(args, configuration);
+    const int opened = configuration.open(args);
     if (opened != ExitFine)
         return opened;
     const QVector<Row> rows = rowsOf(configuration, filter);
+    if (configuration.close() != ExitFine)
+        return ExitCannotOpen;
     if (args.json())
         printJson(rows);
     else if (rows.isEmpty())

@@ -46,13 +46,14 @@ QString helpText()
     for (const Command& command : kCommands)
         text += QStringLiteral("  ") + console::padded(QString::fromLatin1(command.name), 13)
                 + QString::fromLatin1(command.summary) + QLatin1Char('\n');
-    text += QStringLiteral(
-        "\n"
-        "\"velm COMMAND --help\" tells more. The configuration is --root DIR, else VELM_ROOT.\n"
+    const QString notes = QStringLiteral(
+        "\"velm COMMAND --help\" tells more. The configuration is --root DIR, else VELM_ROOT; "
+        "import-text and init read none and take no --root.\n"
         "Files and pipes get UTF-8, text and JSON alike; a terminal gets what it shows.\n"
         "Exit codes: 0 fine, 1 nothing found or something missing, 2 wrong usage, 3 a file cannot "
-        "be opened.");
-    return text;
+        "be read or written.");
+    return text + QLatin1Char('\n')
+           + console::wrapped(notes, console::lineWidth()).join(QLatin1Char('\n'));
 }
 
 /// Without a locale ("C") Qt takes the local code page for ASCII, and no Chinese name could be
@@ -120,6 +121,9 @@ int run(QStringList arguments)
 }
 
 }  // namespace
+
+/// Tells the library, by being there, to load nothing from the folders of the configuration.
+extern "C" Q_DECL_EXPORT void velmKeepsToLibraryFolder() {}
 
 int main(int argc, char** argv)
 {

@@ -140,6 +140,7 @@ int watch(CheckRun& check)
         console::print(QStringLiteral("\n%1 changed, checking again")
                            .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss"))));
         check.run();
+        console::printedAll();  // somebody watches
     };
     const QFileInfo database(CVelmSystemGlobal::Instance()->getSystemConfigDb());
     Watcher watcher(database.path(),

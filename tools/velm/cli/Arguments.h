@@ -2,6 +2,7 @@
 
 #include <QCommandLineParser>
 #include <QStringList>
+#include <QVector>
 
 #include <optional>
 
@@ -19,7 +20,7 @@ public:
     void addOption(const QString& name, const QString& description,
                    const QString& valueName = QString());
 
-    /// Leaves --root out, for a command that reads no configuration.
+    /// Refuses --root, for a command that reads no configuration.
     void needsNoRoot() { m_needsRoot = false; }
 
     /// Reads @p arguments, which begin behind the command's name. If that ends the command (--help,
@@ -36,12 +37,15 @@ public:
     int usageError(const QString& problem) const;
 
 private:
+    void addCommonOptions();
     QString helpText() const;
+    QString optionsText() const;
 
     QString m_command;
     QString m_synopsis;
     QString m_description;
     QStringList m_examples;
     bool m_needsRoot = true;
+    QVector<QStringList> m_shownOptions;  // how it is written, and what it does
     QCommandLineParser m_parser;
 };

@@ -13,12 +13,23 @@ namespace {
 namespace platform = velm::detail::platform;
 
 bool outputFailed = false;
+QString waiting;  // of the output
+
+void writeWaiting()
+{
+    if (!waiting.isEmpty())
+        outputFailed = !platform::writeText(platform::Stream::Output, waiting) || outputFailed;
+    waiting.resize(0);
+}
 
 }  // namespace
 
 void write(const QString& text)
 {
-    outputFailed = !platform::writeText(platform::Stream::Output, text) || outputFailed;
+    constexpr int kMostWaiting = 65536;  // characters; a write for each line takes its time
+    waiting += text;
+    if (waiting.size() > kMostWaiting)
+        writeWaiting();
 }
 
 void print(const QString& line)
@@ -38,11 +49,13 @@ void print(const QJsonArray& document)
 
 bool printedAll()
 {
+    writeWaiting();
     return !outputFailed;
 }
 
 void tell(const QString& line)
 {
+    writeWaiting();  // on a terminal both stand in their order
     platform::writeText(platform::Stream::Error,
                         QStringLiteral("velm: ") + plain(line) + QLatin1Char('\n'));
 }

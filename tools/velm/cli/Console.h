@@ -26,7 +26,7 @@ void print(const QString& line);
 void print(const QJsonObject& document);
 void print(const QJsonArray& document);
 
-/// Whether everything that was printed so far reached standard output.
+/// Writes what was printed and still waits. @return whether everything reached standard output
 bool printedAll();
 
 /// Tells something that is no result, behind "velm: ".

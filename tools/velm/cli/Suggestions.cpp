@@ -10,12 +10,20 @@ namespace {
 constexpr int kGreatestDistance = 2;
 constexpr int kMostSuggestions = 3;
 
-/// The number of slips between two texts (restricted Damerau-Levenshtein distance, Damerau 1964).
-int slipsBetween(const QString& a, const QString& b)
+constexpr int kLongestText = 64;  // nobody mistypes more
+
+/// Rows of the table from which slips are counted.
+struct Rows
 {
-    QVector<int> beforeLast(b.size() + 1);
-    QVector<int> last(b.size() + 1);
-    QVector<int> row(b.size() + 1);
+    QVector<int> beforeLast, last, row;
+};
+
+/// The number of slips between two texts (restricted Damerau-Levenshtein distance, Damerau 1964).
+int slipsBetween(const QString& a, const QString& b, Rows& rows)
+{
+    auto& [beforeLast, last, row] = rows;
+    for (QVector<int>* each : {&beforeLast, &last, &row})
+        each->resize(b.size() + 1);
     for (int j = 0; j <= b.size(); ++j)
         row[j] = j;
     for (int i = 1; i <= a.size(); ++i) {
@@ -37,10 +45,12 @@ int slipsBetween(const QString& a, const QString& b)
 QStringList similarTo(const QString& text, const QStringList& candidates)
 {
     QVector<QPair<int, QString>> alike;
+    Rows rows;
+    const QString lower = text.toLower();
     for (const QString& candidate : candidates) {
-        if (qAbs(candidate.size() - text.size()) > kGreatestDistance)
+        if (text.size() > kLongestText || qAbs(candidate.size() - text.size()) > kGreatestDistance)
             continue;
-        const int slips = slipsBetween(text.toLower(), candidate.toLower());
+        const int slips = slipsBetween(lower, candidate.toLower(), rows);
         if (slips <= kGreatestDistance && slips < text.size())
             alike.append({slips, candidate});
     }

@@ -1,5 +1,7 @@
 #include "cli/TerminalText.h"
 
+#include "common/platform/Terminal.h"
+
 #include <QVector>
 
 #include <algorithm>
@@ -85,6 +87,34 @@ QString clipped(const QString& text)
 QString padded(const QString& text, int width)
 {
     return text + QString(std::max(0, width - displayWidth(text)), QLatin1Char(' '));
+}
+
+int lineWidth()
+{
+    constexpr int kUsual = 80;
+    constexpr int kNarrowest = 40;  // two columns of words fit
+    const int width = velm::detail::platform::outputWidth();
+    return width > 0 ? std::max(width, kNarrowest) : kUsual;
+}
+
+QStringList wrapped(const QString& text, int width)
+{
+    QStringList lines;
+    const QStringList given = text.split(QLatin1Char('\n'));
+    for (const QString& line : given) {
+        lines.append(QString());
+        const QStringList words = line.split(QLatin1Char(' '));
+        for (const QString& word : words) {
+            QString& last = lines.last();
+            if (last.isEmpty())
+                last = word;
+            else if (displayWidth(last) + 1 + displayWidth(word) <= width)
+                last += QLatin1Char(' ') + word;
+            else
+                lines.append(word);
+        }
+    }
+    return lines;
 }
 
 }  // namespace console

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 /// Text as a terminal shows it.
 namespace console {
@@ -18,5 +19,12 @@ QString clipped(const QString& text);
 
 /// @p text with blanks up to @p width columns.
 QString padded(const QString& text, int width);
+
+/// The columns that a line of help may take: those of the terminal, 80 in a file or a pipe.
+int lineWidth();
+
+/// The lines of @p text, those that are wider broken between words; a word that is wider stays
+/// whole.
+QStringList wrapped(const QString& text, int width);
 
 }  // namespace console

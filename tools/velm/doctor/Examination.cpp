@@ -2,6 +2,7 @@
 
 #include "doctor/Companions.h"
 #include "set/Readable.h"
+#include "set/Schema.h"
 
 #include "CVelmConfigManager.h"
 #include "CVelmIndex.h"
@@ -67,6 +68,25 @@ bool configurationHoldsChinese()
                        [](const VelmIndexItem& item) { return isChinese(item.name); });
 }
 
+/// Why a database, or a table that it needs, cannot be read; empty if all can. The reading is the
+/// library's, within its bounds.
+QString whyNotLoaded(const QString& path)
+{
+    const QString file = QFileInfo(path).fileName();
+    QStringList tables;
+    for (const TableSchema& table : schema::tables()) {
+        if (!table.optional && table.database == file)
+            tables.append(table.name);
+    }
+    QString problem = whyUnreadable(path, tables);
+    if (!problem.isEmpty())
+        return problem;
+    const QStringList problems = CVelmConfigManager::Instance()->loadProblems();
+    const auto told = std::find_if(problems.begin(), problems.end(),
+                                   [&file](const QString& line) { return line.startsWith(file); });
+    return told == problems.end() ? QString() : *told;
+}
+
 /// On Windows Qt calls the codec "System" whatever the code page is, so it is known by what it
 /// does.
 bool localCodePageIsGbk()
@@ -85,7 +105,8 @@ void examineLibrary(QVector<Finding>& findings)
     group.fine("bits", "bits", QString::number(sizeof(void*) * 8));
     group.fine("long", "long", QStringLiteral("%1 bytes").arg(sizeof(long)));
     const bool gbk = localCodePageIsGbk();
-    const bool matters = !gbk && whySystemUnreadable().isEmpty() && configurationHoldsChinese();
+    const bool matters =
+        !gbk && whyNotLoaded(system().getSystemConfigDb()).isEmpty() && configurationHoldsChinese();
     group.add("codepage", "local code page",
               gbk ? QStringLiteral("GBK (936)")
                   : QString::fromLatin1(QTextCodec::codecForLocale()->name()),
@@ -141,14 +162,14 @@ void examineConfiguration(QVector<Finding>& findings, bool rootIsGiven)
               ignored ? Finding::Warning : Finding::Fine,
               QStringLiteral("VELM_ROOT names no folder: \"%1\"").arg(named));
     const QString systemDb = system().getSystemConfigDb();
-    const QString problem = whySystemUnreadable();
+    const QString problem = whyNotLoaded(systemDb);
     group.add(
         "system", "system database", withAccess(systemDb),
         problem.isEmpty() ? Finding::Fine : Finding::Error,
         problem
             + QStringLiteral("; --root DIR or VELM_ROOT names the folder that holds \"config\""));
     const QString pipeDb = system().getPipeConfigDb();
-    const QString pipeProblem = whyUnreadable(pipeDb, {QStringLiteral("SYS_DICTIONARY")});
+    const QString pipeProblem = whyNotLoaded(pipeDb);
     group.add("pipe", "pipe database", withAccess(pipeDb),
               pipeProblem.isEmpty() ? Finding::Fine : Finding::Warning,
               pipeProblem

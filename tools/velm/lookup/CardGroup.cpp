@@ -2,6 +2,7 @@
 
 #include "cli/Colours.h"
 #include "cli/Console.h"
+#include "cli/JsonArray.h"
 #include "cli/TerminalText.h"
 #include "cli/TextTable.h"
 
@@ -39,16 +40,14 @@ void CardGroup::add(const char* key, const char* label, const QStringList& texts
 void CardGroup::addColour(const char* key, const char* label, int index)
 {
     m_json.insert(QLatin1String(key), index);
-    m_lines.append({QLatin1String(label), QString::number(index) + console::swatch(index)});
+    m_lines.append({QLatin1String(label), QString::number(index), console::swatch(index)});
 }
 
 void CardGroup::addValue(const char* key, const char* label, const QJsonValue& value,
                          const QString& shown)
 {
     m_json.insert(QLatin1String(key), value);
-    m_lines.append({QLatin1String(label), shown.isEmpty()
-                                              ? QStringLiteral("-")
-                                              : console::clipped(console::plain(shown))});
+    m_lines.append({QLatin1String(label), shown.isEmpty() ? QStringLiteral("-") : shown});
 }
 
 void CardGroup::addRows(const char* key, const QStringList& columns,
@@ -66,12 +65,23 @@ void CardGroup::addRows(const char* key, const QStringList& columns,
     m_rows = rows;
 }
 
+void CardGroup::keepText()
+{
+    m_text = json::textOf(m_json);
+}
+
+QByteArray CardGroup::jsonText() const
+{
+    return m_text.isEmpty() ? json::textOf(m_json) : m_text;
+}
+
 void CardGroup::print() const
 {
     console::print(QStringLiteral("  ") + console::plain(m_title));
     const QString indent(kIndent, QLatin1Char(' '));
     for (const QStringList& line : m_lines)
-        console::print(indent + console::padded(line.at(0), kLabelWidth) + line.at(1));
+        console::print(indent + console::padded(line.at(0), kLabelWidth)
+                       + console::clipped(console::plain(line.at(1))) + line.value(2));
     if (m_rows.isEmpty())
         return;
     QStringList header;

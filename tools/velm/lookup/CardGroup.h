@@ -29,14 +29,17 @@ public:
     void addRows(const char* key, const QStringList& columns, const QVector<QStringList>& rows);
 
     QString key() const { return m_key; }
-    QJsonObject toJson() const { return m_json; }
+    /// Makes the text of jsonText() once, for a group of many cards that is not changed any more.
+    void keepText();
+    QByteArray jsonText() const;
     void print() const;
 
 private:
     QString m_key;
     QString m_title;
     QJsonObject m_json;
-    QVector<QStringList> m_lines;  // label and value
+    QByteArray m_text;             // empty unless it is kept
+    QVector<QStringList> m_lines;  // label, value and perhaps what stands behind it
     QStringList m_columns;
     QVector<QStringList> m_rows;
 };

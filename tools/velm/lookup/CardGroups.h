@@ -2,6 +2,8 @@
 
 #include "lookup/CardGroup.h"
 
+#include "VelmTypes.h"
+
 #include <optional>
 
 class CVelmAreaLine;
@@ -9,6 +11,7 @@ class CVelmConfigManager;
 class CVelmIndex;
 class CVelmRecordManager;
 class CVelmWork;
+struct VelmAnnItem;
 
 /// The groups of a feature card, each from one part of the configuration; none where it tells
 /// nothing of the code.
@@ -18,10 +21,11 @@ namespace groups {
 std::optional<CardGroup> indexGroup(const QString& code, const CVelmIndex& index);
 std::optional<CardGroup> workGroup(const QString& code, const CVelmWork& work);
 std::optional<CardGroup> areaGroup(const QString& code, const CVelmAreaLine& areas);
-std::optional<CardGroup> annotationGroup(const QString& code);
+/// Of what the library has answered about the annotation.
+std::optional<CardGroup> annotationGroup(Velm::ErrorStatus status, const VelmAnnItem& item);
 
 // What is kept with it.
-std::optional<CardGroup> tableGroup(const QString& code, const CVelmConfigManager& manager);
+std::optional<CardGroup> tableGroup(const QString& table, const CVelmConfigManager& manager);
 std::optional<CardGroup> recordGroup(const QString& code, const CVelmRecordManager& records);
 
 }  // namespace groups

@@ -3,7 +3,6 @@
 
 #include "CVelmAttribute.h"
 #include "CVelmConfigManager.h"
-#include "CVelmIndex.h"
 #include "CVelmRecordManager.h"
 #include "CVelmTBLManager.h"
 
@@ -24,12 +23,10 @@ QString valuesOf(const VelmFieldItem& field, const CVelmTBLManager& dictionaries
 
 }  // namespace
 
-std::optional<CardGroup> groups::tableGroup(const QString& code, const CVelmConfigManager& manager)
+std::optional<CardGroup> groups::tableGroup(const QString& name, const CVelmConfigManager& manager)
 {
-    QString name;
     VelmTableItem table;
-    if (manager.GetVelmIndex()->getGisTableName(code, name) != Velm::VelmOk
-        || manager.GetVelmAttribute()->getGisTableItem(name, table, VelmAttParam()) != Velm::VelmOk)
+    if (manager.GetVelmAttribute()->getGisTableItem(name, table, VelmAttParam()) != Velm::VelmOk)
         return std::nullopt;
     CardGroup group(QStringLiteral("table"), QStringLiteral("GIS table ") + table.tableName);
     group.add("name", "name", table.tableName);

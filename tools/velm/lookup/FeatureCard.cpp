@@ -2,28 +2,19 @@
 
 #include "cli/Colours.h"
 #include "cli/Console.h"
+#include "cli/JsonArray.h"
 #include "cli/TerminalText.h"
-#include "lookup/CardGroups.h"
-#include "set/Configuration.h"
 
-#include "CVelmConfigManager.h"
-#include "CVelmIndex.h"
-#include "CVelmWork.h"
+#include <QMap>
 
-FeatureCard::FeatureCard(const QString& code, const Configuration& configuration) : m_code(code)
-{
-    const CVelmConfigManager& manager = configuration.manager();
-    for (const auto& group : {groups::indexGroup(code, *manager.GetVelmIndex()),
-                              groups::workGroup(code, *manager.GetVelmWork()),
-                              groups::areaGroup(code, *manager.GetVelmAreaLine()),
-                              groups::annotationGroup(code), groups::tableGroup(code, manager),
-                              groups::recordGroup(code, *manager.GetVelmRecordManager())}) {
-        if (group)
-            m_groups.append(*group);
-    }
-    m_found = manager.GetVelmIndex()->getName(code, m_name) == Velm::VelmOk
-              || manager.GetVelmWork()->isValidCode(code);
-}
+#include <array>
+
+namespace {
+
+constexpr std::array<const char*, 6> kGroups{"index",      "work",  "area",
+                                             "annotation", "table", "record"};
+
+}  // namespace
 
 void FeatureCard::print() const
 {
@@ -33,12 +24,25 @@ void FeatureCard::print() const
         group.print();
 }
 
-QJsonObject FeatureCard::toJson() const
+QByteArray FeatureCard::jsonText() const
 {
-    QJsonObject card{{QStringLiteral("code"), m_code}, {QStringLiteral("found"), m_found}};
-    for (const char* key : {"index", "work", "area", "annotation", "table", "record"})
-        card.insert(QLatin1String(key), QJsonValue());
+    QMap<QString, QByteArray> members = {{QStringLiteral("code"), json::textOf(m_code)},
+                                         {QStringLiteral("found"), m_found ? "true" : "false"}};
+    for (const char* key : kGroups)
+        members.insert(QLatin1String(key), "null");
     for (const CardGroup& group : m_groups)
-        card.insert(group.key(), group.toJson());
+        members.insert(group.key(), json::indented(group.jsonText()));
+    QByteArray text = "{";
+    for (auto it = members.cbegin(); it != members.cend(); ++it)
+        text +=
+            (it == members.cbegin() ? "\n    \"" : ",\n    \"") + it.key().toUtf8() + "\": " + *it;
+    return text + "\n}";
+}
+
+QJsonObject FeatureCard::unknown(const QString& code)
+{
+    QJsonObject card{{QStringLiteral("code"), code}, {QStringLiteral("found"), false}};
+    for (const char* key : kGroups)
+        card.insert(QLatin1String(key), QJsonValue());
     return card;
 }

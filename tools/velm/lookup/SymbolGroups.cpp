@@ -3,7 +3,6 @@
 
 #include "CVelmAnnotate.h"
 #include "CVelmAreaLine.h"
-#include "CVelmConfigManager.h"
 #include "CVelmIndex.h"
 #include "CVelmWork.h"
 
@@ -59,12 +58,8 @@ std::optional<CardGroup> groups::areaGroup(const QString& code, const CVelmAreaL
     return group;
 }
 
-/// The library reads annotations with a non-const object only.
-std::optional<CardGroup> groups::annotationGroup(const QString& code)
+std::optional<CardGroup> groups::annotationGroup(Velm::ErrorStatus status, const VelmAnnItem& item)
 {
-    VelmAnnItem item;
-    CVelmAnnotate* annotate = CVelmConfigManager::Instance()->GetVelmAnnotate();
-    const Velm::ErrorStatus status = annotate->getAnnotateItem(code, item);
     if (status != Velm::VelmOk && status != Velm::VelmInvalidValue)
         return std::nullopt;
     CardGroup group(QStringLiteral("annotation"), QStringLiteral("annotation"));

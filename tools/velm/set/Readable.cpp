@@ -1,33 +1,12 @@
 #include "set/Readable.h"
 
-#include "set/Schema.h"
+#include "set/HeldDatabase.h"
 
 #include "common/files/DatabasePath.h"
-#include "CVelmDatabase.h"
-#include "CVelmSystemGlobal.h"
 
 #include <QFileInfo>
 
-namespace {
-
-/// Why the columns that a table needs cannot be read to their end; empty if they can.
-QString whyFails(CVelmDatabase& database, const TableSchema& table)
-{
-    QStringList columns;
-    for (const ColumnSchema& column : table.columns) {
-        if (!column.optional)
-            columns.append(QLatin1Char('[') + column.name + QLatin1Char(']'));
-    }
-    QVector<QMap<QString, QVariant>> rows;
-    database.executeSql(
-        QStringLiteral("select %1 from [%2]").arg(columns.join(QStringLiteral(", ")), table.name),
-        rows);
-    return database.getLastErrorText();
-}
-
-}  // namespace
-
-QString whyUnreadable(const QString& path, const QStringList& tables)
+QString whyNoFile(const QString& path)
 {
     const QFileInfo file(path);
     if (!file.exists())
@@ -36,22 +15,22 @@ QString whyUnreadable(const QString& path, const QStringList& tables)
         return QStringLiteral("it is no file");
     if (!file.isReadable())
         return QStringLiteral("permission denied");
-    QString pathProblem = velm::detail::databasePathProblem(path);
-    if (!pathProblem.isEmpty())
-        return pathProblem;
-    CVelmDatabase database;
-    if (database.initDatabase(path, QString()) != Velm::VelmOk)
-        return QStringLiteral("it cannot be opened as a database");
-    for (const QString& table : tables) {
-        QString problem = whyFails(database, schema::table(table));
-        if (!problem.isEmpty())
-            return problem;
-    }
-    return QString();
+    return velm::detail::databasePathProblem(path);
 }
 
-QString whySystemUnreadable()
+QString whyUnreadable(const QString& path, const QStringList& tables)
 {
-    return whyUnreadable(CVelmSystemGlobal::Instance()->getSystemConfigDb(),
-                         {QStringLiteral("indexini"), QStringLiteral("Workdef")});
+    QString problem = whyNoFile(path);
+    if (!problem.isEmpty() || tables.isEmpty())
+        return problem;
+    HeldDatabase database(path);
+    problem = database.hold();
+    for (const QString& table : tables) {
+        if (!problem.isEmpty())
+            return problem;
+        problem = database.problemOf(schema::table(table));
+        if (!problem.isEmpty())
+            return QStringLiteral("table \"%1\": ").arg(table) + problem;
+    }
+    return problem;
 }

@@ -1,0 +1,164 @@
+#include "set/HeldDatabase.h"
+
+#include "common/files/DatabasePath.h"
+
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QUuid>
+
+namespace {
+
+/// What went wrong with a statement, as SQLite says it.
+QString textOf(const QSqlError& error)
+{
+    if (!error.isValid())
+        return QString();
+    return error.databaseText().isEmpty() ? error.text() : error.databaseText();
+}
+
+bool tellsReadOnly(const QSqlError& error)
+{
+    constexpr int kReadOnly = 8;
+    return (error.nativeErrorCode().toInt() & 0xFF) == kReadOnly;
+}
+
+}  // namespace
+
+HeldDatabase::HeldDatabase(const QString& path)
+    : m_path(path), m_connection(QUuid::createUuid().toString())
+{}
+
+HeldDatabase::~HeldDatabase()
+{
+    release();
+    QSqlDatabase::removeDatabase(m_connection);
+}
+
+QString HeldDatabase::hold()
+{
+    QString problem = open(true);
+    if (!problem.isEmpty() && m_isUnfinished) {
+        open(false);
+        problem = open(true);
+    }
+    return problem.isEmpty() ? whyTruncated() : problem;
+}
+
+/// Opens the file and begins to read. SQLite undoes what a program that was killed has left half
+/// done, but only where it may write.
+QString HeldDatabase::open(bool readOnly)
+{
+    QSqlDatabase::removeDatabase(m_connection);
+    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
+    database.setDatabaseName(velm::detail::databaseName(m_path));
+    const QString patience = QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000");
+    database.setConnectOptions(readOnly ? QStringLiteral("QSQLITE_OPEN_READONLY;") + patience
+                                        : patience);
+    if (!database.open())
+        return textOf(database.lastError());
+    QSqlQuery first = query();
+    QString problem = run(first, QStringLiteral("begin"));
+    if (problem.isEmpty())  // what is asked first decides which state it is
+        problem = run(first, QStringLiteral("select count(*) from sqlite_master"));
+    m_isUnfinished = tellsReadOnly(first.lastError());
+    m_holds = problem.isEmpty();
+    m_version = m_holds ? version() : 0;
+    return problem;
+}
+
+/// SQLite takes what is missing of the last page for zeros.
+QString HeldDatabase::whyTruncated() const
+{
+    QSqlQuery size = query();
+    QString problem = run(size, QStringLiteral("pragma page_size"));
+    const qint64 bytes = size.value(0).toLongLong();
+    if (problem.isEmpty() && (bytes < 1 || QFileInfo(m_path).size() % bytes != 0))
+        problem = QStringLiteral("the file is truncated");
+    return problem;
+}
+
+QString HeldDatabase::problemOf(const TableSchema& table) const
+{
+    QSqlQuery found = query();
+    QString problem = run(
+        found,
+        QStringLiteral("select name, type = 'table' and rootpage > 0 and sql like 'create table%' "
+                       "from sqlite_master where name = ? collate nocase "
+                       "and type in ('table', 'view')"),
+        {table.name});
+    if (!problem.isEmpty())
+        return problem;
+    if (!found.isValid())
+        return QStringLiteral("no such table");
+    if (!found.value(1).toBool())
+        return QStringLiteral("a view in its place");
+    QSqlQuery columns = query();
+    problem = run(columns, QStringLiteral("select name, hidden from pragma_table_xinfo(?)"),
+                  {found.value(0)});
+    QStringList names;
+    for (; problem.isEmpty() && columns.isValid(); columns.next()) {
+        if (columns.value(1).toInt() > 1)
+            return QStringLiteral("columns are computed");
+        names.append(columns.value(0).toString());
+    }
+    if (problem.isEmpty())
+        problem = textOf(columns.lastError());
+    for (const ColumnSchema& column : table.columns) {
+        if (problem.isEmpty() && !column.optional
+            && !names.contains(column.name, Qt::CaseInsensitive))
+            problem = QStringLiteral("no column \"%1\"").arg(column.name);
+    }
+    return problem;
+}
+
+QString HeldDatabase::findViews(QStringList& names) const
+{
+    QSqlQuery view = query();
+    QString problem =
+        run(view, QStringLiteral("select name from sqlite_master where type = 'view'"));
+    for (; view.isValid(); view.next())
+        names.append(view.value(0).toString());
+    return problem.isEmpty() ? textOf(view.lastError()) : problem;
+}
+
+QString HeldDatabase::findCode(const QString& table, const QString& code, bool& found) const
+{
+    QSqlQuery row = query();
+    QString problem =
+        run(row, QStringLiteral("select 1 from [%1] where [CODE] = ? limit 1").arg(table), {code});
+    found = row.isValid();
+    return problem;
+}
+
+bool HeldDatabase::release()
+{
+    if (!m_holds)
+        return false;
+    m_holds = false;
+    QSqlQuery end = query();
+    return !run(end, QStringLiteral("commit")).isEmpty() || version() != m_version;
+}
+
+QString HeldDatabase::run(QSqlQuery& query, const QString& sql, const QVariantList& values) const
+{
+    query.setForwardOnly(true);
+    bool runs = query.prepare(sql);
+    for (const QVariant& value : values)
+        query.addBindValue(value);
+    runs = runs && query.exec();
+    if (runs)
+        query.next();
+    return textOf(query.lastError());
+}
+
+QSqlQuery HeldDatabase::query() const
+{
+    return QSqlQuery(QSqlDatabase::database(m_connection, false));
+}
+
+/// 0, which no content has, if it cannot be asked.
+int HeldDatabase::version()
+{
+    QSqlQuery asked = query();
+    return run(asked, QStringLiteral("pragma data_version")).isEmpty() ? asked.value(0).toInt() : 0;
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "set/Schema.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QVariant>
+
+/// A configuration database in one state: from hold() to release() a read transaction keeps other
+/// programs from changing it. In WAL mode they can, and release() tells.
+/// What it asks the file is bounded: it runs no view, and reads no table but for a single row.
+class HeldDatabase
+{
+public:
+    /// Of @p path, nothing is opened yet.
+    explicit HeldDatabase(const QString& path);
+    ~HeldDatabase();
+    Q_DISABLE_COPY(HeldDatabase)
+
+    /// Opens the file, for reading only, and begins the transaction; waits 5 s for the locks of
+    /// others. Before, a change that a killed program has left half done is undone. @return why it
+    /// cannot be read; empty if it can
+    QString hold();
+
+    /// Why a table, with every column that is needed, cannot be read; empty if it can. A view in
+    /// its place, a virtual table or one with computed columns cannot, as for the library.
+    QString problemOf(const TableSchema& table) const;
+
+    /// The views of the file. @return what went wrong; empty if nothing did
+    QString findViews(QStringList& names) const;
+
+    /// Whether a table has a row whose column "CODE" is @p code.
+    /// @return what went wrong; empty if nothing did
+    QString findCode(const QString& table, const QString& code, bool& found) const;
+
+    /// Ends the transaction, if there is one. @return whether others have changed the database
+    /// since hold(), or it cannot be known
+    bool release();
+
+private:
+    QString open(bool readOnly);
+    QString whyTruncated() const;
+    /// Leaves the query on its first row. @return what went wrong; empty if nothing did
+    QString run(QSqlQuery& query, const QString& sql, const QVariantList& values = {}) const;
+    QSqlQuery query() const;
+    int version();
+
+    QString m_path;
+    QString m_connection;  // its name
+    int m_version = 0;     // of the content, as SQLite counts for this connection
+    bool m_holds = false;
+    bool m_isUnfinished = false;  // a change must be undone first
+};
