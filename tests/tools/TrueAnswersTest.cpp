@@ -78,7 +78,7 @@ TEST_F(TrueAnswers, StartsNoCodeOfTheConfiguration)
     for (const char* folder : {"", "config/"})
         ASSERT_TRUE(
             QFile::copy(builtFile(u"velm_test_trace.dll"_s), planted.arg(QLatin1String(folder))));
-    ChildProgram host(builtFile(hostName()));
+    ChildProgram host(builtFile(kHostName));
     host.setVariable(u"VELM_TEST_TRACE"_s, trace);
     host.run({u"start"_s});
     ASSERT_TRUE(QFile::remove(trace)) << "other programs take the companion of the root";
