@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QByteArray>
 
 /// What each system does in its own way with a terminal.
 namespace velm::detail::platform {
@@ -18,9 +18,9 @@ enum class Stream
     Error
 };
 
-/// Writes a text: to a file or a pipe in UTF-8; to a terminal in the local encoding, to a console
-/// of Windows in characters, which it shows whatever its code page is.
+/// Writes a text, which is UTF-8: as it is to a file or a pipe; to a terminal in the local
+/// encoding, to a console of Windows in characters, which it shows whatever its code page is.
 /// @return false if not all of it could be written
-bool writeText(Stream stream, const QString& text);
+bool writeText(Stream stream, const QByteArray& text);
 
 }  // namespace velm::detail::platform

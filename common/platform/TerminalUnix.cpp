@@ -1,5 +1,7 @@
 #include "common/platform/Terminal.h"
 
+#include <QString>
+
 #include <cstdio>
 
 #include <sys/ioctl.h>
@@ -18,10 +20,11 @@ int outputWidth()
     return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
-bool writeText(Stream stream, const QString& text)
+bool writeText(Stream stream, const QByteArray& text)
 {
     std::FILE* file = stream == Stream::Output ? stdout : stderr;
-    const QByteArray bytes = isatty(fileno(file)) != 0 ? text.toLocal8Bit() : text.toUtf8();
+    const QByteArray bytes =
+        isatty(fileno(file)) != 0 ? QString::fromUtf8(text).toLocal8Bit() : text;
     const auto size = static_cast<size_t>(bytes.size());
     return std::fwrite(bytes.constData(), 1, size, file) == size && std::fflush(file) == 0;
 }

@@ -1,5 +1,7 @@
 #include "common/platform/Terminal.h"
 
+#include <QString>
+
 #include <algorithm>
 #include <cstdio>
 
@@ -46,17 +48,16 @@ int outputWidth()
     return isConsole ? info.srWindow.Right - info.srWindow.Left + 1 : 0;
 }
 
-bool writeText(Stream stream, const QString& text)
+bool writeText(Stream stream, const QByteArray& text)
 {
     const HANDLE handle =
         GetStdHandle(stream == Stream::Output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE);
     DWORD mode = 0;
     if (GetConsoleMode(handle, &mode) != 0)
-        return writeToConsole(handle, text);
+        return writeToConsole(handle, QString::fromUtf8(text));
     std::FILE* file = stream == Stream::Output ? stdout : stderr;
-    const QByteArray bytes = text.toUtf8();
-    const auto size = static_cast<size_t>(bytes.size());
-    return std::fwrite(bytes.constData(), 1, size, file) == size && std::fflush(file) == 0;
+    const auto size = static_cast<size_t>(text.size());
+    return std::fwrite(text.constData(), 1, size, file) == size && std::fflush(file) == 0;
 }
 
 }  // namespace velm::detail::platform

@@ -1,7 +1,7 @@
 #include "check/Report.h"
 
 #include "cli/Console.h"
-#include "cli/JsonStream.h"
+#include "cli/JsonArray.h"
 #include "cli/TerminalText.h"
 
 #include <QHash>
@@ -106,7 +106,8 @@ void report::printText(const QVector<Problem>& problems, int mostOfARule)
 
 void report::printJson(const QVector<Problem>& problems)
 {
-    JsonStream stream;
+    JsonArray array;
     for (const Problem& problem : problems)
-        stream.add(jsonOf(problem));
+        array.add(jsonOf(problem));
+    array.end();
 }

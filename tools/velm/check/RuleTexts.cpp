@@ -3,19 +3,21 @@
 #include "check/RuleTable.h"
 #include "cli/Arguments.h"
 #include "cli/Console.h"
-#include "cli/JsonStream.h"
+#include "cli/JsonArray.h"
 #include "cli/Suggestions.h"
 #include "cli/TextTable.h"
 
 int ruletexts::list(bool json)
 {
     if (json) {
-        JsonStream stream;
+        JsonArray array;
         for (const Rule& rule : rules::kAll)
-            stream.add({{QStringLiteral("id"), QLatin1String(rule.id)},
-                        {QStringLiteral("severity"), rules::nameOf(rule.severity)},
-                        {QStringLiteral("explanation"), QString::fromUtf8(rule.explanation)},
-                        {QStringLiteral("advice"), QString::fromUtf8(rule.advice)}});
+            array.add(
+                QJsonObject{{QStringLiteral("id"), QLatin1String(rule.id)},
+                            {QStringLiteral("severity"), rules::nameOf(rule.severity)},
+                            {QStringLiteral("explanation"), QString::fromUtf8(rule.explanation)},
+                            {QStringLiteral("advice"), QString::fromUtf8(rule.advice)}});
+        array.end();
         return ExitFine;
     }
     TextTable table(

@@ -1,5 +1,5 @@
 #include "check/Report.h"
-#include "cli/JsonStream.h"
+#include "cli/JsonArray.h"
 
 #include "CVelmSystemGlobal.h"
 
@@ -83,9 +83,9 @@ QJsonObject resultObject(const Problem& problem, int ruleIndex)
              QJsonObject{{QStringLiteral("velm/v1"), problem.fingerprint()}}}};
 }
 
-QString compact(const QJsonObject& object)
+QByteArray compact(const QJsonObject& object)
 {
-    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
 }  // namespace
@@ -100,13 +100,12 @@ void report::printSarif(const QVector<Problem>& problems, const QVector<const Ru
                              {QStringLiteral("rules"), ruleList}};
     const QJsonObject bases{
         {QStringLiteral("ROOT"), QJsonObject{{QStringLiteral("uri"), rootUri()}}}};
-    JsonStream results(
-        QStringLiteral("{\"$schema\":\"https://json.schemastore.org/sarif-2.1.0.json\","
-                       "\"version\":\"2.1.0\",\"runs\":[{\"tool\":")
-            + compact({{QStringLiteral("driver"), driver}})
-            + QStringLiteral(",\"originalUriBaseIds\":") + compact(bases)
-            + QStringLiteral(",\"results\":"),
-        QStringLiteral("}]}"));
+    JsonArray results("{\"$schema\":\"https://json.schemastore.org/sarif-2.1.0.json\","
+                      "\"version\":\"2.1.0\",\"runs\":[{\"tool\":"
+                          + compact({{QStringLiteral("driver"), driver}})
+                          + ",\"originalUriBaseIds\":" + compact(bases) + ",\"results\":",
+                      "}]}");
     for (const Problem& problem : problems)
         results.add(resultObject(problem, rules.indexOf(problem.rule)));
+    results.end();
 }

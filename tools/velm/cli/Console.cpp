@@ -13,7 +13,7 @@ namespace {
 namespace platform = velm::detail::platform;
 
 bool outputFailed = false;
-QString waiting;  // of the output
+QByteArray waiting;  // of the output
 
 void writeWaiting()
 {
@@ -24,9 +24,9 @@ void writeWaiting()
 
 }  // namespace
 
-void write(const QString& text)
+void write(const QByteArray& text)
 {
-    constexpr int kMostWaiting = 65536;  // characters; a write for each line takes its time
+    constexpr int kMostWaiting = 65536;  // bytes; a write for each line takes its time
     waiting += text;
     if (waiting.size() > kMostWaiting)
         writeWaiting();
@@ -34,17 +34,17 @@ void write(const QString& text)
 
 void print(const QString& line)
 {
-    write(line + QLatin1Char('\n'));
+    write(line.toUtf8() + '\n');
 }
 
 void print(const QJsonObject& document)
 {
-    write(QString::fromUtf8(QJsonDocument(document).toJson()));
+    write(QJsonDocument(document).toJson());
 }
 
 void print(const QJsonArray& document)
 {
-    write(QString::fromUtf8(QJsonDocument(document).toJson()));
+    write(QJsonDocument(document).toJson());
 }
 
 bool printedAll()
@@ -56,8 +56,7 @@ bool printedAll()
 void tell(const QString& line)
 {
     writeWaiting();  // on a terminal both stand in their order
-    platform::writeText(platform::Stream::Error,
-                        QStringLiteral("velm: ") + plain(line) + QLatin1Char('\n'));
+    platform::writeText(platform::Stream::Error, "velm: " + plain(line).toUtf8() + '\n');
 }
 
 }  // namespace console

@@ -17,8 +17,8 @@ enum ExitCode : int
 /// files and pipes; a terminal gets what it shows.
 namespace console {
 
-/// Writes a piece of a result as it stands.
-void write(const QString& text);
+/// Writes a piece of a result, in UTF-8, as it stands.
+void write(const QByteArray& text);
 
 /// Prints a line of a result.
 void print(const QString& line);

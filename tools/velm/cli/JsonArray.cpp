@@ -33,6 +33,10 @@ QByteArray json::indented(const QByteArray& text)
     return result;
 }
 
+JsonArray::JsonArray(const QByteArray& before, const QByteArray& after)
+    : m_separator(before + "[\n"), m_after(after)
+{}
+
 void JsonArray::add(const QJsonObject& element)
 {
     add(json::textOf(element));
@@ -40,12 +44,11 @@ void JsonArray::add(const QJsonObject& element)
 
 void JsonArray::add(const QByteArray& element)
 {
-    console::print(m_last.isEmpty() ? QStringLiteral("[") : m_last + QLatin1Char(','));
-    m_last = QStringLiteral("    ") + QString::fromUtf8(json::indented(element));
+    console::write(m_separator + "    " + json::indented(element));
+    m_separator = ",\n";
 }
 
 void JsonArray::end()
 {
-    console::print(m_last.isEmpty() ? QStringLiteral("[") : m_last);
-    console::print(QStringLiteral("]"));
+    console::write((m_separator == ",\n" ? "\n" : m_separator) + "]" + m_after + '\n');
 }

@@ -20,6 +20,10 @@ QByteArray indented(const QByteArray& text);
 class JsonArray
 {
 public:
+    /// With the text that stands before the array and behind it.
+    explicit JsonArray(const QByteArray& before = QByteArray(),
+                       const QByteArray& after = QByteArray());
+
     void add(const QJsonObject& element);
     /// The same of an element's indented text.
     void add(const QByteArray& element);
@@ -27,5 +31,6 @@ public:
     void end();
 
 private:
-    QString m_last;  // not printed yet; empty before the first
+    QByteArray m_separator;  // before the next element
+    QByteArray m_after;
 };
