@@ -2,7 +2,7 @@
 
 #include "common/host/HostCalls.h"
 #include "common/host/Singleton.h"
-#include "config/DatabaseTables.h"
+#include "config/DatabaseWork.h"
 #include "config/tables/CVelmAttributeDB.h"
 #include "config/tables/CVelmAttributeDef.h"
 #include "config/tables/CVelmIndexDB.h"

@@ -1,6 +1,6 @@
 #include "CVelmAnnotate.h"
 
-#include "config/DatabaseTables.h"
+#include "config/DatabaseWork.h"
 #include "config/tables/ConfigRecord.h"
 #include "config/tables/ConfigRecords.h"
 #include "CVelmWork.h"

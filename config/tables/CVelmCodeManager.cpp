@@ -1,7 +1,7 @@
 #include "CVelmCodeManager.h"
 
 #include "common/host/Singleton.h"
-#include "config/DatabaseTables.h"
+#include "config/DatabaseWork.h"
 #include "CVelmWork.h"
 
 #include <algorithm>

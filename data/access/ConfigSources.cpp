@@ -5,6 +5,7 @@
 #include "data/access/ConfigDatabase.h"
 #include "data/access/TableReader.h"
 #include "data/sql/Connection.h"
+#include "data/sql/Patience.h"
 
 #include <QFileInfo>
 
@@ -14,8 +15,6 @@
 namespace velm::detail {
 
 namespace {
-
-constexpr qint64 kPatienceMs = 5000;
 
 /// Begins a transaction and reads: what comes then is one state of the database.
 QSqlError beginReading(const QSqlDatabase& database, qint64 patienceMs)
@@ -47,7 +46,7 @@ bool ConfigSources::open(CVelmDatabase& database, const QString& path)
         m_unopened.append(file + QStringLiteral(": ") + why);
         return false;
     }
-    const qint64 patience = std::max<qint64>(0, kPatienceMs - m_sinceBegin.elapsed());
+    const qint64 patience = std::max<qint64>(0, kLockPatienceMs - m_sinceBegin.elapsed());
     const QSqlError error = beginReading(database.getQSqlDatabase(), patience);
     if (!error.isValid())
         return true;

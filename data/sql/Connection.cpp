@@ -2,6 +2,7 @@
 
 #include "common/host/Singleton.h"
 #include "common/platform/Platform.h"
+#include "data/sql/Patience.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -59,7 +60,10 @@ QSqlDatabase addConnection(const QString& driver, const QString& name)
 {
     static const EndMark mark;
     preparePlugins();
-    return QSqlDatabase::addDatabase(unshared(driver), unshared(name));
+    QSqlDatabase database = QSqlDatabase::addDatabase(unshared(driver), unshared(name));
+    if (driver == QLatin1String("QSQLITE"))
+        database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(kLockPatienceMs));
+    return database;
 }
 
 QString unshared(const QString& text)

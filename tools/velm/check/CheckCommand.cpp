@@ -4,9 +4,9 @@
 #include "check/CheckedSet.h"
 #include "check/Fix.h"
 #include "check/Report.h"
+#include "check/RuleListing.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
-#include "check/RuleTexts.h"
 #include "check/Watcher.h"
 #include "cli/Arguments.h"
 #include "cli/Console.h"
@@ -202,13 +202,13 @@ int commands::check(const QStringList& arguments)
         return args.usageError(
             QStringLiteral("unexpected argument \"%1\"").arg(args.positional().first()));
     if (args.isSet(QStringLiteral("rules")))
-        return ruletexts::list(args.json());
+        return rulelisting::list(args.json());
     if (args.isSet(QStringLiteral("explain")))
-        return ruletexts::explain(args);
+        return rulelisting::explain(args);
     CheckRun check(args);
     const QString unknown = check.selectRules();
     if (!unknown.isEmpty())
-        return args.usageError(ruletexts::unknown(unknown));
+        return args.usageError(rulelisting::unknown(unknown));
     const int rooted = selectRoot(args);
     if (rooted != ExitFine)
         return rooted;

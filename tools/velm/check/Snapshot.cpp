@@ -77,7 +77,8 @@ QStringList Snapshot::tableNames() const
 void Snapshot::fail(const QString& what, const QSqlError& error)
 {
     if (m_problem.isEmpty())
-        m_problem = QStringLiteral("%1, %2: %3").arg(m_fileName, what, error.databaseText().trimmed());
+        m_problem =
+            QStringLiteral("%1, %2: %3").arg(m_fileName, what, error.databaseText().trimmed());
 }
 
 std::optional<QSqlQuery> Snapshot::run(const QString& statement, const QString& what)

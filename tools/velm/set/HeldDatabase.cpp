@@ -1,6 +1,7 @@
 #include "set/HeldDatabase.h"
 
 #include "common/files/DatabasePath.h"
+#include "data/sql/Patience.h"
 
 #include <QFileInfo>
 #include <QSqlDatabase>
@@ -51,7 +52,8 @@ QString HeldDatabase::open(bool readOnly)
     QSqlDatabase::removeDatabase(m_connection);
     QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
     database.setDatabaseName(velm::detail::databaseName(m_path));
-    const QString patience = QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000");
+    const QString patience =
+        QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(velm::detail::kLockPatienceMs);
     database.setConnectOptions(readOnly ? QStringLiteral("QSQLITE_OPEN_READONLY;") + patience
                                         : patience);
     if (!database.open())

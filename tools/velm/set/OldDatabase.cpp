@@ -1,5 +1,7 @@
 #include "set/OldDatabase.h"
 
+#include "data/sql/Patience.h"
+
 #include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -48,7 +50,8 @@ QString OldDatabase::settle()
     {
         QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
         database.setDatabaseName(m_path);
-        database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=2000"));
+        database.setConnectOptions(
+            QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(velm::detail::kReplacePatienceMs));
         database.open();
     }
     bool busy = false;

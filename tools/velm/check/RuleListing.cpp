@@ -1,4 +1,4 @@
-#include "check/RuleTexts.h"
+#include "check/RuleListing.h"
 
 #include "check/RuleTable.h"
 #include "cli/Arguments.h"
@@ -7,7 +7,7 @@
 #include "cli/Suggestions.h"
 #include "cli/TextTable.h"
 
-int ruletexts::list(bool json)
+int rulelisting::list(bool json)
 {
     if (json) {
         JsonArray array;
@@ -29,7 +29,7 @@ int ruletexts::list(bool json)
     return ExitFine;
 }
 
-int ruletexts::explain(const Arguments& args)
+int rulelisting::explain(const Arguments& args)
 {
     const QString id = args.value(QStringLiteral("explain"));
     const Rule* rule = rules::find(id);
@@ -41,7 +41,7 @@ int ruletexts::explain(const Arguments& args)
     return ExitFine;
 }
 
-QString ruletexts::unknown(const QString& id)
+QString rulelisting::unknown(const QString& id)
 {
     QStringList ids;
     for (const Rule& rule : rules::kAll)

@@ -5,7 +5,7 @@
 class Arguments;
 
 /// What the check tells of its rules.
-namespace ruletexts {
+namespace rulelisting {
 
 /// Prints all rules. @return the exit code
 int list(bool json);
@@ -16,4 +16,4 @@ int explain(const Arguments& args);
 /// That there is no rule of that id, and which may have been meant.
 QString unknown(const QString& id);
 
-}  // namespace ruletexts
+}  // namespace rulelisting
