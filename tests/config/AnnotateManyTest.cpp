@@ -41,3 +41,27 @@ TEST_F(AnnotateMany, ReadsManyAnnotationsAsOneByOne)
                                   return true;
                               });
 }
+
+TEST_F(AnnotateMany, FindsTheRowsThatSingleReadsFind)
+{
+    CVelmAnnotate& annotate = *CVelmConfigManager::Instance()->GetVelmAnnotate();
+    const QStringList codes{u"A"_s,   u"a"_s,      u"A "_s,          u"1"_s, u"01"_s,
+                            u"o'k"_s, u"' or 1"_s, u"' or '1'='1"_s, u""_s,  u"A"_s + QChar(0)};
+    for (const char* column : {"CODE", "CODE varchar(20)", "CODE integer", "CODE numeric",
+                               "CODE text collate nocase", "CODE collate rtrim", "OTHER"}) {
+        runSql(
+            {u"drop table if exists VelmAnnotate"_s,
+             u"create table VelmAnnotate (%1, TEXT)"_s.arg(QLatin1String(column)),
+             u"insert into VelmAnnotate values (x'41', 'bytes'), (null, 'none'), ('a', 'small'), "
+             "('A', 'great'), (1, 'number'), ('o''k', 'quote'), ('', 'empty')"_s});
+        int visited = 0;
+        annotate.getAnnotateItems(
+            codes, [&](const QString& code, Velm::ErrorStatus status, const VelmAnnItem& item) {
+                VelmAnnItem single;
+                EXPECT_EQ(status, annotate.getAnnotateItem(code, single));
+                EXPECT_EQ(item.text, single.text) << column << ": " << code.toStdString();
+                return ++visited > 0;
+            });
+        EXPECT_EQ(visited, codes.size());
+    }
+}
