@@ -51,8 +51,9 @@ public:
         std::function<bool(const QString& code, Velm::ErrorStatus status, const VelmAnnItem& item)>;
     /// The items of many codes in their order, each code as often as it is named. The database is
     /// opened once and read in one state, so @p visit must not change the configuration. A table
-    /// without an index on CODE is read once, up to the bound of a load; the rows of @p codes are
-    /// in memory then, and what lies behind damage or the bound answers VelmSqlExecFailed.
+    /// of texts in CODE without an index is read once, up to the bound of a load; the rows of @p
+    /// codes are in memory then, and what lies behind damage or the bound answers
+    /// VelmSqlExecFailed.
     void getAnnotateItems(const QStringList& codes, const AnnotateItemVisitor& visit);
 
     /// @{

@@ -50,11 +50,14 @@ CVelmFrame::~CVelmFrame() = default;
 
 Velm::ErrorStatus CVelmFrame::getFrameItem(const QString& configName, VelmFrameItem& item)
 {
+    VelmFrameItem found = item;  // whose name may be what is asked for
     const Velm::ErrorStatus status =
-        readConfigRecord(QStringLiteral("VelmFrame"), kColumns, configName, item);
-    if (status == Velm::VelmOk)
-        item.configname = configName;  // whatever type it is stored with
-    return status;
+        readConfigRecord(QStringLiteral("VelmFrame"), kColumns, configName, found);
+    if (status != Velm::VelmOk)
+        return status;
+    found.configname = configName;  // whatever type it is stored with
+    item = found;
+    return Velm::VelmOk;
 }
 
 Velm::ErrorStatus CVelmFrame::getFrameName(const QString& configName, QString& name)

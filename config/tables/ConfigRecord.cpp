@@ -11,12 +11,17 @@ Velm::ErrorStatus readConfigRecord(const QString& table, const QString& keyColum
                                    const QString& key, QMap<QString, QVariant>& row)
 {
     CVelmDatabase database;
-    Velm::ErrorStatus status = openSystemConfig(database);
-    if (status == Velm::VelmOk)
-        status = readConfigRow(database, table, {{keyColumn, key}}, row).status;
-    if (status != Velm::VelmOk)
-        return status;
-    return row.isEmpty() ? Velm::VelmNoData : Velm::VelmOk;
+    const Velm::ErrorStatus status = openSystemConfig(database);
+    return status == Velm::VelmOk ? readConfigRecord(database, table, keyColumn, key, row) : status;
+}
+
+Velm::ErrorStatus readConfigRecord(const CVelmDatabase& database, const QString& table,
+                                   const QString& keyColumn, const QString& key,
+                                   QMap<QString, QVariant>& row)
+{
+    row.clear();
+    const Velm::ErrorStatus status = readConfigRow(database, table, {{keyColumn, key}}, row).status;
+    return status == Velm::VelmOk && row.isEmpty() ? Velm::VelmNoData : status;
 }
 
 QMap<QString, QVariant> jsonMap(const QVariant& text)

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QVariant>
 
+class CVelmDatabase;
+
 /// One row of a table of the system configuration database, for the definitions that are read anew
 /// on every query.
 namespace velm::detail {
@@ -16,6 +18,11 @@ namespace velm::detail {
 ///         VelmSqlExecFailed if it cannot be read
 Velm::ErrorStatus readConfigRecord(const QString& table, const QString& keyColumn,
                                    const QString& key, QMap<QString, QVariant>& row);
+
+/// The same with a database that is open.
+Velm::ErrorStatus readConfigRecord(const CVelmDatabase& database, const QString& table,
+                                   const QString& keyColumn, const QString& key,
+                                   QMap<QString, QVariant>& row);
 
 /// Puts the values of a row, by upper-case column, into @p record, as BoundColumns would.
 template<class Record, size_t count>

@@ -1,5 +1,6 @@
 #include "config/tables/ConfigRecords.h"
 
+#include "config/tables/ConfigRecord.h"
 #include "data/access/ConfigDatabase.h"
 #include "data/access/SystemConfig.h"
 #include "data/sql/SqlText.h"
@@ -23,56 +24,84 @@ bool searches(const QSqlDatabase& database, const QString& sql)
            && plan.value(3).toString().startsWith(QLatin1String("SEARCH"));
 }
 
+/// Whether SQLite finds a text in the column just where the column holds that very text: it turns
+/// none into a number, and letter case and blanks count. @p definition is that of the table.
+bool holdsTexts(const QSqlDatabase& database, const QString& table, const QString& definition,
+                const QString& column)
+{
+    if (definition.contains(QLatin1String("collate"), Qt::CaseInsensitive))
+        return false;
+    QVariant count;
+    readFirstValue(database,
+                   QStringLiteral("select count(*) from pragma_table_info('%1') where name = '%2' "
+                                  "collate nocase and type not like '%int%' and (type = '' or "
+                                  "type like '%char%' or type like '%clob%' or "
+                                  "type like '%text%' or type like '%blob%')")
+                       .arg(table, column),
+                   count);
+    return count.toInt() > 0;
+}
+
+/// Whether a key stands in a statement as no more than itself.
+bool isPlain(const QString& key)
+{
+    return !key.contains(QLatin1Char('\'')) && !key.contains(QChar(0));
+}
+
 }  // namespace
 
 ConfigRecords::ConfigRecords(const QString& table, const QString& keyColumn,
                              const QStringList& keys)
+    : m_table(table), m_keyColumn(keyColumn)
 {
     m_status = openSystemConfig(m_database);
     if (m_status == Velm::VelmOk)
         m_status = keepResult(execute(m_database.getQSqlDatabase(), QStringLiteral("begin")));
     try {
         if (m_status == Velm::VelmOk)
-            find(table, keyColumn, keys);
+            find(keys);
     } catch (const std::bad_alloc&) {
         m_rows.clear();
         m_status = keepResult(outOfMemory());
     }
 }
 
-void ConfigRecords::find(const QString& table, const QString& keyColumn, const QStringList& keys)
+void ConfigRecords::find(const QStringList& keys)
 {
     const QSqlDatabase connection = m_database.getQSqlDatabase();
-    const ConfigTable found = findConfigTable(connection, table);
+    const ConfigTable found = findConfigTable(connection, m_table);
     m_status = Velm::VelmNoData;  // a table that is missing has no rows
     if (found.status == Velm::VelmSqlExecFailed)
         m_status = keepResult(sqlFailure(found.problem));
     if (found.status != Velm::VelmOk)
         return;
     const QString all = selectAll(QLatin1Char('[') + found.name + QLatin1Char(']'));
-    const QString one = all + QStringLiteral(" where [%1]=").arg(keyColumn);
-    m_hasIndex = searches(connection, one);
-    if (!m_hasIndex) {
-        readAll(all, keyColumn, keys);
+    const QString one = all + QStringLiteral(" where [%1]=").arg(m_keyColumn);
+    if (!searches(connection, one)
+        && holdsTexts(connection, found.name, found.found.value(2).toString(), m_keyColumn)) {
+        readAll(all, keys);
         return;
     }
+    m_isPrepared = true;
     m_query = forwardQuery(connection);
     if (!m_query.prepare(one + QLatin1Char('?')))
         m_status = keepResult(m_query.lastError());
 }
 
-void ConfigRecords::readAll(const QString& sql, const QString& keyColumn, const QStringList& keys)
+void ConfigRecords::readAll(const QString& sql, const QStringList& keys)
 {
     const QSet<QString> wanted(keys.begin(), keys.end());
-    const QString key = keyColumn.toUpper();
+    const QString key = m_keyColumn.toUpper();
     ReadBudget budget(kMostBytesOfConfig);
     QSqlQuery query = forwardQuery(m_database.getQSqlDatabase());
     QSqlError error = execute(query, sql);
     const RecordReader reader(query);
     while (!error.isValid() && query.next()) {
         const Record row = reader.record(query, budget);
-        const QString found = row.value(key).toString();
-        if (wanted.contains(found) && !m_rows.contains(found))
+        const QVariant value = row.value(key);
+        const bool isText = value.userType() == QMetaType::QString && !value.isNull();
+        const QString found = value.toString();
+        if (isText && wanted.contains(found) && !m_rows.contains(found))
             m_rows.insert(found, row);
         if (budget.isSpent())
             error = ReadBudget::error();
@@ -85,7 +114,9 @@ void ConfigRecords::readAll(const QString& sql, const QString& keyColumn, const 
 
 Velm::ErrorStatus ConfigRecords::read(const QString& key, Record& row)
 {
-    if (m_hasIndex && m_status == Velm::VelmNoData)
+    if (m_status == Velm::VelmNoData && !isPlain(key))
+        return readConfigRecord(m_database, m_table, m_keyColumn, key, row);
+    if (m_status == Velm::VelmNoData && m_isPrepared)
         return search(key, row);
     row = m_rows.value(key);
     return row.isEmpty() ? m_status : Velm::VelmOk;

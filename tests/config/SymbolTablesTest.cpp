@@ -207,6 +207,12 @@ TEST_F(SymbolTables, TellHowFramesAreProduced)
     EXPECT_EQ(frames->getFrameTag(tags, u"A"_s, u"n"_s), Velm::VelmNoData) << "5 is no map";
     Velm::TrimMode mode = Velm::TrimModeDefault;
     EXPECT_EQ(frames->getFrameTrimMode(u"none"_s, mode), Velm::VelmNoData);
+
+    item.configname = u"01"_s;
+    runSql({u"drop table VelmFrame"_s, u"create table VelmFrame (ConfigName integer)"_s,
+            u"insert into VelmFrame values (1)"_s});
+    EXPECT_EQ(frames->getFrameItem(item.configname, item), Velm::VelmOk);
+    EXPECT_EQ(item.configname, u"01"_s) << "as it was asked for";
 }
 
 TEST_F(SymbolTables, HandOutCommandSettings)
