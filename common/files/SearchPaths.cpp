@@ -1,5 +1,6 @@
 #include "common/files/SearchPaths.h"
 
+#include "common/files/DatabaseNames.h"
 #include "common/host/Singleton.h"
 #include "common/platform/Platform.h"
 
@@ -51,12 +52,12 @@ QString SearchPaths::configFolder() const
 
 QString SearchPaths::systemDatabase() const
 {
-    return configFolder() + QStringLiteral("/peltaconfig.db");
+    return configFolder() + QLatin1Char('/') + QLatin1String(kSystemDatabaseName);
 }
 
 QString SearchPaths::pipeDatabase() const
 {
-    return configFolder() + QStringLiteral("/PipeConfig.db");
+    return configFolder() + QLatin1Char('/') + QLatin1String(kPipeDatabaseName);
 }
 
 QStringList SearchPaths::folders() const

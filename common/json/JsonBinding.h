@@ -232,6 +232,8 @@ private:
         forEachMember<Record>(
             [&known](const auto& member, size_t) { known.append(QString::fromUtf16(member.key)); });
         known.removeDuplicates();
+        if (known.isEmpty())  // of a record without members anything may be meant
+            return;
         for (const auto& entry : object.GetObject()) {
             const QString key = toQString(entry.name);
             if (!known.contains(key) && m_unknown->size() < kMostProblems)

@@ -15,6 +15,7 @@
 
 #include <dlfcn.h>
 #include <link.h>
+#include <sys/auxv.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -142,7 +143,12 @@ QString libraryPath()
 
 bool programExports(const char* name)
 {
-    return dlsym(RTLD_DEFAULT, name) != nullptr;
+    Dl_info program{};
+    Dl_info owner{};
+    const void* entry = reinterpret_cast<const void*>(getauxval(AT_ENTRY));
+    const void* symbol = dlsym(RTLD_DEFAULT, name);
+    return symbol && dladdr(symbol, &owner) != 0 && dladdr(entry, &program) != 0
+           && owner.dli_fbase == program.dli_fbase;  // and not of another library
 }
 
 HMODULE loadModule(const QString& path)

@@ -1,6 +1,7 @@
 #include "CVelmAnnotate.h"
 
 #include "config/DatabaseWork.h"
+#include "config/tables/AnnotationRanges.h"
 #include "config/tables/ConfigRecord.h"
 #include "config/tables/ConfigRecords.h"
 #include "CVelmWork.h"
@@ -37,11 +38,11 @@ constexpr Columns<AnnRow, 13> kColumns{
      {"ANNTYPE", &AnnRow::annotation},
      {"ENTTYPE", &AnnRow::entity}}};
 
-/// Stores a number as an enumeration if it is one of @p count values from 0.
+/// Stores a number as an enumeration if it is one of 0 to @p last.
 template<class Enum>
-bool storeInRange(qint64 number, int count, Enum& value)
+bool storeInRange(qint64 number, int last, Enum& value)
 {
-    if (number < 0 || number >= count)
+    if (number < 0 || number > last)
         return false;
     value = static_cast<Enum>(number);
     return true;
@@ -58,9 +59,9 @@ void addWorkDefinition(const QString& code, VelmAnnItem& item)
 Velm::ErrorStatus finish(const QString& code, AnnRow& row, VelmAnnItem& item)
 {
     addWorkDefinition(code, row);
-    const bool inRange = storeInRange(row.input, 3, row.inputtype)
-                         && storeInRange(row.annotation, 6, row.anntype)
-                         && storeInRange(row.entity, 9, row.enttype);
+    const bool inRange = storeInRange(row.input, kLastInputType, row.inputtype)
+                         && storeInRange(row.annotation, kLastAnnotationType, row.anntype)
+                         && storeInRange(row.entity, Velm::EntityTypeLast, row.enttype);
     item = row;
     return inRange ? Velm::VelmOk : Velm::VelmInvalidValue;
 }

@@ -1,5 +1,6 @@
 #include "CVelmFrame.h"
 
+#include "config/documents/FrameModes.h"
 #include "config/tables/ConfigRecord.h"
 
 using namespace velm::detail;
@@ -23,14 +24,17 @@ Velm::ErrorStatus getField(CVelmFrame& frame, const QString& configName,
 void readModes(const QVariant& text, VelmFrameItem& item)
 {
     const QMap<QString, QVariant> modes = jsonMap(text);
-    const auto number = [&modes](const QString& key) { return modes.value(key).toInt(); };
-    item.selmode = static_cast<Velm::FrameSelMode>(number(QStringLiteral("SelMode")));
-    item.trimmode = static_cast<Velm::TrimMode>(number(QStringLiteral("TrimMode")));
-    item.framestyle = number(QStringLiteral("FrameStyle"));
-    item.framesave = static_cast<Velm::FrameSaveStyle>(number(QStringLiteral("FrameSave")));
-    item.framescaletype = number(QStringLiteral("FrameScaleType"));
-    const QString sizeType = QStringLiteral("FrameSizeType");
-    item.framesizetype = modes.contains(sizeType) ? number(sizeType) : kFrameSizeTypeUnset;
+    const auto number = [&modes](const char* key) {
+        return modes.value(QLatin1String(key)).toInt();
+    };
+    item.selmode = static_cast<Velm::FrameSelMode>(number(framemodes::kSelection));
+    item.trimmode = static_cast<Velm::TrimMode>(number(framemodes::kTrim));
+    item.framestyle = number(framemodes::kStyle);
+    item.framesave = static_cast<Velm::FrameSaveStyle>(number(framemodes::kSave));
+    item.framescaletype = number(framemodes::kScaleType);
+    item.framesizetype = modes.contains(QLatin1String(framemodes::kSizeType))
+                             ? number(framemodes::kSizeType)
+                             : kFrameSizeTypeUnset;
 }
 
 constexpr Columns<VelmFrameItem, 6> kColumns{

@@ -342,11 +342,12 @@ TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)
 
 TEST_F(CheckTest, ReadsDocumentsAsTheLibraryDoes)
 {
-    runSql({u"delete from globaldefines where key in ('GlobalParam', '字段转换', '图属库')"_s,
-            u"insert into globaldefines values ('GlobalParam', '{\"FrameData\":{\"FrameSize\":"
-            "{\"FrameWidth\":\"50\"}},\"SortRule\":[]}'), ('图属库', '\uFEFF{}')"_s,
-            u"update VelmFrame set FRAMEMODE = '{\"SelMode\":\"1\",\"TrimMode\":3000000000}',"
-            "FRAMETAG = '{\"a\":{},\"b\":1}' where rowid = 1"_s});
+    runSql(
+        {u"delete from globaldefines where key in ('GlobalParam', '字段转换', '图属库')"_s,
+         u"insert into globaldefines values ('GlobalParam', '{\"FrameData\":{\"FrameSize\":"
+         "{\"FrameWidth\":\"50\"}},\"SortRule\":[],\"ProgressBarParam\":{\"Any\":1}}'), ('图属库', '\uFEFF{}')"_s,
+         u"update VelmFrame set FRAMEMODE = '{\"SelMode\":\"1\",\"TrimMode\":3000000000}',"
+         "FRAMETAG = '{\"a\":{},\"b\":1}' where rowid = 1"_s});
     runSql({u"create table globaldefines (KEY, VALUE)"_s,
             u"insert into globaldefines values ('字段转换', '{\"TableInfo\":{\"TableName\":"
             "\"JMD_PG\"},\"FieldMap\":{\"FWJG\":{\"FieldLength\":\"8\"},\"NO_F\":{}}}')"_s},

@@ -4,6 +4,7 @@
 #include "cli/Suggestions.h"
 
 #include "config/documents/DocumentNames.h"
+#include "config/documents/FrameModes.h"
 #include "VelmDocumentCheck.h"
 
 #include <QJsonArray>
@@ -106,9 +107,9 @@ bool isInteger(const QJsonValue& value)
 /// Reports the modes of a frame that are no integers, and those that nothing is known of.
 void checkFrameModes(const Place& place, Problems& problems)
 {
-    const QStringList known{QStringLiteral("SelMode"),        QStringLiteral("TrimMode"),
-                            QStringLiteral("FrameStyle"),     QStringLiteral("FrameSave"),
-                            QStringLiteral("FrameScaleType"), QStringLiteral("FrameSizeType")};
+    QStringList known;
+    for (const char* mode : velm::detail::framemodes::kAll)
+        known.append(QLatin1String(mode));
     const QJsonObject modes = objectIn(place.value);
     for (auto mode = modes.begin(); mode != modes.end(); ++mode) {
         if (!known.contains(mode.key()))

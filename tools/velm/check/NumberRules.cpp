@@ -2,6 +2,9 @@
 #include "check/Rules.h"
 #include "check/RuleTable.h"
 
+#include "config/tables/AnnotationRanges.h"
+#include "VelmTypes.h"
+
 #include <cmath>
 #include <limits>
 
@@ -25,11 +28,14 @@ struct Range
 };
 
 constexpr Range kRanges[] = {
-    {"Workdef", "ENTTYPE", rules::named("entity-type-range"), -1, 8, "is not one of -1 to 8"},
-    {"VelmAnnotate", "ENTTYPE", rules::named("entity-type-range"), 0, 8, "is not one of 0 to 8"},
-    {"VelmAnnotate", "ANNTYPE", rules::named("annotation-type-range"), 0, 5,
-     "is not one of 0 to 5"},
-    {"VelmAnnotate", "INPUT", rules::named("input-type-range"), 0, 2, "is not one of 0 to 2"},
+    {"Workdef", "ENTTYPE", rules::named("entity-type-range"), -1, Velm::EntityTypeLast,
+     "is not one of -1 to 8"},
+    {"VelmAnnotate", "ENTTYPE", rules::named("entity-type-range"), 0, Velm::EntityTypeLast,
+     "is not one of 0 to 8"},
+    {"VelmAnnotate", "ANNTYPE", rules::named("annotation-type-range"), 0,
+     velm::detail::kLastAnnotationType, "is not one of 0 to 5"},
+    {"VelmAnnotate", "INPUT", rules::named("input-type-range"), 0, velm::detail::kLastInputType,
+     "is not one of 0 to 2"},
     {"Workdef", "COLOR", rules::named("colour-range"), -1, 256, "is not one of -1 to 256"},
     {"QuobAreaLine", "HATCHCOLOR", rules::named("colour-range"), 0, 256, "is not one of 0 to 256"},
     {"QuobAreaLine", "HATCHBKCOLOR", rules::named("colour-range"), 0, 256,

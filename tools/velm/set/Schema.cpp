@@ -1,13 +1,14 @@
 #include "set/Schema.h"
 
+#include "common/files/DatabaseNames.h"
 #include "data/values/DictionaryName.h"
 
 #include <algorithm>
 
 namespace schema {
 
-const QString kSystemFile = QStringLiteral("peltaconfig.db");
-const QString kPipeFile = QStringLiteral("PipeConfig.db");
+const QString kSystemFile = QLatin1String(velm::detail::kSystemDatabaseName);
+const QString kPipeFile = QLatin1String(velm::detail::kPipeDatabaseName);
 
 namespace {
 
