@@ -57,8 +57,12 @@ const Broken kBroken[] = {
      u"drop table VelmFrame; create view VelmFrame as with recursive n(i) as (select 1 union all "
      "select i + 1 from n) select i as ConfigName from n",
      u"VelmFrame"},
+    {"view-for-table", kSystem,
+     u"alter table TBL_SF rename to T; create view TBL_SF as select * from T", u"TBL_SF"},
     {"missing-column", kSystem, u"alter table RecordConfigType rename column EXTEND to X",
      u"RecordConfigType EXTEND"},
+    {"missing-column", kSystem, u"alter table Attributefield rename column [TABLE] to X",
+     u"Attributefield TABLE"},
     {"missing-index", kSystem,
      u"drop index IX_Workdef_CODE; create index p on Workdef (CODE) where CODE > 'A'; create index "
      "n on Workdef (CODE collate nocase)",
@@ -67,6 +71,8 @@ const Broken kBroken[] = {
      u"create trigger t after insert on SYS_GISTABLE begin delete from SYS_GISTABLE;end", u"  t"},
     {"not-a-number", kSystem, u"update QuobAreaLine set LINEWIDTH = 'wide' where CODE = '310301'",
      u"QuobAreaLine LINEWIDTH wide"},
+    {"not-a-number", kSystem, u"update Attributefield set LENGTH = 'x' where rowid = 1",
+     u"Attributefield LENGTH x"},
     {"not-finite", kSystem, u"update indexini set WIDTH = 9e999 where CODE = '310301'",
      u"indexini WIDTH inf"},
     {"not-finite", kSystem, u"update VelmAnnotate set ROTATE = 'nan' where CODE = '310301'",
@@ -113,6 +119,8 @@ const Broken kBroken[] = {
      u"QuobAreaLine CODE wild"},
     {"unknown-code", kSystem, u"insert into RecordConfig (CODE) values ('wild')",
      u"RecordConfig CODE wild"},
+    {"unknown-code", kSystem, u"update QuobAreaLine set CODE = '[Default]' where CODE = '310302'",
+     u"QuobAreaLine CODE [Default]"},
     {"duplicate-user-code", kSystem, u"update indexini set USECODE = 'Sjd' where CODE = '310301'",
      u"indexini USECODE Sjd"},
     {"user-code-is-code", kSystem, u"update indexini set USECODE = '110102' where CODE = '310301'",
@@ -121,6 +129,10 @@ const Broken kBroken[] = {
      u"Workdef ENTTYPE 1"},
     {"entity-type-range", kSystem, u"update Workdef set ENTTYPE = 9 where CODE = '310301'",
      u"Workdef ENTTYPE 9"},
+    {"entity-type-range", kSystem,
+     u"alter table Workdef add column ROWID; update Workdef set ROWID = 7; update Workdef set "
+     "ENTTYPE = 9 where CODE in ('310301', '110102')",
+     u"Workdef ENTTYPE 9\nWorkdef ENTTYPE 9"},
     {"entity-type-range", kSystem, u"update VelmAnnotate set ENTTYPE = -1 where CODE = '310301'",
      u"VelmAnnotate ENTTYPE -1"},
     {"annotation-type-range", kSystem, u"update VelmAnnotate set ANNTYPE = 6 where CODE = '310301'",
@@ -165,6 +177,12 @@ const Broken kBroken[] = {
     {"default-does-not-fit", kSystem,
      u"insert into Attributefield values ('JMD_PG', 'N', '', 1, 2, 0, '1.5', 0, 0, 0)",
      u"Attributefield DEFAULT 1.5"},
+    {"default-does-not-fit", kSystem,
+     u"insert into Attributefield values ('JMD_PG', 'N', '', 3, 2, 0, '100', 0, 0, 0)",
+     u"Attributefield DEFAULT 100"},
+    {"default-does-not-fit", kPipe,
+     u"update SYS_ATTRIBUTEDEF set DEFAULTVALUE = 'TBL_SF' where rowid = 1",
+     u"SYS_ATTRIBUTEDEF DEFAULTVALUE TBL_SF"},
     {"in-both-databases", kPipe,
      u"insert into SYS_GISTABLE values ('jmd_pg', '', 2); insert into SYS_ATTRIBUTEDEF values "
      "('JMD_PG', 'FWJG', '', 0, 9, 0, '', '', 0); insert into SYS_DICTIONARY values ('TBL_SF', "
@@ -400,13 +418,15 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
     runSql({u"update indexini set CODE = '310301 ' where CODE = '310301'"_s,
             u"insert into indexini (CODE, NAME, WIDTH) values (' 110102', 'taken', 0)"_s,
             u"update Workdef set LAYER = 'jmd_m' where CODE = '320102'"_s,
-            u"insert into VelmCmdSetting values ('', '[]')"_s});
+            u"insert into VelmCmdSetting values ('', '[]')"_s,
+            u"insert into VelmFrame (ConfigName) values (' N'), ('N ')"_s});
     const Answer answer =
         check({u"--fix"_s, u"--json"_s, u"--rule"_s, u"blank-at-end"_s, u"--rule"_s,
                u"empty-code"_s, u"--rule"_s, u"layer-differs-in-case"_s});
-    EXPECT_EQ(found(answer), QStringList{u"blank-at-end indexini CODE  110102"_s})
-        << "another row has that code";
-    EXPECT_EQ(answer.talk.count(u"velm: fixed: "_s), 4) << answer.talk.toStdString();
+    EXPECT_EQ(found(answer), (QStringList{u"blank-at-end VelmFrame CONFIGNAME N"_s,
+                                          u"blank-at-end indexini CODE  110102"_s}))
+        << "another row has that name";
+    EXPECT_EQ(answer.talk.count(u"velm: fixed: "_s), 5) << answer.talk.toStdString();
     EXPECT_EQ(check({u"--fix"_s}).exitCode, 1) << "what has no safe answer stays";
     const QStringList copies =
         QDir(path(u"config"_s)).entryList({u"peltaconfig.db.before-fix-*"_s});
@@ -417,6 +437,12 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
     EXPECT_EQ(querySql(u"select CODE from indexini where NAME = '一般房屋'"_s),
               QStringList{u"310301"_s});
 
+    for (int copies = 2; copies < 4; ++copies) {  // within a second, mostly
+        runSql({u"insert into VelmCmdSetting values ('', '[]')"_s});
+        check({u"--fix"_s});
+        EXPECT_EQ(QDir(path(u"config"_s)).entryList({u"peltaconfig.db.before-fix-*"_s}).size(),
+                  copies);
+    }
     runSql({u"insert into VelmCmdSetting values ('', '[]')"_s,
             u"create trigger t after delete on VelmCmdSetting begin delete from indexini;end"_s});
     EXPECT_EQ(check({u"--fix"_s}).exitCode, 3);

@@ -27,7 +27,7 @@ const CheckedTable& CheckedSet::table(const char* name) const
 bool CheckedSet::has(std::initializer_list<const char*> names) const
 {
     return std::all_of(names.begin(), names.end(),
-                       [this](const char* name) { return table(name).exists(); });
+                       [this](const char* name) { return table(name).hasKey(); });
 }
 
 void CheckedSet::read(Snapshot& snapshot, const QString& fileName)
@@ -72,8 +72,8 @@ void CheckedSet::readPipe()
 void CheckedSet::findDictionaries()
 {
     for (const CheckedTable& table : qAsConst(m_tables)) {
-        if (schema::isDictionary(table.name()) && table.has(QStringLiteral("CODE"))
-            && table.has(QStringLiteral("VALUE")) && velm::detail::isIdentifier(table.name()))
+        // One that lacks a column, or is none, is told as that.
+        if (schema::isDictionary(table.name()) && velm::detail::isIdentifier(table.name()))
             m_dictionaries.insert(table.name());
     }
     const CheckedTable& pipe = table("SYS_DICTIONARY");

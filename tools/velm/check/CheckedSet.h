@@ -25,7 +25,8 @@ public:
     /// A table that the library reads, by its name; that of the system configuration if both
     /// databases have one.
     const CheckedTable& table(const char* name) const;
-    /// Whether all of these tables are there. What follows from a missing one need not be told.
+    /// Whether all of these tables are there, with the columns by which rows are found. What
+    /// follows from a missing one need not be told.
     bool has(std::initializer_list<const char*> names) const;
 
     /// Whether there is a PipeConfig.db.
@@ -36,7 +37,7 @@ public:
     {
         return has({"Attributetable", "Attributefield", "SYS_GISTABLE", "SYS_ATTRIBUTEDEF"});
     }
-    /// Names of all dictionaries that the library loads.
+    /// Names of all dictionaries that the library loads, or would if nothing were amiss with them.
     const QSet<QString>& dictionaries() const { return m_dictionaries; }
 
     /// Key columns without an index.

@@ -1,11 +1,19 @@
 #include "check/CheckedTable.h"
 
+#include <algorithm>
+
 CheckedTable::CheckedTable(const TableSchema& schema) : m_schema(schema)
 {
     for (ColumnSchema& column : m_schema.columns)
         column.name = column.name.toUpper();
     for (QString& column : m_schema.key)
         column = column.toUpper();
+}
+
+bool CheckedTable::hasKey() const
+{
+    return std::all_of(m_schema.key.begin(), m_schema.key.end(),
+                       [this](const QString& column) { return has(column); });
 }
 
 QVariant CheckedTable::value(int row, const QString& column) const

@@ -39,6 +39,8 @@ public:
     /// What stands in its place, "a view"; empty for nothing and for a table.
     const QString& replacedBy() const { return m_replacedBy; }
     bool has(const QString& column) const { return m_columns.contains(column); }
+    /// Whether the columns by which rows are found are there.
+    bool hasKey() const;
 
     int size() const { return m_rows.size(); }
     /// Invalid if there is no such column.

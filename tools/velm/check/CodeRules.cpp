@@ -103,13 +103,20 @@ QHash<QString, int> codesOf(const CheckedTable& table)
     return codes;
 }
 
+/// Whether a code stands for all that have no rows of their own.
+bool isDefault(const CheckedTable& table, const QString& code)
+{
+    return table.name().startsWith(QLatin1String("RecordConfig"))
+           && code == QLatin1String("[Default]");
+}
+
 /// Reports the codes of @p table that are not among @p known.
 void checkKnown(const CheckedTable& table, const QHash<QString, int>& known, const Rule& rule,
                 const QString& message, Problems& problems)
 {
     for (int row = 0; row < table.size(); ++row) {
         const QString code = table.text(row, kCode);
-        if (!code.isEmpty() && code != QLatin1String("[Default]") && !known.contains(code))
+        if (!code.isEmpty() && !isDefault(table, code) && !known.contains(code))
             problems.add(rule, table.place(row, kCode), message);
     }
 }
@@ -136,7 +143,7 @@ void checkSpecialLines(const CheckedTable& index, const CheckedTable& work,
     const QString column = QStringLiteral("ENTTYPE");
     constexpr int kNotGiven = -1;
     constexpr int kSpecialLine = 5;
-    for (int row = 0; row < work.size(); ++row) {
+    for (int row = 0; work.has(column) && row < work.size(); ++row) {
         const auto indexRow = codes.constFind(work.text(row, kCode));
         const int type = work.value(row, column).toInt();
         if (indexRow == codes.constEnd() || type == kNotGiven || type == kSpecialLine)

@@ -7,20 +7,34 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
+namespace {
+
+/// The name of a copy that is made now, which no file has yet.
+QString nameOfCopy(const QString& path)
+{
+    const QString ofSecond =
+        path + QStringLiteral(".before-fix-")
+        + QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+    QString name = ofSecond;
+    for (int i = 2; QFile::exists(name); ++i)
+        name = QStringLiteral("%1-%2").arg(ofSecond).arg(i);
+    return name;
+}
+
+}  // namespace
+
 DatabaseFix::DatabaseFix(const QString& path)
-    : m_copy(path + QStringLiteral(".before-fix-")
-             + QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss")))
 {
     CVelmDatabase copied;
-    if (QFile::exists(m_copy))
-        m_problem = QStringLiteral("there is a copy of this second already: ") + m_copy;
-    else if (m_database.initDatabase(path, QString()) != Velm::VelmOk
-             || copied.initDatabase(path, QString()) != Velm::VelmOk)
+    if (m_database.initDatabase(path, QString()) != Velm::VelmOk
+        || copied.initDatabase(path, QString()) != Velm::VelmOk)
         m_problem = QStringLiteral("it cannot be opened");
     execute(m_database, QStringLiteral("pragma trusted_schema=off"), {}, QString());
     // The copy is made by a connection that only reads, while this one keeps writers out.
     execute(m_database, QStringLiteral("begin immediate"), {},
             QStringLiteral("it cannot be written: "));
+    if (m_problem.isEmpty())
+        m_copy = nameOfCopy(path);  // the lock keeps others from choosing the same
     execute(copied, QStringLiteral("vacuum into ?"), {m_copy},
             QStringLiteral("no copy could be made of it: "));
 }
@@ -30,7 +44,8 @@ DatabaseFix::~DatabaseFix()
     if (m_committed)
         return;
     m_database.getQSqlDatabase().rollback();
-    QFile::remove(m_copy);
+    if (!m_copy.isEmpty())
+        QFile::remove(m_copy);
 }
 
 bool DatabaseFix::execute(CVelmDatabase& database, const QString& statement,

@@ -29,7 +29,7 @@ private:
                  const QString& failure);
 
     CVelmDatabase m_database;
-    QString m_copy;
+    QString m_copy;  // empty until it is this object's own
     QString m_problem;
     int m_changed = 0;  // rows, by the last statement
     bool m_committed = false;

@@ -142,7 +142,8 @@ void checkRecordFields(const CheckedSet& set, const FieldFinder& finder)
 
 void rules::checkFieldReferences(const CheckedSet& set, Problems& problems)
 {
-    if (!set.knowsGisTables() || !set.has({"indexini"}))
+    if (!set.knowsGisTables() || !set.has({"indexini"})
+        || !set.table("indexini").has(QStringLiteral("TABLE")))
         return;
     const FieldFinder finder(set, problems);
     for (const CheckedTable& table : set.tables()) {

@@ -7,6 +7,8 @@
 #include <QDate>
 #include <QHash>
 
+#include <cmath>
+
 namespace {
 
 constexpr const Rule& kEmptyCode = rules::named("empty-code");
@@ -27,8 +29,17 @@ struct FieldTable
 {
     const CheckedTable& rows;
     QString table, name, type, length, decimals, defaultValue;
+    bool namesDictionaryByDefault;  // a default value "TBL_..." does
 
     int number(int row, const QString& column) const { return rows.value(row, column).toInt(); }
+    /// Whether it is a number; what is none is told as that.
+    bool isNumber(int row, const QString& column) const
+    {
+        bool converts = false;
+        const QVariant value = rows.value(row, column);
+        const double number = value.toDouble(&converts);
+        return value.toString().isEmpty() || (converts && std::isfinite(number));
+    }
     /// As the library compares them.
     QString keyOf(int row) const
     {
@@ -38,24 +49,25 @@ struct FieldTable
 
 FieldTable systemFields(const CheckedSet& set)
 {
-    return {set.table("Attributefield"), QStringLiteral("TABLE"),  QStringLiteral("NAME"),
-            QStringLiteral("TYPE"),      QStringLiteral("LENGTH"), QStringLiteral("DECIMAL"),
-            QStringLiteral("DEFAULT")};
+    return {set.table("Attributefield"), QStringLiteral("TABLE"),
+            QStringLiteral("NAME"),      QStringLiteral("TYPE"),
+            QStringLiteral("LENGTH"),    QStringLiteral("DECIMAL"),
+            QStringLiteral("DEFAULT"),   true};
 }
 
 FieldTable pipeFields(const CheckedSet& set)
 {
-    return {set.table("SYS_ATTRIBUTEDEF"), QStringLiteral("TABLENAME"),
-            QStringLiteral("FIELDNAME"),   QStringLiteral("FIELDTYPE"),
-            QStringLiteral("FIELDLENGTH"), QStringLiteral("FIELDDECIMAL"),
-            QStringLiteral("DEFAULTVALUE")};
+    return {set.table("SYS_ATTRIBUTEDEF"),  QStringLiteral("TABLENAME"),
+            QStringLiteral("FIELDNAME"),    QStringLiteral("FIELDTYPE"),
+            QStringLiteral("FIELDLENGTH"),  QStringLiteral("FIELDDECIMAL"),
+            QStringLiteral("DEFAULTVALUE"), false};
 }
 
 /// Reports fields without a table or a name, and those that a table has more than once.
 void checkNames(const FieldTable& fields, Problems& problems)
 {
     QHash<QString, int> known;
-    for (int row = 0; row < fields.rows.size(); ++row) {
+    for (int row = 0; fields.rows.hasKey() && row < fields.rows.size(); ++row) {
         const QString table = fields.rows.text(row, fields.table);
         if (table.isEmpty())
             problems.add(kEmptyCode, fields.rows.place(row, fields.table),
@@ -84,7 +96,8 @@ bool isKnownType(int type)
 /// Reports a length or decimals that no field can have. Those of integers and dates mean nothing.
 void checkSize(const FieldTable& fields, int row, int type, Problems& problems)
 {
-    if (type != Velm::FieldText && type != Velm::FieldReal)
+    if ((type != Velm::FieldText && type != Velm::FieldReal) || !fields.isNumber(row, fields.length)
+        || !fields.isNumber(row, fields.decimals))
         return;
     const int length = fields.number(row, fields.length);
     const int decimals = fields.number(row, fields.decimals);
@@ -99,6 +112,17 @@ void checkSize(const FieldTable& fields, int row, int type, Problems& problems)
                      QStringLiteral("is more than the length, %1").arg(length));
 }
 
+QString whyNoReal(const QString& value, int length)
+{
+    bool converts = false;
+    const double number = value.toDouble(&converts);
+    if (!converts || !std::isfinite(number))
+        return QStringLiteral("is no number");
+    return length < 1 || std::abs(number) < std::pow(10.0, length)
+               ? QString()
+               : QStringLiteral("has more than %1 digits").arg(length);
+}
+
 /// Why a field cannot take a value; empty if it can.
 QString whyMisfit(const QString& value, int type, int length)
 {
@@ -111,8 +135,7 @@ QString whyMisfit(const QString& value, int type, int length)
         value.toLongLong(&fits);
         return fits ? QString() : QStringLiteral("is no integer");
     case Velm::FieldReal:
-        value.toDouble(&fits);
-        return fits ? QString() : QStringLiteral("is no number");
+        return whyNoReal(value, length);
     case Velm::FieldDate:
         fits = QDate::fromString(value.left(10), Qt::ISODate).isValid();
         return fits ? QString() : QStringLiteral("is no date as 2026-01-31");
@@ -132,9 +155,12 @@ void checkField(const FieldTable& fields, int row, Problems& problems)
     const int shownType = type % kHidden;
     checkSize(fields, row, shownType, problems);
     const QString value = fields.rows.text(row, fields.defaultValue);
-    if (value.isEmpty() || value.startsWith(QLatin1String("TBL_"), Qt::CaseInsensitive))
+    const bool isDictionary = value.startsWith(QLatin1String("TBL_"), Qt::CaseInsensitive);
+    if (value.isEmpty() || (isDictionary && fields.namesDictionaryByDefault))
         return;
-    const QString misfit = whyMisfit(value, shownType, fields.number(row, fields.length));
+    const QString misfit =
+        isDictionary ? QStringLiteral("is taken as a text; a dictionary is named by DICTIONARY")
+                     : whyMisfit(value, shownType, fields.number(row, fields.length));
     if (!misfit.isEmpty())
         problems.add(kDefaultDoesNotFit, fields.rows.place(row, fields.defaultValue), misfit);
 }

@@ -7,6 +7,8 @@
 #include "CVelmSystemGlobal.h"
 
 #include <QHash>
+#include <QPair>
+#include <QSet>
 
 #include <algorithm>
 
@@ -34,18 +36,66 @@ QHash<QString, QString> layersOf(const CheckedSet& set)
     return layers;
 }
 
-/// Whether a row has @p value under a column by which rows are found.
-bool isTaken(const CheckedTable& table, const QString& column, const QString& value)
+Holds heldBy(const CheckedTable& table, const QString& column)
 {
-    const TableSchema& schema = table.schema();
-    if (schema.keyRule == KeyRule::Repeated || !schema.key.contains(column))
-        return false;
-    for (int row = 0; row < table.size(); ++row) {
-        if (table.text(row, column).compare(value, Qt::CaseInsensitive) == 0)
-            return true;
+    for (const ColumnSchema& schema : table.schema().columns) {
+        if (schema.name == column)
+            return schema.holds;
     }
-    return false;
+    return Holds::Values;
 }
+
+/// What a column holds, in lower case.
+QSet<QString> namesIn(const CheckedTable& table, const QString& column)
+{
+    QSet<QString> names;
+    for (int row = 0; row < table.size(); ++row)
+        names.insert(table.text(row, column).toLower());
+    return names;
+}
+
+/// The names by which rows are found, as they will be after the changes that are planned.
+class NamesInUse
+{
+public:
+    explicit NamesInUse(const CheckedSet& set)
+    {
+        const CheckedTable& index = set.table("indexini");
+        for (int row = 0; row < index.size(); ++row)
+            m_codes.insert(index.text(row, QStringLiteral("CODE")));
+    }
+
+    /// Plans another name for a row. @return false if another row has it, or if the row belongs to
+    /// a feature that keeps its code
+    bool rename(const CheckedTable& table, const Place& place, const QString& name)
+    {
+        const Holds holds = heldBy(table, place.column);
+        if (holds == Holds::CodeReference && m_codes.contains(place.value))
+            return false;
+        if (!take(table, place.column, name.toLower()))
+            return false;
+        if (holds == Holds::FeatureCode)
+            m_codes.remove(place.value);
+        return true;
+    }
+
+private:
+    bool take(const CheckedTable& table, const QString& column, const QString& name)
+    {
+        const TableSchema& schema = table.schema();
+        if (schema.keyRule == KeyRule::Repeated || !schema.key.contains(column))
+            return true;
+        QSet<QString>& names = m_names[{table.name(), column}];
+        if (names.isEmpty())
+            names = namesIn(table, column);
+        const int before = names.size();
+        names.insert(name);
+        return names.size() > before;
+    }
+
+    QSet<QString> m_codes;                                  // of the index, exact
+    QHash<QPair<QString, QString>, QSet<QString>> m_names;  // by table and column, in lower case
+};
 
 }  // namespace
 
@@ -62,6 +112,7 @@ QVector<Fix::Change> Fix::plan(const CheckedSet& set, const QVector<Problem>& pr
 {
     QVector<Change> changes;
     const QHash<QString, QString> layers = layersOf(set);
+    NamesInUse names(set);
     for (const Problem& problem : problems) {
         const Place& place = problem.place;
         const CheckedTable* table = tableOf(set, place);
@@ -74,7 +125,7 @@ QVector<Fix::Change> Fix::plan(const CheckedSet& set, const QVector<Problem>& pr
         else if (id == QLatin1String("layer-differs-in-case"))
             changes.append({place, layers.value(trimmed.toLower())});
         else if (id == QLatin1String("blank-at-end") && !trimmed.isEmpty()
-                 && !isTaken(*table, place.column, trimmed))
+                 && names.rename(*table, place, trimmed))
             changes.append({place, trimmed});
     }
     return changes;
@@ -104,6 +155,8 @@ void Fix::apply(const QVector<Change>& changes, const CheckedSet& set, const QSt
                             .arg(what, change.place.value, change.value));
         }
     }
+    if (done.isEmpty() && fix.problem().isEmpty())
+        return;  // all that was to be changed has changed meanwhile
     if (!fix.commit()) {
         m_problems.append(database + QStringLiteral(" is as it was: ") + fix.problem());
         return;

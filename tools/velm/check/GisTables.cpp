@@ -16,6 +16,8 @@ void GisTables::addTables(const CheckedTable& table, const QString& column)
 {
     for (int row = 0; row < table.size(); ++row) {
         const QString name = table.text(row, column);
+        if (name.isEmpty())
+            continue;
         m_names.insert(name.toUpper(), name);
         m_tables[name.toUpper()];
     }

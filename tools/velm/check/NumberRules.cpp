@@ -79,7 +79,7 @@ void checkRange(const CheckedTable& table, const Range& range, Problems& problem
         bool converts = false;
         const QVariant value = table.value(row, column);
         const double number = value.toDouble(&converts);
-        const bool counts = converts || value.isNull() || value.toString().isEmpty();
+        const bool counts = (converts && std::isfinite(number)) || value.toString().isEmpty();
         if (counts && (number < range.least || number > range.greatest))
             problems.add(range.rule, table.place(row, column), QLatin1String(range.wanted));
     }

@@ -13,12 +13,18 @@ QByteArray digest(const QStringList& parts)
 
 }  // namespace
 
+QString excerpt(const QString& value)
+{
+    constexpr int kLongest = 1000;
+    return value.size() <= kLongest ? value : value.left(kLongest) + QStringLiteral("...");
+}
+
 QString Problem::fingerprint() const
 {
     static const QRegularExpression rowNumber(QStringLiteral("row [0-9]+"));
     return QString::fromLatin1(
-        digest({QLatin1String(rule->id), place.database, place.table, place.key, place.column,
-                place.value, QString(message).remove(rowNumber)})
+        digest({QLatin1String(rule->id), place.database, place.table, excerpt(place.key),
+                place.column, excerpt(place.value), QString(message).remove(rowNumber)})
             .toHex());
 }
 

@@ -18,6 +18,10 @@ struct Problem
     QString fingerprint() const;
 };
 
+/// A value, shortened to what tells it from others: one of megabytes may have a finding for each
+/// of its parts.
+QString excerpt(const QString& value);
+
 /// Collects what the rules find, each thing once.
 class Problems
 {

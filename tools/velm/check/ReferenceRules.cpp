@@ -18,6 +18,7 @@ void checkTableNames(const CheckedSet& set, const CheckedTable& table, const Col
                      Problems& problems)
 {
     const bool isList = column.holds == Holds::TableReferences;
+    const QStringList known = set.gisTables().tableNames();
     for (int row = 0; row < table.size(); ++row) {
         const QString text = table.text(row, column.name);
         QStringList names = isList ? text.split(QLatin1Char(';')) : QStringList{text};
@@ -27,7 +28,7 @@ void checkTableNames(const CheckedSet& set, const CheckedTable& table, const Col
                 problems.add(isList ? kUnknownExtensionTable : kUnknownGisTable,
                              table.place(row, column.name),
                              QStringLiteral("there is no GIS table \"%1\"").arg(name)
-                                 + suggestionAmong(name, set.gisTables().tableNames()));
+                                 + suggestionAmong(name, known));
         }
     }
 }

@@ -1,5 +1,6 @@
 #include "check/Report.h"
 
+#include "check/RuleTable.h"
 #include "cli/Console.h"
 #include "cli/JsonArray.h"
 #include "cli/TerminalText.h"
@@ -53,9 +54,9 @@ QJsonObject jsonOf(const Problem& problem)
             {QStringLiteral("table"), place.table},
             {QStringLiteral("row"), place.row},
             {QStringLiteral("keyColumn"), place.keyColumn},
-            {QStringLiteral("key"), place.key},
+            {QStringLiteral("key"), excerpt(place.key)},
             {QStringLiteral("column"), place.column},
-            {QStringLiteral("value"), place.value},
+            {QStringLiteral("value"), excerpt(place.value)},
             {QStringLiteral("message"), problem.message}};
 }
 
@@ -71,7 +72,7 @@ QString report::textOf(const Place& place)
     QStringList parts{place.database};
     if (!place.table.isEmpty())
         parts.append(place.table);
-    if (place.row > 0)
+    if (place.row != 0)
         parts.append(
             (isLine(place) ? QStringLiteral("line %1") : QStringLiteral("row %1")).arg(place.row));
     if (!place.key.isEmpty())
@@ -95,11 +96,12 @@ void report::printText(const QVector<Problem>& problems, int mostOfARule)
         if (++counts[problem.rule] <= mostOfARule)
             console::print(console::plain(lineOf(problem)));
     }
-    for (auto it = counts.cbegin(); it != counts.cend(); ++it) {
-        if (*it > mostOfARule)
+    for (const Rule& rule : rules::kAll) {
+        const int count = counts.value(&rule);
+        if (count > mostOfARule)
             console::print(QStringLiteral("%1 %2: %3 more; --all shows them")
-                               .arg(rules::nameOf(it.key()->severity), QLatin1String(it.key()->id))
-                               .arg(*it - mostOfARule));
+                               .arg(rules::nameOf(rule.severity), QLatin1String(rule.id))
+                               .arg(count - mostOfARule));
     }
     console::print(totals(problems));
 }

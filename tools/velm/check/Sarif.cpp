@@ -48,7 +48,7 @@ QJsonObject ruleObject(const Rule& rule)
 QJsonObject logicalLocation(const Place& place)
 {
     QStringList names{place.database};
-    for (const QString& part : {place.table, place.key, place.column}) {
+    for (const QString& part : {place.table, excerpt(place.key), place.column}) {
         if (!part.isEmpty())
             names.append(part);
     }

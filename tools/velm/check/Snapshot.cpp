@@ -22,6 +22,16 @@ QString kindOf(const QString& type, qint64 rootPage, const QString& sql)
     return isPlain ? QString() : QStringLiteral("a virtual table");
 }
 
+/// The name as SQLite compares it: letter case of ASCII does not count, that of others does.
+QString folded(QString name)
+{
+    for (QChar& ch : name) {
+        if (ch >= QLatin1Char('A') && ch <= QLatin1Char('Z'))
+            ch = ch.toLower();
+    }
+    return name;
+}
+
 qint64 sizeOf(const QVariant& value)
 {
     const bool isText = value.userType() == QMetaType::QString;
@@ -109,8 +119,8 @@ bool Snapshot::readSchema()
         if (type == QLatin1String("trigger"))
             m_triggers.append(name);
         else if (type == QLatin1String("table") || type == QLatin1String("view"))
-            m_tables.insert(name.toLower(), {name, kindOf(type, schema->value(3).toLongLong(),
-                                                          schema->value(4).toString())});
+            m_tables.insert(folded(name), {name, kindOf(type, schema->value(3).toLongLong(),
+                                                        schema->value(4).toString())});
     }
     if (schema && schema->lastError().isValid())
         fail(what, schema->lastError());
@@ -131,13 +141,16 @@ QStringList Snapshot::columnsOf(Entry& entry)
 
 void Snapshot::read(CheckedTable& table, qint64& budget)
 {
-    const auto found = m_tables.find(table.name().toLower());
+    const auto found = m_tables.find(folded(table.name()));
     if (!m_problem.isEmpty() || found == m_tables.end())
         return;
     const QStringList columns = found->kind.isEmpty() ? columnsOf(*found) : QStringList();
     if (!found->kind.isEmpty())
         return table.setReplacedBy(found->kind);
-    QStringList wanted{QStringLiteral("rowid")};
+    // A column of that name hides the number of the row.
+    QStringList wanted{columns.contains(QLatin1String("rowid"), Qt::CaseInsensitive)
+                           ? QStringLiteral("0")
+                           : QStringLiteral("rowid")};
     for (const QString& column : columns)
         wanted.append(
             QStringLiteral("case typeof(%1) when 'text' then cast(%1 as blob) else %1 end")

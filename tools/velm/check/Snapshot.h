@@ -48,7 +48,7 @@ private:
     QString m_fileName;
     CVelmDatabase m_database;
     bool m_exists = false;
-    QMap<QString, Entry> m_tables;  // by lower-case name
+    QMap<QString, Entry> m_tables;  // by name, letter case of ASCII folded
     QStringList m_triggers;
     QString m_encoding;
     QString m_problem;

@@ -220,7 +220,7 @@ QVector<TableSchema> pipeTables()
                 integer("FIELDTYPE", "as `TYPE` of `Attributefield`"),
                 integer("FIELDLENGTH", "characters or digits"),
                 integer("FIELDDECIMAL", "digits behind the point"),
-                text("DEFAULTVALUE", "default value", Holds::Default),
+                text("DEFAULTVALUE", "default value"),
                 text("DICTIONARY", "dictionary", Holds::DictionaryReference),
                 integer("NOTNULL", "not 0: must be filled")}),
         inPipe("PIP_SysConfig", {QStringLiteral("FIELDTYPE")}, KeyRule::Exact,
