@@ -2,16 +2,12 @@
 
 #include "check/CheckedTable.h"
 
-#include "CVelmDatabase.h"
+#include "set/HeldDatabase.h"
 
-#include <QMap>
 #include <QStringList>
 
-#include <optional>
-
-/// One database of a configuration, read in one state from first to last: a read lock is held
-/// while it lives. For the locks of others it waits 5 s. Nothing that stands in the file's schema
-/// is run.
+/// One database of a configuration, read in one state from first to last: it is held while this
+/// lives.
 class Snapshot
 {
 public:
@@ -24,7 +20,7 @@ public:
     /// Why something could not be read to its end; empty if everything could.
     const QString& problem() const { return m_problem; }
 
-    QStringList tableNames() const;
+    const QStringList& tableNames() const { return m_tables; }
     const QStringList& triggers() const { return m_triggers; }
 
     /// Reads all rows of a table, if it is one. @p budget are the bytes that may still be read.
@@ -34,21 +30,14 @@ public:
     bool isSearched(const QString& table, const QString& column);
 
 private:
-    struct Entry
-    {
-        QString name;  // as it is stored
-        QString kind;  // what stands in the place of a table; empty for a table
-    };
-
-    bool readSchema();
-    std::optional<QSqlQuery> run(const QString& statement, const QString& what);
-    QStringList columnsOf(Entry& entry);
-    void fail(const QString& what, const QSqlError& error);
+    void readSchema();
+    void readRows(CheckedTable& table, const HeldDatabase::Entry& stored, qint64& budget);
+    void fail(const QString& what, const QString& problem);
 
     QString m_fileName;
-    CVelmDatabase m_database;
+    HeldDatabase m_database;
     bool m_exists = false;
-    QMap<QString, Entry> m_tables;  // by name, letter case of ASCII folded
+    QStringList m_tables;
     QStringList m_triggers;
     QString m_encoding;
     QString m_problem;

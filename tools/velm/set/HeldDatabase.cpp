@@ -59,7 +59,9 @@ QString HeldDatabase::open(bool readOnly)
     if (!database.open())
         return textOf(database.lastError());
     QSqlQuery first = query();
-    QString problem = run(first, QStringLiteral("begin"));
+    QString problem = run(first, QStringLiteral("pragma trusted_schema=off"));
+    if (problem.isEmpty())
+        problem = run(first, QStringLiteral("begin"));
     if (problem.isEmpty())  // what is asked first decides which state it is
         problem = run(first, QStringLiteral("select count(*) from sqlite_master"));
     m_isUnfinished = tellsReadOnly(first.lastError());
@@ -79,38 +81,50 @@ QString HeldDatabase::whyTruncated() const
     return problem;
 }
 
-QString HeldDatabase::problemOf(const TableSchema& table) const
+QString HeldDatabase::find(const QString& table, Entry& found) const
 {
-    QSqlQuery found = query();
+    QSqlQuery entry = query();
     QString problem = run(
-        found,
-        QStringLiteral("select name, type = 'table' and rootpage > 0 and sql like 'create table%' "
-                       "from sqlite_master where name = ? collate nocase "
-                       "and type in ('table', 'view')"),
-        {table.name});
-    if (!problem.isEmpty())
+        entry,
+        // A virtual table is a table too, even with a page that its author has given it.
+        QStringLiteral("select name, type, rootpage > 0 and sql like 'create table%' from "
+                       "sqlite_master where name = ? collate nocase and type in ('table', 'view')"),
+        {table});
+    if (!problem.isEmpty() || !entry.isValid())
         return problem;
-    if (!found.isValid())
-        return QStringLiteral("no such table");
-    if (!found.value(1).toBool())
-        return QStringLiteral("a view in its place");
+    found.name = entry.value(0).toString();
+    if (entry.value(1).toString() == QLatin1String("view"))
+        found.kind = QStringLiteral("a view");
+    else if (!entry.value(2).toBool())
+        found.kind = QStringLiteral("a virtual table");
+    if (!found.kind.isEmpty())
+        return QString();
     QSqlQuery columns = query();
     problem = run(columns, QStringLiteral("select name, hidden from pragma_table_xinfo(?)"),
-                  {found.value(0)});
-    QStringList names;
+                  {found.name});
     for (; problem.isEmpty() && columns.isValid(); columns.next()) {
         if (columns.value(1).toInt() > 1)
-            return QStringLiteral("columns are computed");
-        names.append(columns.value(0).toString());
+            found.kind = QStringLiteral("a table with computed columns");
+        found.columns.append(columns.value(0).toString());
     }
-    if (problem.isEmpty())
-        problem = textOf(columns.lastError());
+    return problem.isEmpty() ? textOf(columns.lastError()) : problem;
+}
+
+QString HeldDatabase::problemOf(const TableSchema& table) const
+{
+    Entry found;
+    QString problem = find(table.name, found);
+    if (!problem.isEmpty())
+        return problem;
+    if (found.name.isEmpty())
+        return QStringLiteral("no such table");
+    if (!found.kind.isEmpty())
+        return found.kind + QStringLiteral(" in its place");
     for (const ColumnSchema& column : table.columns) {
-        if (problem.isEmpty() && !column.optional
-            && !names.contains(column.name, Qt::CaseInsensitive))
-            problem = QStringLiteral("no column \"%1\"").arg(column.name);
+        if (!column.optional && !found.columns.contains(column.name, Qt::CaseInsensitive))
+            return QStringLiteral("no column \"%1\"").arg(column.name);
     }
-    return problem;
+    return QString();
 }
 
 QString HeldDatabase::findViews(QStringList& names) const
@@ -141,9 +155,8 @@ bool HeldDatabase::release()
     return !run(end, QStringLiteral("commit")).isEmpty() || version() != m_version;
 }
 
-QString HeldDatabase::run(QSqlQuery& query, const QString& sql, const QVariantList& values) const
+QString HeldDatabase::run(QSqlQuery& query, const QString& sql, const QVariantList& values)
 {
-    query.setForwardOnly(true);
     bool runs = query.prepare(sql);
     for (const QVariant& value : values)
         query.addBindValue(value);
@@ -155,7 +168,9 @@ QString HeldDatabase::run(QSqlQuery& query, const QString& sql, const QVariantLi
 
 QSqlQuery HeldDatabase::query() const
 {
-    return QSqlQuery(QSqlDatabase::database(m_connection, false));
+    QSqlQuery query(QSqlDatabase::database(m_connection, false));
+    query.setForwardOnly(true);
+    return query;
 }
 
 /// 0, which no content has, if it cannot be asked.

@@ -8,7 +8,7 @@
 
 /// A configuration database in one state: from hold() to release() a read transaction keeps other
 /// programs from changing it. In WAL mode they can, and release() tells.
-/// What it asks the file is bounded: it runs no view, and reads no table but for a single row.
+/// Nothing that stands in the file's schema is run.
 class HeldDatabase
 {
 public:
@@ -22,9 +22,26 @@ public:
     /// cannot be read; empty if it can
     QString hold();
 
+    /// What is stored under the name of a table.
+    struct Entry
+    {
+        QString name;         ///< as it is stored; empty if there is none
+        QString kind;         ///< "a view", if it stores no rows of its own; else empty
+        QStringList columns;  ///< of a table
+    };
+
+    /// Looks for a table, letter case as SQLite takes it. @return what went wrong; empty if nothing
+    /// did
+    QString find(const QString& table, Entry& found) const;
+
     /// Why a table, with every column that is needed, cannot be read; empty if it can. A view in
     /// its place, a virtual table or one with computed columns cannot, as for the library.
     QString problemOf(const TableSchema& table) const;
+
+    /// A query of this connection, for going forward only.
+    QSqlQuery query() const;
+    /// Leaves a query on its first row. @return what went wrong; empty if nothing did
+    static QString run(QSqlQuery& query, const QString& sql, const QVariantList& values = {});
 
     /// The views of the file. @return what went wrong; empty if nothing did
     QString findViews(QStringList& names) const;
@@ -40,9 +57,6 @@ public:
 private:
     QString open(bool readOnly);
     QString whyTruncated() const;
-    /// Leaves the query on its first row. @return what went wrong; empty if nothing did
-    QString run(QSqlQuery& query, const QString& sql, const QVariantList& values = {}) const;
-    QSqlQuery query() const;
     int version();
 
     QString m_path;
