@@ -326,6 +326,9 @@ TEST_F(CheckTest, RefusesWhatItCannotRead)
     ASSERT_TRUE(QFile::remove(path(u"config/PipeConfig.db"_s)));
     ASSERT_TRUE(QDir().mkdir(path(u"config/PipeConfig.db"_s)));
     refuses(u"PipeConfig.db: it is no file"_s);
+    ASSERT_TRUE(QDir().rmdir(path(u"config/PipeConfig.db"_s)));
+    ASSERT_TRUE(QFile::resize(file, 1024LL * 1024 * 1024 + 4096));  // of a hole, and sound
+    refuses(u"peltaconfig.db: larger than 1 GiB"_s);
 }
 
 TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)

@@ -67,7 +67,10 @@ Snapshot::Snapshot(const QString& fileName, const QString& path) : m_fileName(fi
     m_exists = QFileInfo::exists(path);
     if (!m_exists)
         return;
+    constexpr qint64 kGreatestFile = 1024 * 1024 * 1024;  // bytes, that the library reads
     m_problem = whyUnreadable(path, {});
+    if (QFileInfo(path).size() > kGreatestFile)
+        m_problem = QStringLiteral("larger than 1 GiB, which the library does not read");
     if (m_problem.isEmpty() && m_database.initDatabase(path, QString()) != Velm::VelmOk)
         m_problem = QStringLiteral("it cannot be opened as a database");
     if (!m_problem.isEmpty())
