@@ -9,7 +9,7 @@
 /// A key of a JSON document whose value has no effect.
 struct VelmUnknownKey
 {
-    QString key;
+    QString key;        ///< as it is written
     QStringList known;  ///< the keys that are known in its place
 };
 

@@ -5,6 +5,9 @@
 /// What SQLite makes of the path of a file.
 namespace velm::detail {
 
+/// Configuration databases of more bytes are not read; no value is larger than its file.
+constexpr qint64 kGreatestDatabase = 1024 * 1024 * 1024;
+
 /// The name under which SQLite opens the file, however long its path is.
 QString databaseName(const QString& path);
 

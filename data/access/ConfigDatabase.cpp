@@ -1,5 +1,6 @@
 #include "data/access/ConfigDatabase.h"
 
+#include "common/files/DatabasePath.h"
 #include "common/host/HostCalls.h"
 #include "CVelmDatabase.h"
 #include "data/sql/Connection.h"
@@ -13,15 +14,13 @@ namespace velm::detail {
 
 namespace {
 
-constexpr qint64 kGreatestFile = 1024 * 1024 * 1024;  // bytes; no value is larger than its file
-
 /// Why the file is not to be opened; empty if it is.
 QString refusalOf(const QString& path)
 {
     const QFileInfo file(path);
     if (!file.isFile())
         return file.exists() ? QStringLiteral("it is no file") : QStringLiteral("no such file");
-    if (file.size() > kGreatestFile)
+    if (file.size() > kGreatestDatabase)
         return QStringLiteral("larger than 1 GiB");
     return QString();
 }

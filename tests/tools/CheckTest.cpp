@@ -299,6 +299,8 @@ TEST_F(CheckTest, ReportsWhatIsMissingOnce)
         (QStringList{u"missing-database"_s, u"missing-table indexini"_s, u"text-file-lines"_s}))
         << "the text file stands in for the table";
     writeFile(u"config/attribute.def"_s, "F,A,n\n");
+    EXPECT_FALSE(found(check({u"--json"_s})).contains(u"text-file-field"_s));
+    runSql({u"delete from Attributetable"_s});
     EXPECT_TRUE(found(check({u"--json"_s})).contains(u"text-file-field"_s));
 }
 
@@ -326,6 +328,9 @@ TEST_F(CheckTest, RefusesWhatItCannotRead)
     ASSERT_TRUE(QFile::remove(path(u"config/PipeConfig.db"_s)));
     ASSERT_TRUE(QDir().mkdir(path(u"config/PipeConfig.db"_s)));
     refuses(u"PipeConfig.db: it is no file"_s);
+    ASSERT_TRUE(QDir().rmdir(path(u"config/PipeConfig.db"_s)));
+    ASSERT_TRUE(QFile::resize(file, 1024LL * 1024 * 1024 + 4096));  // of a hole, and sound
+    refuses(u"peltaconfig.db\": larger than 1 GiB"_s);
 }
 
 TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)

@@ -14,7 +14,7 @@ void checkEntries(const CheckedTable& table, const QString& column, Problems& pr
     QSet<QString> known;
     for (int row = 0; table.has(column) && row < table.size(); ++row) {
         const QString text = table.text(row, column);
-        if (text.isEmpty())
+        if (text.trimmed().isEmpty())
             problems.add(kEmptyEntry, table.place(row, column), QStringLiteral("is empty"));
         else if (known.contains(text))
             problems.add(kDuplicateEntry, table.place(row, column),
@@ -32,7 +32,7 @@ void checkList(const CheckedTable& table, int row, Problems& problems)
     QSet<QString> known;
     const QStringList entries = place.value.split(QLatin1Char(';'));
     for (const QString& entry : entries) {
-        if (entry.isEmpty())
+        if (entry.trimmed().isEmpty())
             problems.add(kEmptyEntry, place, QStringLiteral("has an empty entry"));
         else if (known.contains(entry))
             problems.add(kDuplicateEntry, place,

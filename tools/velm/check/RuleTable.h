@@ -43,7 +43,7 @@ inline constexpr std::array kAll{
          "A value of a column of integers has a fraction, and is rounded.",
          "Write the whole number that is meant."},
     Rule{"json-syntax", Severity::Error, "A text that is to be JSON does not parse.",
-         "Mend the text at the offset that is named."},
+         "Mend the text at the character that is named, or just before it."},
     Rule{"json-type", Severity::Error,
          "A JSON text, or a member of it, has another type than the library reads.",
          "Give the member the type that the message names."},
@@ -125,7 +125,7 @@ inline constexpr std::array kAll{
          "Write a number above 0; 1 leaves things as large as they are."},
     Rule{"layer-name", Severity::Error,
          "A layer has no name, or one with characters that drawings do not take: < > / \\ \" : ; ? "
-         "* | = `, or more than 255 characters.",
+         "* | = or a grave accent, or more than 255 characters.",
          "Write a name of letters, digits, _ and -."},
     Rule{"layer-differs-in-case", Severity::Warning,
          "Two layer names differ in letter case only; in drawings they are one layer.",

@@ -52,9 +52,10 @@ void rules::checkTextFiles(const CheckedSet& set, Problems& problems)
         const QString name = QLatin1String(text.name);
         const QFileInfo file(CVelmFindFile::Instance()->findFile(name, true));
         TextImport import;
-        if (!file.isFile() || !import.readFile(file.path(), name).isEmpty())
+        if (set.table(text.table).size() > 0 || !file.isFile()
+            || !import.readFile(file.path(), name).isEmpty())
             continue;
-        if (text.hasOneLine && set.table(text.table).size() == 0)
+        if (text.hasOneLine)
             checkLineCount(file, import.lineCount(), problems);
         for (const UnusedLine& line : import.unused())
             problems.add(kTextFileField, placeOf(file, line.line), line.reason);

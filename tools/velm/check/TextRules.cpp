@@ -28,10 +28,13 @@ void checkJson(const QString& text, ColumnType type, const Place& place, Problem
     if (text.isEmpty())
         return;
     QJsonParseError error{};
-    const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8(), &error);
+    const QByteArray bytes = text.toUtf8();
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    // Qt's words for it are in the language of the library, and a fingerprint is to be in none.
     if (error.error != QJsonParseError::NoError)
         problems.add(kJsonSyntax, place,
-                     QStringLiteral("%1 at offset %2").arg(error.errorString()).arg(error.offset));
+                     QStringLiteral("is no JSON at character %1")
+                         .arg(QString::fromUtf8(bytes.left(error.offset)).size() + 1));
     else if (type == ColumnType::JsonObject && !document.isObject())
         problems.add(kJsonType, place, QStringLiteral("is to be a JSON object"));
 }
