@@ -18,7 +18,6 @@ struct VelmDocumentCheck
 {
     bool parses = true;    ///< whether the text is JSON at all
     QStringList problems;  ///< one message each, with the path of the member; empty if all is well
-    QVector<VelmUnknownKey> unknownKeys;  ///< the first 100
 };
 
 namespace Velm {
@@ -29,5 +28,10 @@ namespace Velm {
 /// "字段转换" and the layout of the graphic-attribute library "图属库"; of another key's value
 /// nothing is known, and an empty text is no document.
 VELMCOMMON_EXPORT VelmDocumentCheck checkDocument(const QString& key, const QString& text);
+
+/// The first 100 keys of such a document whose values have no effect, since the library does not
+/// know them; none if it cannot be read.
+VELMCOMMON_EXPORT QVector<VelmUnknownKey> unknownDocumentKeys(const QString& key,
+                                                              const QString& text);
 
 }  // namespace Velm

@@ -16,6 +16,18 @@ void readGlobalParam(const QString& text, const ProblemSink& tell, UnknownKeys* 
         readConfigObject(*document, param, tell, unknown);
 }
 
+/// Reads the document of that name.
+void readDocument(const QString& key, const QString& text, const ProblemSink& tell,
+                  UnknownKeys* unknown)
+{
+    if (key == documents::globalParameters())
+        readGlobalParam(text, tell, unknown);
+    else if (key == documents::fieldConversion())
+        parseFieldConversion(text, tell, unknown);
+    else if (key == documents::genusLayout())
+        parseGenusLayout(text, tell, unknown);
+}
+
 }  // namespace
 
 VelmDocumentCheck Velm::checkDocument(const QString& key, const QString& text)
@@ -25,14 +37,17 @@ VelmDocumentCheck Velm::checkDocument(const QString& key, const QString& text)
         check.parses = check.parses && !dynamic_cast<const json::ParseError*>(&error);
         check.problems.append(error.messages());
     };
-    UnknownKeys unknown;
-    if (key == documents::globalParameters())
-        readGlobalParam(text, collect, &unknown);
-    else if (key == documents::fieldConversion())
-        parseFieldConversion(text, collect, &unknown);
-    else if (key == documents::genusLayout())
-        parseGenusLayout(text, collect, &unknown);
-    for (const json::UnknownKey& found : qAsConst(unknown))
-        check.unknownKeys.append({found.key, found.known});
+    readDocument(key, text, collect, nullptr);
     return check;
+}
+
+QVector<VelmUnknownKey> Velm::unknownDocumentKeys(const QString& key, const QString& text)
+{
+    UnknownKeys unknown;
+    readDocument(
+        key, text, [](const json::Error&) {}, &unknown);
+    QVector<VelmUnknownKey> keys;
+    for (const json::UnknownKey& found : qAsConst(unknown))
+        keys.append({found.key, found.known});
+    return keys;
 }

@@ -88,7 +88,8 @@ void checkDefinition(const CheckedSet& set, const QString& key, const Place& pla
     for (const QString& problem : check.problems)
         problems.add(check.parses ? kJsonType : kJsonSyntax, place,
                      key + QStringLiteral(": ") + problem);
-    for (const VelmUnknownKey& unknown : check.unknownKeys)
+    const QVector<VelmUnknownKey> unknownKeys = Velm::unknownDocumentKeys(key, place.value);
+    for (const VelmUnknownKey& unknown : unknownKeys)
         problems.add(kJsonKey, place,
                      key + QStringLiteral(": ") + unknownKey(unknown.key, unknown.known));
     if (check.problems.isEmpty() && key == documents::fieldConversion() && !place.value.isEmpty())
