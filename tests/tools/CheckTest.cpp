@@ -1,9 +1,7 @@
 #include "support/TemporaryRoot.h"
 #include "support/Tool.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QJsonArray>
 #include <QProcess>
 #include <QUrl>
