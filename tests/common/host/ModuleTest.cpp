@@ -5,8 +5,8 @@
 #include "support/TemporaryRoot.h"
 
 #include <QRegularExpression>
-#include <QThread>
 #include <qtestsupport_core.h>
+#include <QThread>
 
 #include <thread>
 #include <vector>
