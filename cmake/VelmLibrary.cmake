@@ -8,6 +8,7 @@ add_library(velm_files STATIC
     common/files/AtomicFile.cpp
     common/files/DatabasePath.cpp
     common/files/FileLock.cpp
+    common/files/StagedFile.cpp
     common/platform/FileSystem${VELM_SYSTEM}.cpp)
 set_target_properties(velm_files PROPERTIES
     POSITION_INDEPENDENT_CODE ON
@@ -67,6 +68,10 @@ add_library(velm_objects OBJECT
     config/tables/CVelmWorkDB.cpp
     config/tables/CVelmWorkDef.cpp
     config/tables/DefinitionFile.cpp
+    crypto/CVelmCryptionFactory.cpp
+    crypto/CVelmCyptionDES2.cpp
+    crypto/Des.cpp
+    crypto/DesFile.cpp
     data/access/ConfigDatabase.cpp
     data/access/ConfigSources.cpp
     data/access/SystemConfig.cpp
