@@ -9,6 +9,7 @@ add_library(velm_files STATIC
     common/files/DatabasePath.cpp
     common/files/FileLock.cpp
     common/files/StagedFile.cpp
+    common/files/StagingFolder.cpp
     common/platform/FileSystem${VELM_SYSTEM}.cpp)
 set_target_properties(velm_files PROPERTIES
     POSITION_INDEPENDENT_CODE ON
@@ -19,6 +20,15 @@ target_link_libraries(velm_files PUBLIC Qt5::Core PRIVATE velm_flags)
 
 add_library(velm_objects OBJECT
     include/CVelmEvent.h  # for moc
+    archive/CVelmCompress.cpp
+    archive/EntryName.cpp
+    archive/Extraction.cpp
+    archive/ReadLimits.cpp
+    archive/SourceTree.cpp
+    archive/ZipDevice.cpp
+    archive/ZipReader.cpp
+    archive/ZipTime.cpp
+    archive/ZipWriter.cpp
     calc/CVelmCalculate.cpp
     common/files/CVelmFilePath.cpp
     common/files/CVelmFindFile.cpp
@@ -111,7 +121,7 @@ set_source_files_properties(config/parameters/CVelmSystemGlobal.cpp PROPERTIES
     COMPILE_DEFINITIONS VELM_VERSION="${PROJECT_VERSION}")
 target_include_directories(velm_objects PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR})
 target_link_libraries(velm_objects
-    PUBLIC velm_files Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Sql Qt5::Xml RapidJSON ${CMAKE_DL_LIBS}
+    PUBLIC velm_files Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Sql Qt5::Xml RapidJSON Minizip ${CMAKE_DL_LIBS}
     PRIVATE velm_flags)
 
 add_library(VelmCommon SHARED common/platform/ModuleEntry${VELM_SYSTEM}.cpp)

@@ -1,11 +1,9 @@
 #include "common/files/StagedFile.h"
 
 #include "common/files/AtomicFile.h"
-#include "common/platform/FileSystem.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QUuid>
 
 namespace velm::detail {
 
@@ -32,10 +30,8 @@ StagedFile::StagedFile(const QString& target) : m_target(behindLinks(target)) {}
 
 StagedFile::~StagedFile()
 {
-    if (m_file.fileName().isEmpty())
-        return;
-    m_file.close();
-    platform::removeFile(m_file.fileName());
+    m_file.close();  // before its folder goes
+    m_staging.reset();
 }
 
 QString StagedFile::open()
@@ -55,12 +51,12 @@ QString StagedFile::open()
 
 bool StagedFile::makeIn(const QString& folder)
 {
-    const QString name = QUuid::createUuid().toString(QUuid::Id128).left(8);
-    m_file.setFileName(folder + QStringLiteral("/.velm-") + name);
-    if (m_file.open(QIODevice::ReadWrite | QIODevice::NewOnly))
-        return true;
-    m_file.setFileName(QString());
-    return false;
+    StagingFolder::removeLeftOver(folder);
+    m_staging = std::make_unique<StagingFolder>();
+    if (!m_staging->make(folder))
+        return false;
+    m_file.setFileName(m_staging->path(QStringLiteral("file")));
+    return m_file.open(QIODevice::ReadWrite | QIODevice::NewOnly);
 }
 
 QString StagedFile::write(const char* bytes, qint64 size)
@@ -76,10 +72,9 @@ QString StagedFile::commit()
         return copyIntoPlace();
     m_file.close();
     QString problem;
-    if (!AtomicFile(m_target, m_file.fileName()).commit(problem))
-        return QStringLiteral("\"%1\": ").arg(m_target) + problem;
-    m_file.setFileName(QString());
-    return QString();
+    return AtomicFile(m_target, m_file.fileName()).commit(problem)
+               ? QString()
+               : QStringLiteral("\"%1\": ").arg(m_target) + problem;
 }
 
 QString StagedFile::copyIntoPlace()

@@ -1,13 +1,17 @@
 #pragma once
 
+#include "common/files/StagingFolder.h"
+
 #include <QFile>
 #include <QString>
+
+#include <memory>
 
 namespace velm::detail {
 
 /// Content on its way into a file. It is written under another name and takes its place whole with
-/// commit(): until then, and if the process is killed, the file holds what it held. A link is
-/// followed and stays a link.
+/// commit(): until then, and if the process is killed, the file holds what it held; what is left
+/// then goes with the next one in that folder. A link is followed and stays a link.
 /// In a folder that takes no new file, and for what is no ordinary file, the content is gathered in
 /// the folder of temporary files and copied into its place, and a failure while it is copied is one
 /// that leaves half.
@@ -35,6 +39,7 @@ private:
     QString copyIntoPlace();
 
     QString m_target;
+    std::unique_ptr<StagingFolder> m_staging;
     QFile m_file;
     bool m_isBeside = false;
 };

@@ -11,6 +11,7 @@
 
 using velm::detail::AtomicFile;
 using velm::detail::FileLock;
+using velm::detail::StagingFolder;
 namespace platform = velm::detail::platform;
 
 namespace {

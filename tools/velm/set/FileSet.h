@@ -1,10 +1,10 @@
 #pragma once
 
 #include "set/OldDatabase.h"
-#include "set/StagingFolder.h"
 
 #include "common/files/AtomicFile.h"
 #include "common/files/FileLock.h"
+#include "common/files/StagingFolder.h"
 
 #include <QStringList>
 
@@ -65,7 +65,7 @@ private:
     bool m_isNew = false;  // the folder does not exist; settled by lock()
     bool m_committed = false;
     QStringList m_madeFolders;  // in the order of making
-    std::unique_ptr<StagingFolder> m_staging;
+    std::unique_ptr<velm::detail::StagingFolder> m_staging;
     std::unique_ptr<velm::detail::FileLock> m_lock;
     QStringList m_files;      // names of what is made
     QStringList m_databases;  // those of them that are databases

@@ -1,4 +1,4 @@
-#include "set/StagingFolder.h"
+#include "common/files/StagingFolder.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -7,7 +7,7 @@
 
 #include <utility>
 
-using velm::detail::FileLock;
+namespace velm::detail {
 
 namespace {
 
@@ -79,3 +79,5 @@ void StagingFolder::keep()
 {
     m_lock.reset();
 }
+
+}  // namespace velm::detail

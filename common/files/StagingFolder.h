@@ -6,6 +6,8 @@
 
 #include <memory>
 
+namespace velm::detail {
+
 /// A folder of our own to make files in, gone with the object. Its name is ".velm-" and eight
 /// hexadecimal digits; a lock beside it, called the same with ".lock", tells that its process
 /// lives.
@@ -34,5 +36,7 @@ public:
 
 private:
     QString m_path;
-    std::unique_ptr<velm::detail::FileLock> m_lock;
+    std::unique_ptr<FileLock> m_lock;
 };
+
+}  // namespace velm::detail

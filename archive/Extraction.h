@@ -1,0 +1,53 @@
+#pragma once
+
+#include "archive/ReadLimits.h"
+#include "common/files/StagingFolder.h"
+
+#include <QSet>
+
+#include <memory>
+
+namespace velm::detail {
+
+/// Extracts entries into a folder: looks at all of them first, makes the files in a folder of its
+/// own within it, and moves them into their places when all are there.
+class Extraction
+{
+public:
+    Extraction(ZipReader& archive, const CompressSettings& settings, const QString& folder);
+    /// Removes what was not moved into its place, and the folders made for it.
+    ~Extraction();
+    Q_DISABLE_COPY(Extraction)
+
+    // What went wrong is answered; nothing if nothing did.
+
+    /// Chooses entries, all if @p names is empty, and looks whether they may be extracted.
+    QString choose(const QVector<ZipEntry>& entries, const QStringList& names);
+    QString extract();
+
+private:
+    QString admit(const ZipEntry& entry);
+    QString addFolders(const QString& name);
+    QString placeProblem(const QString& name) const;
+
+    QString makeFolder();
+    QString make(const ZipEntry& entry);
+    QString makeFile(const ZipEntry& entry, const QString& path);
+    QString moveAll(const QString& from, const QString& to);
+    QString moveEntry(const QString& from, const QString& to);
+
+    ZipReader& m_archive;
+    const CompressSettings& m_settings;
+    ReadLimits m_limits;
+    QString m_folder;
+    QVector<ZipEntry> m_chosen;
+    QSet<QString> m_files;      // their names, in one spelling
+    QSet<QString> m_folders;    // the same
+    QStringList m_madeFolders;  // in the order of making
+    QString m_content;          // where the files are made
+    QString m_lastFolder;       // that was made there
+    bool m_isDone = false;
+    std::unique_ptr<StagingFolder> m_staging;
+};
+
+}  // namespace velm::detail

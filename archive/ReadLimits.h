@@ -1,0 +1,32 @@
+#pragma once
+
+#include "archive/CompressSettings.h"
+#include "archive/ZipReader.h"
+
+namespace velm::detail {
+
+/// Keeps what is taken out of an archive within the bounds: what it claims, and what there is.
+class ReadLimits
+{
+public:
+    explicit ReadLimits(const CompressSettings& settings) : m_settings(settings) {}
+
+    // What is wrong is answered; nothing if nothing is.
+
+    /// By what the archive claims of an entry.
+    QString admit(const ZipEntry& entry);
+    /// By @p bytes more of the content of an entry, told to the progress, too.
+    QString take(const ZipEntry& entry, qint64 bytes);
+
+private:
+    QString tooMuch() const;
+    QString ratioProblem(const ZipEntry& entry, qint64 size) const;
+
+    const CompressSettings& m_settings;
+    qint64 m_claimed = 0;
+    qint64 m_taken = 0;
+    qint64 m_takenOfEntry = 0;
+    unz64_file_pos m_entry{};
+};
+
+}  // namespace velm::detail

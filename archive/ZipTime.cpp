@@ -1,0 +1,68 @@
+#include "archive/ZipTime.h"
+
+#include <QtEndian>
+
+#include <limits>
+
+namespace velm::detail {
+
+namespace {
+
+constexpr quint16 kTimeField = 0x5455;
+constexpr char kHasModified = 1;
+
+}  // namespace
+
+QByteArray timeField(const QDateTime& modified)
+{
+    const qint64 seconds = modified.toSecsSinceEpoch();
+    if (!modified.isValid() || seconds < 0 || seconds > std::numeric_limits<qint32>::max())
+        return QByteArray();
+    QByteArray field(9, '\0');
+    qToLittleEndian<quint16>(kTimeField, field.data());
+    qToLittleEndian<quint16>(5, field.data() + 2);
+    field[4] = kHasModified;
+    qToLittleEndian<qint32>(static_cast<qint32>(seconds), field.data() + 5);
+    return field;
+}
+
+QDateTime timeOfFields(const QByteArray& fields)
+{
+    for (int at = 0; at + 4 <= fields.size();) {
+        const auto id = qFromLittleEndian<quint16>(fields.constData() + at);
+        const int size = qFromLittleEndian<quint16>(fields.constData() + at + 2);
+        at += 4;
+        if (id == kTimeField && size >= 5 && at + 5 <= fields.size()
+            && (fields.at(at) & kHasModified) != 0)
+            return QDateTime::fromSecsSinceEpoch(
+                qFromLittleEndian<qint32>(fields.constData() + at + 1));
+        at += size;
+    }
+    return QDateTime();
+}
+
+quint32 dosTime(const QDateTime& modified)
+{
+    constexpr int kFirstYear = 1980;
+    constexpr int kLastYear = 2107;
+    constexpr quint32 kFirst = 1U << 21 | 1U << 16;
+    const QDateTime local = modified.toLocalTime();
+    const QDate date = local.date();
+    const QTime time = local.time();
+    if (!local.isValid() || date.year() < kFirstYear || date.year() > kLastYear)
+        return kFirst;
+    const int day = (date.year() - kFirstYear) << 9 | date.month() << 5 | date.day();
+    const int second = time.hour() << 11 | time.minute() << 5 | time.second() / 2;
+    return static_cast<quint32>(day) << 16 | static_cast<quint32>(second);
+}
+
+QDateTime timeOfDos(quint32 dos)
+{
+    const auto bits = [dos](int first, int count) {
+        return static_cast<int>(dos >> first & ((1U << count) - 1));
+    };
+    return QDateTime(QDate(1980 + bits(25, 7), bits(21, 4), bits(16, 5)),
+                     QTime(bits(11, 5), bits(5, 6), 2 * bits(0, 5)));
+}
+
+}  // namespace velm::detail

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+
+namespace velm::detail {
+
+/// The field behind a name that tells the time of a file in seconds since 1970, UTC ("UT", 0x5455,
+/// of Info-ZIP); empty where 32 bits do not hold it.
+QByteArray timeField(const QDateTime& modified);
+
+/// The time that the fields behind a name tell; invalid if they tell none.
+QDateTime timeOfFields(const QByteArray& fields);
+
+/// A local time in the form of MS-DOS, years 1980 to 2107 in steps of 2 seconds, and back.
+quint32 dosTime(const QDateTime& modified);
+QDateTime timeOfDos(quint32 dos);
+
+}  // namespace velm::detail

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "archive/ZipDevice.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <functional>
+
+#include <minizip/zip.h>
+
+namespace velm::detail {
+
+/// Writes an archive to a device.
+class ZipWriter
+{
+public:
+    /// @p device is open and empty, can be sought in and lives longer. @p level is 0 to 9.
+    ZipWriter(QIODevice& device, int level) : m_device(device), m_level(level) {}
+    ~ZipWriter();
+    Q_DISABLE_COPY(ZipWriter)
+
+    // What went wrong is answered; nothing if nothing did.
+
+    QString open();
+    /// Told how many bytes more are written; what is wrong ends the writing.
+    using Progress = std::function<QString(qint64 bytes)>;
+    /// Adds what a device holds, about @p size bytes.
+    QString addFile(const QString& name, const QDateTime& modified, QIODevice& content, qint64 size,
+                    const Progress& progress);
+    /// Adds a folder; its name ends with "/".
+    QString addFolder(const QString& name, const QDateTime& modified);
+    /// Writes the directory. Without it, what was written is no archive.
+    QString close();
+
+private:
+    QString beginEntry(const QString& name, const QDateTime& modified, bool isFolder, qint64 size);
+    QString copy(QIODevice& content, const Progress& progress);
+    bool widenEnd();
+    QString failed() const;
+
+    ZipDevice m_device;
+    int m_level;
+    zipFile m_archive = nullptr;
+    int m_entries = 0;
+};
+
+}  // namespace velm::detail

@@ -1,0 +1,41 @@
+#include "archive/ZipReader.h"
+#include "archive/ZipTime.h"
+#include "archive/ZipWriter.h"
+
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+
+using namespace velm::detail;
+
+TEST(Zip, HoldsMoreEntriesThanTheFirstFormat)
+{
+    constexpr int kCount = 66000;
+    QBuffer buffer;
+    ASSERT_TRUE(buffer.open(QIODevice::ReadWrite));
+    ZipWriter writer(buffer, 6);
+    ASSERT_EQ(writer.open(), QString());
+    for (int i = 0; i < kCount; ++i)
+        ASSERT_EQ(writer.addFolder(QString::number(i) + QLatin1Char('/'), QDateTime()), QString());
+    ASSERT_EQ(writer.close(), QString());
+    ZipReader reader(buffer);
+    QVector<ZipEntry> entries;
+    ASSERT_EQ(reader.open(), QString());
+    ASSERT_EQ(reader.readEntries(entries), QString());
+    ASSERT_EQ(entries.size(), kCount);
+    EXPECT_EQ(entries.last().name, QStringLiteral("65999/"));
+}
+
+TEST(Zip, TellsTimesAsTheFormatHasThem)
+{
+    const QDateTime time(QDate(2107, 12, 31), QTime(23, 59, 58));
+    EXPECT_EQ(timeOfDos(dosTime(time)), time);
+    EXPECT_EQ(dosTime(QDateTime(QDate(1979, 12, 31), QTime(0, 0))), 0x00210000U);
+    EXPECT_FALSE(timeOfDos(0).isValid());
+    EXPECT_EQ(timeField(time), QByteArray()) << "beyond 32 bits";
+    const QDateTime known = QDateTime::fromSecsSinceEpoch(1234567890);
+    EXPECT_EQ(timeField(known).toHex(), "5554050001d2029649");
+    EXPECT_EQ(timeOfFields(QByteArray("\1\0\2\0xx", 6) + timeField(known)), known);
+    for (int size = 0; size < 9; ++size)
+        EXPECT_FALSE(timeOfFields(timeField(known).left(size)).isValid()) << size;
+}
