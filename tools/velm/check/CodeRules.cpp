@@ -1,4 +1,5 @@
 #include "check/CheckedSet.h"
+#include "check/LayerNames.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
 
@@ -44,11 +45,11 @@ void checkUnique(const CheckedTable& table, const QString& column, const Uniquen
         if (exact.contains(text)) {
             if (rules.same)
                 problems.add(*rules.same, table.place(row, column),
-                             QStringLiteral("stands in row %1 already")
+                             QStringLiteral("stands in row %1 too")
                                  .arg(table.place(exact.value(text), column).row));
         } else if (first != folded.constEnd() && rules.differsInCase) {
             problems.add(*rules.differsInCase, table.place(row, column),
-                         QStringLiteral("is \"%1\" in row %2")
+                         QStringLiteral("differs from \"%1\" in row %2 in letter case only")
                              .arg(table.text(*first, column))
                              .arg(table.place(*first, column).row));
         }
@@ -156,16 +157,31 @@ void checkSpecialLines(const CheckedTable& index, const CheckedTable& work,
     }
 }
 
+/// Reports layers that are written otherwise than in most rows.
+void checkLayerNames(const CheckedTable& work, Problems& problems)
+{
+    const QString column = QStringLiteral("LAYER");
+    const QHash<QString, QString> usual = usualLayerNames(work);
+    for (int row = 0; work.has(column) && row < work.size(); ++row) {
+        const QString layer = work.text(row, column).trimmed();
+        const QString name = usual.value(layer.toLower());
+        if (layer != name)
+            problems.add(kLayerDiffersInCase, work.place(row, column),
+                         QStringLiteral("differs from \"%1\", as most rows have it, in letter case "
+                                        "only")
+                             .arg(name));
+    }
+}
+
 }  // namespace
 
 void rules::checkCodes(const CheckedSet& set, Problems& problems)
 {
     for (const CheckedTable& table : set.tables())
         checkKeys(table, problems);
-    checkUnique(set.table("Workdef"), QStringLiteral("LAYER"),
-                {nullptr, nullptr, &kLayerDiffersInCase}, problems);
     const CheckedTable& index = set.table("indexini");
     const CheckedTable& work = set.table("Workdef");
+    checkLayerNames(work, problems);
     if (!index.has(kCode))
         return;
     const QHash<QString, int> codes = codesOf(index);

@@ -130,7 +130,7 @@ void checkRecordFields(const CheckedSet& set, const FieldFinder& finder)
             field.toLongLong(&isNumber);
             // What is shown may come from the feature's own table.
             const bool isShown = column == QLatin1String("SHOWFIELD");
-            if (isShown && set.gisTables().hasField(own, field))
+            if (isShown && (own.isEmpty() || set.gisTables().hasField(own, field)))
                 continue;
             if (!isNumber && !field.isEmpty() && set.gisTables().contains(table))
                 finder.check(kUnknownRecordField, records.place(row, column), code, table, field);

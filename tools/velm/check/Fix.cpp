@@ -2,6 +2,7 @@
 
 #include "check/CheckedSet.h"
 #include "check/DatabaseFix.h"
+#include "check/LayerNames.h"
 #include "check/Report.h"
 
 #include "CVelmSystemGlobal.h"
@@ -21,19 +22,6 @@ const CheckedTable* tableOf(const CheckedSet& set, const Place& place)
             return &table;
     }
     return nullptr;
-}
-
-/// How each layer is written first, by lower-case name.
-QHash<QString, QString> layersOf(const CheckedSet& set)
-{
-    const CheckedTable& work = set.table("Workdef");
-    QHash<QString, QString> layers;
-    for (int row = 0; row < work.size(); ++row) {
-        const QString layer = work.text(row, QStringLiteral("LAYER")).trimmed();
-        if (!layers.contains(layer.toLower()))
-            layers.insert(layer.toLower(), layer);
-    }
-    return layers;
 }
 
 Holds heldBy(const CheckedTable& table, const QString& column)
@@ -111,7 +99,7 @@ QVector<Fix::Change> Fix::plan(const CheckedSet& set, const QVector<Problem>& pr
                                const QString& database)
 {
     QVector<Change> changes;
-    const QHash<QString, QString> layers = layersOf(set);
+    const QHash<QString, QString> layers = usualLayerNames(set.table("Workdef"));
     NamesInUse names(set);
     for (const Problem& problem : problems) {
         const Place& place = problem.place;

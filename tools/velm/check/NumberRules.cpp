@@ -69,7 +69,8 @@ void checkNumber(const CheckedTable& table, int row, const ColumnSchema& column,
         return problems.add(kFraction, place, QStringLiteral("is to be a whole number"));
     value.toInt(&converts);  // a text of an integer takes no fraction and no exponent
     if (!converts || std::abs(number) > std::numeric_limits<int>::max())
-        problems.add(kNotANumber, place, QStringLiteral("is no integer of 32 bits"));
+        problems.add(kNotANumber, place,
+                     QStringLiteral("is too large for a whole number, 2147483647 at most"));
 }
 
 void checkRange(const CheckedTable& table, const Range& range, Problems& problems)

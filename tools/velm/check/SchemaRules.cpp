@@ -43,7 +43,8 @@ void rules::checkSchema(const CheckedSet& set, Problems& problems)
     }
     for (const Place& place : set.withoutIndex())
         problems.add(kMissingIndex, place,
-                     QStringLiteral("has no index; \"create index\" makes queries fast"));
+                     QStringLiteral("has no index: create index IX_%1_%2 on %1 ([%2])")
+                         .arg(place.table, place.column));
     for (const Place& place : set.triggers())
         problems.add(kTrigger, place, QStringLiteral("is a trigger"));
 }

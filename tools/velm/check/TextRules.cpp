@@ -58,6 +58,31 @@ bool isName(Holds holds)
            && holds != Holds::Default;
 }
 
+/// Up to three characters of a text, quoted, that something is true of.
+template<class Predicate>
+QString namesOf(const QString& text, const Predicate& isMeant)
+{
+    constexpr int kMost = 3;
+    QStringList names;
+    const QVector<uint> characters = text.toUcs4();
+    for (const uint character : characters) {
+        const QString name = QLatin1Char('"') + QString::fromUcs4(&character, 1) + QLatin1Char('"');
+        if (isMeant(character) && !names.contains(name) && names.size() < kMost)
+            names.append(name);
+    }
+    return names.join(QStringLiteral(", "));
+}
+
+/// "a tab", "a line break" or "a control character".
+QString nameOfControl(const QString& text)
+{
+    if (text.contains(QLatin1Char('\t')))
+        return QStringLiteral("a tab");
+    return text.contains(QLatin1Char('\n')) || text.contains(QLatin1Char('\r'))
+               ? QStringLiteral("a line break")
+               : QStringLiteral("a control character");
+}
+
 bool isControl(QChar ch)
 {
     return ch.category() == QChar::Other_Control || ch == QChar::LineSeparator
@@ -67,8 +92,8 @@ bool isControl(QChar ch)
 void checkName(const QString& text, const Place& place, Problems& problems)
 {
     if (std::any_of(text.begin(), text.end(), isControl))
-        problems.add(kControlCharacter, place, QStringLiteral("holds a control character"));
-    if (text.trimmed() != text)
+        problems.add(kControlCharacter, place, QStringLiteral("holds ") + nameOfControl(text));
+    else if (text.trimmed() != text)
         problems.add(kBlankAtEnd, place, QStringLiteral("begins or ends with a blank"));
 }
 
@@ -77,9 +102,13 @@ void checkLayer(const QString& text, const Place& place, Problems& problems)
     static const QRegularExpression forbidden(QStringLiteral("[<>/\\\\\":;?*|=`]"));
     constexpr int kLongest = 255;
     if (text.trimmed().isEmpty())
-        problems.add(kLayerName, place, QStringLiteral("names no layer"));
+        problems.add(kLayerName, place, QStringLiteral("is empty"));
     else if (text.contains(forbidden))
-        problems.add(kLayerName, place, QStringLiteral("holds characters that no layer may have"));
+        problems.add(kLayerName, place,
+                     QStringLiteral("holds %1, which no layer may have")
+                         .arg(namesOf(text, [](uint character) {
+                             return forbidden.match(QString::fromUcs4(&character, 1)).hasMatch();
+                         })));
     else if (text.size() > kLongest)
         problems.add(kLayerName, place, QStringLiteral("is longer than 255 characters"));
 }
@@ -129,7 +158,11 @@ void checkText(const CheckedTable& table, int row, const ColumnSchema& column, P
         && columnsOfTextFiles().contains(table.name() + QLatin1Char('.') + column.name))
         problems.add(kComma, place, QStringLiteral("holds a comma"));
     if (!isAscii(text) && !fitsGbk(text))
-        problems.add(kNotInGbk, place, QStringLiteral("holds characters that GBK does not have"));
+        problems.add(kNotInGbk, place,
+                     QStringLiteral("holds %1, which GBK does not have")
+                         .arg(namesOf(text, [](uint character) {
+                             return !fitsGbk(QString::fromUcs4(&character, 1));
+                         })));
 }
 
 }  // namespace
