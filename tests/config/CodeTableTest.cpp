@@ -8,8 +8,6 @@
 #include "support/LocalCodec.h"
 #include "support/TemporaryRoot.h"
 
-#include <QFile>
-
 #include <utility>
 
 namespace {

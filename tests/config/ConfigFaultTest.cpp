@@ -12,9 +12,6 @@
 #include "support/StarvedMemory.h"
 #include "support/TemporaryRoot.h"
 
-#include <QDir>
-#include <QFile>
-
 #include <future>
 
 namespace {

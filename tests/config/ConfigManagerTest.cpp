@@ -5,8 +5,6 @@
 #include "CVelmWork.h"
 #include "support/TemporaryRoot.h"
 
-#include <QFile>
-
 namespace {
 
 class ConfigManagerTest : public TemporaryRoot

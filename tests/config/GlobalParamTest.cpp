@@ -8,9 +8,6 @@
 #include "support/Boxes.h"
 #include "support/TemporaryRoot.h"
 
-#include <QFile>
-#include <QFileInfo>
-
 #include <memory>
 
 using velm::detail::GlobalParamStore;

@@ -12,8 +12,6 @@
 #include "config/Told.h"
 #include "support/TemporaryRoot.h"
 
-#include <QFile>
-
 namespace {
 
 /// The configuration manager on a configuration of the test's own.

@@ -4,8 +4,6 @@
 #include "support/TemporaryRoot.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFile>
 
 #ifdef Q_OS_WIN
 #include <windows.h>

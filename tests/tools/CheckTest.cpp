@@ -1,9 +1,7 @@
 #include "support/TemporaryRoot.h"
 #include "support/Tool.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QJsonArray>
 #include <QProcess>
 #include <QUrl>
@@ -442,11 +440,11 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
     EXPECT_EQ(querySql(u"select CODE from indexini where NAME = '一般房屋'"_s),
               QStringList{u"310301"_s});
 
-    for (int copies = 2; copies < 4; ++copies) {  // within a second, mostly
+    for (int count = 2; count < 4; ++count) {  // within a second, mostly
         runSql({u"insert into VelmCmdSetting values ('', '[]')"_s});
         check({u"--fix"_s});
         EXPECT_EQ(QDir(path(u"config"_s)).entryList({u"peltaconfig.db.before-fix-*"_s}).size(),
-                  copies);
+                  count);
     }
     runSql({u"insert into VelmCmdSetting values ('', '[]')"_s,
             u"create trigger t after delete on VelmCmdSetting begin delete from indexini;end"_s});

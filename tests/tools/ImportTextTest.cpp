@@ -1,8 +1,6 @@
 #include "support/TemporaryRoot.h"
 #include "support/Tool.h"
 
-#include <QDir>
-#include <QFile>
 #include <QJsonArray>
 #include <QSqlDatabase>
 #include <QSqlQuery>

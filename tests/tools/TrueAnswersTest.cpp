@@ -2,9 +2,6 @@
 #include "support/TemporaryRoot.h"
 #include "support/Tool.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
