@@ -95,13 +95,13 @@ TEST_F(ToolTest, TellsWhatIsWrongAndWhatToDo)
         const char* arguments;
         int exitCode;
         const char* talk;
-    } cases[] = {{"lookup 31030", 1, "did you mean 310301"},
+    } cases[] = {{"lookup 31030", 1, "did you mean \"310301\""},
                  {"lookup FW", 1, "--by usercode"},
                  {"lookup JMD_PG", 1, "--by table"},
                  {"lookup --by usercode 310301", 1, "leave --by out"},
                  {"lookup --by name FW", 2, "not \"name\""},
                  {"lookup", 2, "which code"},
-                 {"lokup 310301", 2, "did you mean lookup?"},
+                 {"lokup 310301", 2, "did you mean \"lookup\"?"},
                  {"list extra", 2, "unexpected argument \"extra\""},
                  {"list --type five", 2, "not \"five\""},
                  {"list --match nothingatall", 1, "no feature code matches"},
