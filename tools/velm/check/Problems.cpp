@@ -21,7 +21,8 @@ QString excerpt(const QString& value)
 
 QString Problem::fingerprint() const
 {
-    static const QRegularExpression rowNumber(QStringLiteral("row [0-9]+"));
+    static const QRegularExpression rowNumber(
+        QStringLiteral("(?:row|line) [0-9]+|, and so (?:does|do) [0-9]+ more [a-z]+"));
     return QString::fromLatin1(
         digest({QLatin1String(rule->id), place.database, place.table, excerpt(place.key),
                 place.column, excerpt(place.value), QString(message).remove(rowNumber)})

@@ -26,6 +26,14 @@ inline constexpr std::array kAll{
          "A column that the library reads is not in the table, so its values are empty or 0; a "
          "dictionary without one is not known.",
          "Add the column; docs/configuration.md tells its type."},
+    Rule{"empty-table", Severity::Error,
+         "A table has no rows, or a GIS table no fields, and other tables refer to it. Faults that "
+         "follow from it are not listed.",
+         "Fill the table, or remove what refers to it."},
+    Rule{"key-type", Severity::Warning,
+         "A column of codes or names has a type that makes numbers of texts, so that a code as 007 "
+         "or 1e5 is stored as another one.",
+         "Give the column the type TEXT: make the table anew and copy its rows."},
     Rule{"missing-index", Severity::Note,
          "A column by which rows are looked up has no database index, so every query reads the "
          "whole table.",
@@ -41,7 +49,7 @@ inline constexpr std::array kAll{
     Rule{"not-finite", Severity::Error, "A number is infinite (\"inf\") or undefined (\"nan\").",
          "Write an ordinary number."},
     Rule{"fraction", Severity::Warning,
-         "A value of a column of integers has a fraction, and is rounded.",
+         "A value of a column of integers has a fraction, and counts as another number.",
          "Write the whole number that is meant."},
     Rule{"json-syntax", Severity::Error, "A text that is to be JSON does not parse.",
          "Mend the text at the character that is named, or just before it: a comma or a quote too "
@@ -82,8 +90,9 @@ inline constexpr std::array kAll{
          "Give it one, or remove the row; \"velm check --fix\" removes it."},
     Rule{"duplicate-code", Severity::Error,
          "A code, or a name by which rows are found, stands in more than one row, and only one of "
-         "them counts: the first of VelmAnnotate, VelmFrame, VelmCmdSetting and globaldefines, the "
-         "last of the other tables of features. A field that is defined twice is shown twice.",
+         "them counts: the first of VelmAnnotate, VelmFrame, VelmCmdSetting, globaldefines and "
+         "SYS_GISTABLE, the last of the other tables. A field that is defined twice is shown "
+         "twice.",
          "Remove the rows that do not count, or the doubled field."},
     Rule{"code-differs-in-case", Severity::Warning,
          "Two codes differ in letter case only; codes are compared exactly, so these are two "
@@ -112,7 +121,8 @@ inline constexpr std::array kAll{
          "Write 5 as ENTTYPE in Workdef, or another LTYPE in indexini."},
     // Numbers and layers.
     Rule{"entity-type-range", Severity::Error,
-         "An entity type is not one of 0 to 8; in Workdef it may be -1 too, \"not given\".",
+         "An entity type is not one of 0 to 8; in Workdef it may be -1 too, \"not given\", and in "
+         "QuobAreaLine nothing.",
          "Write 1 for general, 3 for text or 5 for special lines."},
     Rule{"annotation-type-range", Severity::Error, "An annotation type is not one of 0 to 5.",
          "Write one of 0 to 5."},
@@ -156,7 +166,8 @@ inline constexpr std::array kAll{
          "The decimals of a field are not one of 0 to 15, or more than its length.",
          "Write fewer decimals, or a greater length."},
     Rule{"default-does-not-fit", Severity::Error,
-         "The default value of a field does not fit its type, or a text or real one its length.",
+         "The default value of a field does not fit its type or its length, or is no code of its "
+         "dictionary.",
          "Write a value that one could type into the field."},
     Rule{"in-both-databases", Severity::Warning,
          "A GIS table, a field or a dictionary is defined in both databases. Of a table that of "
@@ -164,7 +175,7 @@ inline constexpr std::array kAll{
          "Remove it from the database that does not count, a field from either."},
     // What refers to fields and dictionaries.
     Rule{"unknown-dictionary", Severity::Error,
-         "A field refers to a dictionary that does not exist.",
+         "A field refers to a dictionary that does not exist. It is told once, at the first field.",
          "Correct the name, of which letter case counts, or add it: a table TBL_..., or a row of "
          "SYS_DICTIONARY."},
     Rule{"unknown-pipe-field", Severity::Error,
@@ -182,7 +193,8 @@ inline constexpr std::array kAll{
          "EXTDATA of an annotation names a field that the GIS table of the code does not have.",
          "Correct the name, or add the field to the table."},
     Rule{"unknown-annotation-dictionary", Severity::Error,
-         "EXTDATA of an annotation names a dictionary that does not exist.",
+         "EXTDATA of an annotation names a dictionary that does not exist. It is told once, at the "
+         "first annotation.",
          "Correct the name, or add the dictionary."},
     // Dictionaries.
     Rule{"dictionary-without-entries", Severity::Warning, "A dictionary has no entries.",

@@ -27,10 +27,10 @@ public:
           m_isUtf8(encoding == QLatin1String("UTF-8"))
     {}
 
-    /// @p sound tells whether the bytes are valid.
-    QString read(const QByteArray& bytes, bool& sound) const
+    bool isSound(const QByteArray& bytes) const { return !m_isUtf8 || CVelmString::IsUTF8(bytes); }
+
+    QString read(const QByteArray& bytes) const
     {
-        sound = !m_isUtf8 || CVelmString::IsUTF8(bytes);
         QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
         return m_codec->toUnicode(bytes.constData(), bytes.size(), &state);
     }
@@ -39,6 +39,13 @@ private:
     QTextCodec* m_codec;
     bool m_isUtf8;
 };
+
+/// Empty if the bytes are no GBK.
+QString asGbk(const QByteArray& bytes)
+{
+    static QTextCodec* const codec = QTextCodec::codecForName("GB18030");
+    return CVelmString::IsGBK(bytes) ? codec->toUnicode(bytes) : QString();
+}
 
 QString selectOf(const HeldDatabase::Entry& stored, const QString& rowNumber)
 {
@@ -57,10 +64,10 @@ CheckedRow rowOf(const QSqlQuery& rows, int columns, const TextReader& reader, q
     for (int i = 0; i < columns; ++i) {
         QVariant value = rows.value(i + 1);
         if (value.userType() == QMetaType::QByteArray) {
-            bool sound = true;
-            value = reader.read(value.toByteArray(), sound);
-            if (!sound)
-                row.damaged.append(i);
+            const QByteArray bytes = value.toByteArray();
+            value = reader.read(bytes);
+            if (!reader.isSound(bytes))
+                row.damaged.insert(i, asGbk(bytes));
         }
         budget -= sizeOf(value);
         row.cells.append(value);
@@ -97,11 +104,12 @@ void Snapshot::readSchema()
     fail(what, HeldDatabase::run(encoding, QStringLiteral("pragma encoding")));
     m_encoding = encoding.value(0).toString();
     QSqlQuery entry = m_database.query();
-    fail(what, HeldDatabase::run(entry, QStringLiteral("select type, name from sqlite_master")));
+    fail(what, HeldDatabase::run(entry,
+                                 QStringLiteral("select type, name, tbl_name from sqlite_master")));
     for (; m_problem.isEmpty() && entry.isValid(); entry.next()) {
         const QString type = entry.value(0).toString();
         if (type == QLatin1String("trigger"))
-            m_triggers.append(entry.value(1).toString());
+            m_triggers.append({entry.value(1).toString(), entry.value(2).toString()});
         else if (type == QLatin1String("table") || type == QLatin1String("view"))
             m_tables.append(entry.value(1).toString());
     }
@@ -116,10 +124,20 @@ void Snapshot::read(CheckedTable& table, qint64& budget)
     fail(QStringLiteral("table ") + table.name(), m_database.find(table.name(), stored));
     if (!m_problem.isEmpty() || stored.name.isEmpty())
         return;
-    if (stored.kind.isEmpty())
-        readRows(table, stored, budget);
-    else
-        table.setReplacedBy(stored.kind);
+    if (!stored.kind.isEmpty())
+        return table.setReplacedBy(stored.kind);
+    readTypes(table, stored.name);
+    readRows(table, stored, budget);
+}
+
+void Snapshot::readTypes(CheckedTable& table, const QString& name)
+{
+    QSqlQuery column = m_database.query();
+    fail(QStringLiteral("table ") + name,
+         HeldDatabase::run(column, QStringLiteral("select name, type from pragma_table_info(?)"),
+                           {name}));
+    for (; column.isValid(); column.next())
+        table.setType(column.value(0).toString(), column.value(1).toString());
 }
 
 void Snapshot::readRows(CheckedTable& table, const HeldDatabase::Entry& stored, qint64& budget)

@@ -1,4 +1,6 @@
 #include "check/CheckedSet.h"
+#include "check/JsonFailure.h"
+#include "check/PlainName.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
 
@@ -27,14 +29,9 @@ void checkJson(const QString& text, ColumnType type, const Place& place, Problem
 {
     if (text.isEmpty())
         return;
-    QJsonParseError error{};
-    const QByteArray bytes = text.toUtf8();
-    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
-    // Qt's words for it are in the language of the library, and a fingerprint is to be in none.
-    if (error.error != QJsonParseError::NoError)
-        problems.add(kJsonSyntax, place,
-                     QStringLiteral("is no JSON at character %1")
-                         .arg(QString::fromUtf8(bytes.left(error.offset)).size() + 1));
+    const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());
+    if (document.isNull())
+        problems.add(kJsonSyntax, place, jsonFailure(text));
     else if (type == ColumnType::JsonObject && !document.isObject())
         problems.add(kJsonType, place, QStringLiteral("is to be a JSON object"));
 }
@@ -81,12 +78,6 @@ QString nameOfControl(const QString& text)
     return text.contains(QLatin1Char('\n')) || text.contains(QLatin1Char('\r'))
                ? QStringLiteral("a line break")
                : QStringLiteral("a control character");
-}
-
-bool isControl(QChar ch)
-{
-    return ch.category() == QChar::Other_Control || ch == QChar::LineSeparator
-           || ch == QChar::ParagraphSeparator;
 }
 
 void checkName(const QString& text, const Place& place, Problems& problems)
@@ -138,19 +129,29 @@ bool goesIntoStatements(const CheckedTable& table, const ColumnSchema& column)
     return schema.written || (schema.queried && schema.key.contains(column.name));
 }
 
+QString notUtf8(const QString& gbk)
+{
+    const QString problem = QStringLiteral("is no valid UTF-8");
+    return gbk.isEmpty() ? problem
+                         : problem + QStringLiteral("; as GBK it reads \"%1\"").arg(excerpt(gbk));
+}
+
 void checkText(const CheckedTable& table, int row, const ColumnSchema& column, Problems& problems)
 {
     const Place place = table.place(row, column.name);
     const QString& text = place.value;
     if (table.isDamaged(row, column.name))
-        return problems.add(kInvalidUtf8, place, QStringLiteral("is no valid UTF-8"));
+        return problems.add(kInvalidUtf8, place, notUtf8(table.asGbk(row, column.name)));
+    if (text.contains(QChar::Null))
+        return problems.add(kEmbeddedNul, place,
+                            QStringLiteral("holds a NUL character, the character %1 of it")
+                                .arg(text.indexOf(QChar::Null) + 1));
     if (column.type != ColumnType::Text)
         checkJson(text, column.type, place, problems);
-    if (text.contains(QChar::Null))
-        return problems.add(kEmbeddedNul, place, QStringLiteral("holds a NUL character"));
-    if (isName(column.holds))
+    const bool isLayer = column.holds == Holds::Layer;
+    if (isName(column.holds) && !(isLayer && text.trimmed().isEmpty()))
         checkName(text, place, problems);
-    if (column.holds == Holds::Layer)
+    if (isLayer)
         checkLayer(text, place, problems);
     if (text.contains(QLatin1Char('\'')) && goesIntoStatements(table, column))
         problems.add(kSingleQuote, place, QStringLiteral("holds a single quote"));

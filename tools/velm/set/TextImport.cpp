@@ -161,8 +161,9 @@ void TextImport::addRow(const QString& tableName, const QStringList& columns,
     const QString known = tableName + QLatin1Char('/') + value;
     const auto earlier = m_rowOfKey.constFind(known);
     if (!key.isEmpty() && earlier != m_rowOfKey.constEnd()) {
-        reject(earlier->second,
-               QStringLiteral("line %1 has the same %2").arg(m_line).arg(key.toLower()));
+        reject(
+            earlier->second,
+            QStringLiteral("line %1 has the same %2, and counts").arg(m_line).arg(key.toLower()));
         target.rows[earlier->first] = row;
         m_rowOfKey.insert(known, {earlier->first, m_line});
         return;
