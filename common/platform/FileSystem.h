@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 /// What each system does in its own way with files. Paths have "/" throughout. On Windows a program
@@ -10,6 +11,10 @@ namespace velm::detail::platform {
 /// A path in a form that the system takes however long it is: on Windows, from 240 characters on,
 /// the absolute path behind "\\?\". One that begins so already is left as it is.
 QString longPath(const QString& path);
+
+/// What tells a file from every other that there is at the same time, whatever its name; empty if
+/// it is not there or cannot be asked. A link stands for its target.
+QByteArray fileIdentity(const QString& file);
 
 /// Whether a file can have that name, short or long.
 bool canNameFile(const QString& name);

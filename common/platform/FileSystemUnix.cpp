@@ -48,6 +48,16 @@ QString longPath(const QString& path)
     return path;
 }
 
+QByteArray fileIdentity(const QString& file)
+{
+    struct stat named
+    {};
+    if (stat(QFile::encodeName(file).constData(), &named) != 0)
+        return QByteArray();
+    return QByteArray::number(quint64(named.st_dev)) + ':'
+           + QByteArray::number(quint64(named.st_ino));
+}
+
 bool canNameFile(const QString& name)
 {
     return QFile::encodeName(name).size() <= NAME_MAX;

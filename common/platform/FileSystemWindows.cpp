@@ -79,6 +79,22 @@ QString longPath(const QString& path)
                                                     : QLatin1String("\\\\?\\") + native;
 }
 
+QByteArray fileIdentity(const QString& file)
+{
+    constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    HANDLE handle = CreateFileW(native(file).c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr,
+                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return QByteArray();
+    BY_HANDLE_FILE_INFORMATION about{};
+    const bool known = GetFileInformationByHandle(handle, &about) != 0;
+    CloseHandle(handle);
+    if (!known)
+        return QByteArray();
+    return QByteArray::number(quint64(about.dwVolumeSerialNumber)) + ':'
+           + QByteArray::number(quint64(about.nFileIndexHigh) << 32 | about.nFileIndexLow);
+}
+
 bool canNameFile(const QString& name)
 {
     return name.size() <= 255;

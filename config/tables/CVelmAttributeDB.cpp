@@ -16,12 +16,12 @@ namespace {
 
 void readTableType(const QVariant& value, VelmTableItem& table)
 {
-    table._tableType = static_cast<Velm::TableType>(value.toInt());
+    table._tableType = static_cast<Velm::TableType>(integerOf(value));
 }
 
 void readFieldType(const QVariant& value, VelmFieldItem& field)
 {
-    setFieldType(field, value.toInt());
+    setFieldType(field, integerOf(value));
 }
 
 void readDefault(const QVariant& value, VelmFieldItem& field)

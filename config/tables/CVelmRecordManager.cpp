@@ -56,7 +56,7 @@ bool CVelmRecordManager::InitPIPSysConfig(const CVelmDatabase& database)
     const int name = rows.column(QStringLiteral("FIELDNAME"));
     m_pipeFields.clear();
     while (rows.next())
-        m_pipeFields.insert(rows.value(type).toInt(), rows.text(name));
+        m_pipeFields.insert(integerOf(rows.value(type)), rows.text(name));
     if (rows.brokeOff())
         m_pipeFields.clear();
     return database.isOpen();

@@ -77,8 +77,7 @@ void ConfigRecords::find(const QStringList& keys)
         return;
     const QString all = selectAll(QLatin1Char('[') + found.name + QLatin1Char(']'));
     const QString one = all + QStringLiteral(" where [%1]=").arg(m_keyColumn);
-    if (!searches(connection, one)
-        && holdsTexts(connection, found.name, found.found.value(2).toString(), m_keyColumn)) {
+    if (!searches(connection, one) && holdsTexts(connection, found.name, found.sql, m_keyColumn)) {
         readAll(all, keys);
         return;
     }

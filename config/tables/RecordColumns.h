@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstddef>
+#include <limits>
 #include <type_traits>
 #include <variant>
 
@@ -34,6 +35,18 @@ struct Column
 template<class Record, size_t count>
 using Columns = std::array<Column<Record>, count>;
 
+/// An integer of a row. What is none, or more than 32 bits hold, is 0.
+inline int integerOf(const QVariant& value)
+{
+    using Limits = std::numeric_limits<int>;
+    if (value.userType() == QMetaType::Double) {
+        const double real = value.toDouble();
+        return real > Limits::min() - 0.5 && real < Limits::max() + 0.5 ? qRound(real) : 0;
+    }
+    const qint64 number = value.toLongLong();
+    return number >= Limits::min() && number <= Limits::max() ? static_cast<int>(number) : 0;
+}
+
 /// Puts the value of a column in place. One that does not convert is empty, 0 or false.
 template<class Record>
 void store(const QVariant& value, const Column<Record>& column, Record& record)
@@ -43,11 +56,11 @@ void store(const QVariant& value, const Column<Record>& column, Record& record)
     else if (const auto* real = std::get_if<double Record::*>(&column.member))
         record.** real = value.toDouble();
     else if (const auto* number = std::get_if<int Record::*>(&column.member))
-        record.** number = value.toInt();
+        record.** number = integerOf(value);
     else if (const auto* wide = std::get_if<qint64 Record::*>(&column.member))
         record.** wide = value.toLongLong();
     else if (const auto* flag = std::get_if<bool Record::*>(&column.member))
-        record.** flag = value.toInt() != 0;
+        record.** flag = integerOf(value) != 0;
     else
         std::get<typename Column<Record>::Reader>(column.member)(value, record);
 }

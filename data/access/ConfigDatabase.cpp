@@ -50,6 +50,39 @@ ReadOutcome isComputed(const QSqlDatabase& database, const QString& table, const
     return outcome;
 }
 
+// A virtual table is a table too, even with a page that its author has given it.
+const QString kSelectEntries = QStringLiteral("select name, type = 'table', rootpage > 0 and sql "
+                                              "like 'create table%', sql from sqlite_master "
+                                              "where ");
+
+/// Whether the entry of the schema is to be read, on which the query stands.
+ConfigTable judge(const QSqlDatabase& database, const QSqlQuery& entry)
+{
+    ConfigTable table;
+    table.name = entry.value(0).toString();
+    table.sql = entry.value(3).toString();
+    table.status = Velm::VelmTableNotExist;
+    if (!entry.value(1).toBool()) {
+        table.problem = QStringLiteral("a view in its place");
+        return table;
+    }
+    if (!entry.value(2).toBool()) {
+        table.problem = QStringLiteral("a virtual table in its place");
+        return table;
+    }
+    bool computed = false;
+    const QSqlError error = isComputed(database, table.name, table.sql, computed).error;
+    if (error.isValid()) {
+        table.status = Velm::VelmSqlExecFailed;
+        table.problem = describe(error);
+    } else if (computed) {
+        table.problem = QStringLiteral("columns are computed");
+    } else {
+        table.status = Velm::VelmOk;
+    }
+    return table;
+}
+
 }  // namespace
 
 Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& path, QString& why)
@@ -74,28 +107,34 @@ Velm::ErrorStatus openConfigDatabase(CVelmDatabase& database, const QString& pat
 ConfigTable findConfigTable(const QSqlDatabase& database, const QString& name)
 {
     QSqlQuery found = forwardQuery(database);
-    QSqlError error = execute(
-        found,
-        // A virtual table is a table too, even with a page that its author has given it.
-        QStringLiteral("select name, type = 'table' and rootpage > 0 and sql like 'create "
-                       "table%', sql from sqlite_master where name = ")
-            + asLiteral(name) + QStringLiteral(" collate nocase and type in ('table', 'view')"));
+    QSqlError error =
+        execute(found, kSelectEntries + QStringLiteral("name = ") + asLiteral(name)
+                           + QStringLiteral(" collate nocase and type in ('table', 'view')"));
     if (!error.isValid() && !found.next()) {
         error = found.lastError();
         if (!error.isValid())
-            return {Velm::VelmTableNotExist, name, QStringLiteral("no such table"), found};
+            return {Velm::VelmTableNotExist, name, QStringLiteral("no such table"), QString(),
+                    found};
     }
     if (error.isValid())
-        return {Velm::VelmSqlExecFailed, name, describe(error), found};
-    const QString stored = found.value(0).toString();
-    if (!found.value(1).toBool())
-        return {Velm::VelmTableNotExist, stored, QStringLiteral("a view in its place"), found};
-    bool computed = false;
-    error = isComputed(database, stored, found.value(2).toString(), computed).error;
-    if (error.isValid())
-        return {Velm::VelmSqlExecFailed, stored, describe(error), found};
-    return {computed ? Velm::VelmTableNotExist : Velm::VelmOk, stored,
-            computed ? QStringLiteral("columns are computed") : QString(), found};
+        return {Velm::VelmSqlExecFailed, name, describe(error), QString(), found};
+    ConfigTable table = judge(database, found);
+    table.found = found;
+    return table;
+}
+
+ReadOutcome findConfigTables(const QSqlDatabase& database, QVector<ConfigTable>& tables)
+{
+    QSqlQuery entry = forwardQuery(database);
+    ReadOutcome outcome;
+    outcome.error = execute(entry, kSelectEntries + QStringLiteral("type = 'table' order by name"));
+    while (outcome.isComplete() && entry.next())
+        tables.append(judge(database, entry));
+    if (outcome.isComplete())
+        outcome.error = entry.lastError();
+    if (!outcome.isComplete())
+        outcome.status = Velm::VelmSqlExecFailed;
+    return outcome;
 }
 
 ReadOutcome readConfigRow(const CVelmDatabase& database, const QString& table, const Record& where,

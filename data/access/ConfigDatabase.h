@@ -25,7 +25,8 @@ struct ConfigTable
     Velm::ErrorStatus status = Velm::VelmOk;
     QString name;     ///< as it is stored
     QString problem;  ///< why it is not to be read; empty for VelmOk
-    QSqlQuery found;  ///< stands on its row of the schema
+    QString sql;      ///< its definition
+    QSqlQuery found;  ///< stands on its row of the schema; none in findConfigTables()
 };
 
 /// Looks for a table by its name in any letter case. A view in its place, a virtual table or one
@@ -33,6 +34,10 @@ struct ConfigTable
 /// perhaps.
 /// Status: VelmOk; VelmTableNotExist; VelmSqlExecFailed if the database cannot be read
 ConfigTable findConfigTable(const QSqlDatabase& database, const QString& name);
+
+/// All tables of the file in the order of their names, judged in the same way; views are left out.
+/// @return VelmOk; VelmSqlExecFailed with the error, and then tables may be missing
+ReadOutcome findConfigTables(const QSqlDatabase& database, QVector<ConfigTable>& tables);
 
 /// The first row of a table that matches; empty if there is none, or no such table.
 /// @return VelmOk; VelmSqlExecFailed with the error if it cannot be read

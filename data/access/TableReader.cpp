@@ -16,13 +16,24 @@ TableReader::TableReader(const CVelmDatabase& database, const QString& table)
     : m_database(database), m_table(table), m_query(forwardQuery(database.getQSqlDatabase())),
       m_budget(DatabaseAccess::connection(database).budget)
 {
-    const ConfigTable found = findConfigTable(database.getQSqlDatabase(), table);
-    if (found.status != Velm::VelmOk) {
-        tell(found.problem);
+    begin(findConfigTable(database.getQSqlDatabase(), table));
+}
+
+TableReader::TableReader(const CVelmDatabase& database, const ConfigTable& table)
+    : m_database(database), m_table(table.name), m_query(forwardQuery(database.getQSqlDatabase())),
+      m_budget(DatabaseAccess::connection(database).budget)
+{
+    begin(table);
+}
+
+void TableReader::begin(const ConfigTable& table)
+{
+    if (table.status != Velm::VelmOk) {
+        tell(table.problem);
         return;
     }
     const QSqlError error =
-        execute(m_query, selectAll(QLatin1Char('[') + found.name + QLatin1Char(']')));
+        execute(m_query, selectAll(QLatin1Char('[') + table.name + QLatin1Char(']')));
     if (isOutOfMemory(error))
         throw std::bad_alloc();
     if (error.isValid()) {

@@ -6,6 +6,8 @@ class CVelmDatabase;
 
 namespace velm::detail {
 
+struct ConfigTable;
+
 /// Notes what is wrong with a table. Nothing if the database is not open: that is known already.
 void addReadProblem(const CVelmDatabase& database, const QString& table, const QString& problem);
 /// What could not be read of a database since it was opened, a line each.
@@ -19,6 +21,8 @@ class TableReader
 public:
     /// Begins to read. A table that is missing or cannot be read has no rows.
     TableReader(const CVelmDatabase& database, const QString& table);
+    /// The same for one that findConfigTables() has found.
+    TableReader(const CVelmDatabase& database, const ConfigTable& table);
 
     /// The number of a column for value() and text(); -1 if there is none.
     int column(const QString& upperName) const;
@@ -32,6 +36,7 @@ public:
     bool brokeOff() const { return m_brokeOff; }
 
 private:
+    void begin(const ConfigTable& table);
     void tell(const QString& problem) const { addReadProblem(m_database, m_table, problem); }
 
     const CVelmDatabase& m_database;

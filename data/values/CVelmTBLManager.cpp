@@ -29,7 +29,7 @@ void registerConnection()
 }
 
 /// The rows of a dictionary table. False if they cannot be read.
-bool readDictionary(const CVelmDatabase& database, const QString& table, Dictionary& dictionary)
+bool readDictionary(const CVelmDatabase& database, const ConfigTable& table, Dictionary& dictionary)
 {
     TableReader rows(database, table);
     const int code = rows.column(QStringLiteral("CODE"));
@@ -69,18 +69,15 @@ void CVelmTBLManager::load(ConfigSources& sources)
 
 void CVelmTBLManager::loadTables(const CVelmDatabase& database)
 {
-    QList<QVariant> tables;
-    const ReadOutcome outcome = readColumn(
-        database.getQSqlDatabase(),
-        QStringLiteral("select name from sqlite_master where type='table' order by name"), tables);
+    QVector<ConfigTable> tables;
+    const ReadOutcome outcome = findConfigTables(database.getQSqlDatabase(), tables);
     if (!outcome.isComplete())
         addReadProblem(database, QStringLiteral("sqlite_master"), describe(outcome.error));
-    for (const QVariant& name : qAsConst(tables)) {
-        const QString table = name.toString();
+    for (const ConfigTable& table : qAsConst(tables)) {
         Dictionary dictionary;
-        if (namesDictionary(table) && isIdentifier(table)
+        if (namesDictionary(table.name) && isIdentifier(table.name)
             && readDictionary(database, table, dictionary))
-            m_dictionaries.insert(table, dictionary);
+            m_dictionaries.insert(table.name, dictionary);
     }
 }
 

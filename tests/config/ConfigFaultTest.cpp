@@ -103,7 +103,8 @@ INSTANTIATE_TEST_SUITE_P(
                  "drop table Workdef; create virtual table Workdef using fts4(code); "
                  "pragma writable_schema=on; update sqlite_master set rootpage=2 where "
                  "name='Workdef'",
-                 nullptr, true, "1 0 1", "peltaconfig.db, table \"workdef\": a view in its place"},
+                 nullptr, true, "1 0 1",
+                 "peltaconfig.db, table \"workdef\": a virtual table in its place"},
         LoadCase{"FieldConversion", "insert into globaldefines values ('字段转换', '{')", nullptr,
                  true, "1 1 1",
                  "peltaconfig.db, table \"globaldefines\": field conversion: Parse json fail"},

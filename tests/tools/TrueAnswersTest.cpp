@@ -9,6 +9,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
+#include <cstdio>
 #include <string>
 
 namespace {
@@ -140,6 +141,7 @@ TEST_F(TrueAnswers, TellsWhatCannotBeReadInsteadOfAShorterAnswer)
                  {kSystem, "VelmAnnotate", rowless, "a view"},
                  {kSystem, "VelmAnnotate", QString(), "no such table"},
                  {kPipe, "SYS_DICTIONARY", QString(), "no such table"},
+                 {kSystem, "TBL_FWJG", u"create table %1 (CODE)"_s, "no column"},
                  {kSystem, "QuobAreaLine", u"create table %1 (CODE)"_s, "no column"},
                  {kSystem, "RecordConfig", u"damage"_s, "malformed"},
                  {kPipe, "SYS_GISTABLE", u"damage"_s, "malformed"},
@@ -190,6 +192,40 @@ TEST_F(TrueAnswers, SeesOneStateOfEachDatabase)
             EXPECT_EQ(reader.readAllStandardError().contains("changed while"), isWal);
         }
     }
+}
+
+#ifndef Q_OS_WIN  // which keeps files that are open
+TEST_F(TrueAnswers, NoticesThatAFileWasReplacedOrIsGone)
+{
+    const QStringList codes = querySql(u"select code from indexini order by code"_s);
+    const QString database = path(QLatin1String(kSystem));
+    ASSERT_TRUE(QFile::copy(database, path(u"other"_s)));
+    for (const bool isReplaced : {true, false}) {
+        QProcess reader;
+        reader.start(program(), QStringList{u"lookup"_s, u"--json"_s} + codes);
+        ASSERT_TRUE(reader.waitForReadyRead(60000));
+        EXPECT_EQ(std::rename(qPrintable(isReplaced ? path(u"other"_s) : database),
+                              qPrintable(isReplaced ? database : path(u"aside"_s))),
+                  0);
+        ASSERT_TRUE(reader.waitForFinished(60000));
+        EXPECT_EQ(reader.exitCode(), 3) << isReplaced;
+        const QByteArray talk = reader.readAllStandardError();
+        EXPECT_TRUE(talk.contains("changed while")) << talk.constData();
+    }
+}
+#endif
+
+TEST_F(TrueAnswers, ShowsNoValueThatTheLibraryDoesNotTake)
+{
+    runSql({u"update VelmAnnotate set ANNTYPE = 77, EXTDATA = '{\"a\": 1' where CODE = '310301'"_s,
+            u"update Workdef set COLOR = 4294967297 where CODE = '310301'"_s,
+            u"update indexini set NAME = 'a' || char(8232) || 'b' where CODE = '310301'"_s});
+    const QJsonValue card = velm({u"lookup"_s, u"310301"_s, u"--json"_s}).json.array().at(0);
+    EXPECT_EQ(card[u"work"_s][u"colour"_s].toInt(-9), 0) << "no 1, which are its last 32 bits";
+    EXPECT_TRUE(card[u"annotation"_s][u"entityType"_s].isNull());
+    EXPECT_EQ(card[u"annotation"_s][u"problem"_s].toString(),
+              u"INPUT, ANNTYPE or ENTTYPE is out of range; EXTDATA is no JSON object"_s);
+    EXPECT_TRUE(velm({u"lookup"_s, u"310301"_s}).output.contains(u"a?b"_s));
 }
 
 TEST_F(TrueAnswers, TellsOfCodesThatOnlyOtherTablesKnow)

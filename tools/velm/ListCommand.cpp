@@ -24,9 +24,11 @@ struct Filter
 bool matchesText(const VelmIndexItem& item, const QString& text)
 {
     static CVelmString pinyin;
+    constexpr int kMostSpelled = 1000;  // characters of a name
     return item.code.contains(text, Qt::CaseInsensitive)
            || item.name.contains(text, Qt::CaseInsensitive)
-           || pinyin.getChineseSpell(item.name).contains(text, Qt::CaseInsensitive);
+           || pinyin.getChineseSpell(item.name.left(kMostSpelled))
+                  .contains(text, Qt::CaseInsensitive);
 }
 
 bool passes(const VelmIndexItem& item, Velm::EntityType type, const Filter& filter)

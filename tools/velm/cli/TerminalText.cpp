@@ -44,11 +44,12 @@ int columnsOf(uint character)
     return wide ? 2 : 1;
 }
 
-/// Whether the character overrides the direction in which text is shown.
-bool changesDirection(QChar ch)
+/// Whether the character ends a line, or overrides the direction in which text is shown.
+bool changesLine(QChar ch)
 {
     const ushort code = ch.unicode();
-    return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+    return code == QChar::LineSeparator || code == QChar::ParagraphSeparator
+           || (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
 }
 
 }  // namespace
@@ -57,7 +58,7 @@ QString plain(const QString& text)
 {
     QString shown = text;
     for (QChar& ch : shown) {
-        if (ch.category() == QChar::Other_Control || changesDirection(ch))
+        if (ch.category() == QChar::Other_Control || changesLine(ch))
             ch = QLatin1Char('?');
     }
     return shown;

@@ -11,7 +11,7 @@ class CVelmConfigManager;
 class CVelmIndex;
 class CVelmRecordManager;
 class CVelmWork;
-struct VelmAnnItem;
+struct AnnotationAnswer;
 
 /// The groups of a feature card, each from one part of the configuration; none where it tells
 /// nothing of the code.
@@ -21,8 +21,7 @@ namespace groups {
 std::optional<CardGroup> indexGroup(const QString& code, const CVelmIndex& index);
 std::optional<CardGroup> workGroup(const QString& code, const CVelmWork& work);
 std::optional<CardGroup> areaGroup(const QString& code, const CVelmAreaLine& areas);
-/// Of what the library has answered about the annotation.
-std::optional<CardGroup> annotationGroup(Velm::ErrorStatus status, const VelmAnnItem& item);
+std::optional<CardGroup> annotationGroup(const AnnotationAnswer& annotation);
 
 // What is kept with it.
 std::optional<CardGroup> tableGroup(const QString& table, const CVelmConfigManager& manager);

@@ -8,17 +8,25 @@
 
 namespace {
 
-/// The values of a field's dictionary, "1 沥青, 2 混凝土"; its default value if it has none.
-QString valuesOf(const VelmFieldItem& field, const CVelmTBLManager& dictionaries)
+constexpr int kMostCharacters = 1000000;  // of the values in one card
+
+/// The values of a field's dictionary, "1 沥青, 2 混凝土"; its default value if it has none. Takes
+/// their characters from @p room; where that is too small, the name has to do.
+QString valuesOf(const VelmFieldItem& field, const CVelmTBLManager& dictionaries, int& room)
 {
     QVector<QPair<QString, QString>> entries;
     if (field.m_fieldDict.isEmpty() || !dictionaries.GetDictByTable(field.m_fieldDict, entries))
         return field.m_fieldDict.isEmpty() ? field.m_defaultValue
                                            : field.m_fieldDict + QStringLiteral(" (unknown)");
-    QStringList values;
-    for (const auto& entry : qAsConst(entries))
-        values.append(entry.first + QLatin1Char(' ') + entry.second);
-    return values.join(QStringLiteral(", "));
+    QString values;
+    for (const auto& entry : qAsConst(entries)) {
+        const QString separator = values.isEmpty() ? QString() : QStringLiteral(", ");
+        if (values.size() + entry.first.size() + entry.second.size() > room)
+            return field.m_fieldDict + QStringLiteral(" (%1 values)").arg(entries.size());
+        values += separator + entry.first + QLatin1Char(' ') + entry.second;
+    }
+    room -= values.size();
+    return values;
 }
 
 }  // namespace
@@ -34,13 +42,14 @@ std::optional<CardGroup> groups::tableGroup(const QString& name, const CVelmConf
     group.add("gisName", "GIS name", table.gisTable);
     group.add("type", "type", table._tableType, tableTypeName(table._tableType));
     QVector<QStringList> rows;
+    int room = kMostCharacters;
     for (const VelmFieldItem& field : qAsConst(table.fields)) {
         QString size = field.m_fieldLength > 0 ? QString::number(field.m_fieldLength) : QString();
         if (field.m_fieldDecimal > 0)
             size += QLatin1Char('.') + QString::number(field.m_fieldDecimal);
         rows.append({field.m_fieldName, field.m_fieldText, fieldTypeName(field.m_fieldType), size,
                      field.m_fieldMust ? QStringLiteral("yes") : QString(),
-                     valuesOf(field, *manager.GetVelmTBLManager())});
+                     valuesOf(field, *manager.GetVelmTBLManager(), room)});
     }
     group.addRows("fields",
                   {QStringLiteral("field"), QStringLiteral("text"), QStringLiteral("type"),

@@ -6,8 +6,7 @@
 #include "CVelmIndex.h"
 #include "CVelmWork.h"
 
-FeatureCard FeatureCards::card(const QString& code, Velm::ErrorStatus status,
-                               const VelmAnnItem& item)
+FeatureCard FeatureCards::card(const QString& code, const AnnotationAnswer& annotation)
 {
     FeatureCard card;
     card.m_code = code;
@@ -15,7 +14,7 @@ FeatureCard FeatureCards::card(const QString& code, Velm::ErrorStatus status,
     const CVelmWork& work = *m_manager.GetVelmWork();
     for (const auto& group : {groups::indexGroup(code, index), groups::workGroup(code, work),
                               groups::areaGroup(code, *m_manager.GetVelmAreaLine()),
-                              groups::annotationGroup(status, item), tableGroupOf(code),
+                              groups::annotationGroup(annotation), tableGroupOf(code),
                               groups::recordGroup(code, *m_manager.GetVelmRecordManager())}) {
         if (group)
             card.m_groups.append(*group);

@@ -8,14 +8,21 @@
 
 class CVelmConfigManager;
 
+/// What the library answers about the annotation of a code.
+struct AnnotationAnswer
+{
+    Velm::ErrorStatus status;
+    const VelmAnnItem& item;
+    bool hasBrokenData;  ///< whether EXTDATA is no JSON object, so that the item has none
+};
+
 /// Makes the cards of many codes.
 class FeatureCards
 {
 public:
     explicit FeatureCards(const CVelmConfigManager& manager) : m_manager(manager) {}
 
-    /// The card of @p code, about whose annotation the library has answered @p status and @p item.
-    FeatureCard card(const QString& code, Velm::ErrorStatus status, const VelmAnnItem& item);
+    FeatureCard card(const QString& code, const AnnotationAnswer& annotation);
 
 private:
     const std::optional<CardGroup>& tableGroupOf(const QString& code);

@@ -50,12 +50,13 @@ int Lookup::answer(const QStringList& arguments)
         if (step.isCode)
             codes.append(step.code);
     }
+    if (!findElsewhere(steps))
+        return m_exitCode;
     int next = 0;
     const auto visit = [&](const QString& code, Velm::ErrorStatus status, const VelmAnnItem& item) {
-        if (!answerNothings(steps, next) || !answerCode(code, status, item))
-            return false;
+        answerNothings(steps, next);
         ++next;
-        return true;
+        return answerCode(code, status, item);
     };
     if (!codes.isEmpty())
         m_configuration.manager().GetVelmAnnotate()->getAnnotateItems(codes, visit);
@@ -112,22 +113,15 @@ QString Lookup::otherKeyHint(const QString& argument)
 }
 
 /// Answers the arguments up to the next code.
-bool Lookup::answerNothings(const QVector<Step>& steps, int& next)
+void Lookup::answerNothings(const QVector<Step>& steps, int& next)
 {
-    for (; next < steps.size() && !steps.at(next).isCode; ++next) {
-        if (!answerNothing(steps.at(next).argument))
-            return false;
-    }
-    return true;
+    for (; next < steps.size() && !steps.at(next).isCode; ++next)
+        answerNothing(steps.at(next).argument);
 }
 
-bool Lookup::answerNothing(const QString& argument)
+void Lookup::answerNothing(const QString& argument)
 {
-    QStringList tables;
-    if (m_key == Key::Code && m_configuration.tablesWith(argument, tables) != ExitFine) {
-        m_exitCode = ExitCannotOpen;
-        return false;
-    }
+    const QStringList tables = m_otherTables.value(argument);
     m_exitCode = ExitNothingFound;
     const QStringList suggestions = m_index.suggestionsFor(argument, m_key);
     if (m_json) {
@@ -135,13 +129,39 @@ bool Lookup::answerNothing(const QString& argument)
         answer.insert(QStringLiteral("suggestions"), QJsonArray::fromStringList(suggestions));
         answer.insert(QStringLiteral("otherTables"), QJsonArray::fromStringList(tables));
         m_array.add(answer);
-        return true;
+        return;
     }
     QString hint = elsewhere(tables);
     if (hint.isEmpty())
         hint = otherKeyHint(argument);
     console::tell(QStringLiteral("there is no ") + nameOf(m_key) + QStringLiteral(" \"") + argument
                   + QLatin1Char('"') + (hint.isEmpty() ? didYouMean(suggestions) : hint));
+}
+
+/// Looks for the tables that know the arguments that stand for nothing. False if it cannot.
+bool Lookup::findElsewhere(const QVector<Step>& steps)
+{
+    QSet<QString> unknown;
+    for (const Step& step : steps) {
+        if (!step.isCode)
+            unknown.insert(step.argument);
+    }
+    if (m_key == Key::Code && !unknown.isEmpty())
+        m_exitCode = m_configuration.tablesWith(unknown, m_otherTables);
+    return m_exitCode != ExitCannotOpen;
+}
+
+/// Whether the data of the code's annotation are no JSON. False if it cannot be known.
+bool Lookup::findDataProblem(const QString& code, bool& isBroken)
+{
+    if (!m_codesWithBrokenData) {
+        m_codesWithBrokenData.emplace();
+        if (m_configuration.codesWithBrokenData(*m_codesWithBrokenData) != ExitFine) {
+            m_exitCode = ExitCannotOpen;
+            return false;
+        }
+    }
+    isBroken = m_codesWithBrokenData->contains(code);
     return true;
 }
 
@@ -152,7 +172,11 @@ bool Lookup::answerCode(const QString& code, Velm::ErrorStatus status, const Vel
             cannotReadTable(QStringLiteral("VelmAnnotate"), CVelmDatabase().getLastErrorText());
         return false;
     }
-    const FeatureCard card = m_cards.card(code, status, item);
+    bool isBroken = false;
+    const bool hasRow = status == Velm::VelmOk || status == Velm::VelmInvalidValue;
+    if (hasRow && item.extdata.isEmpty() && !findDataProblem(code, isBroken))
+        return false;
+    const FeatureCard card = m_cards.card(code, {status, item, isBroken});
     if (m_json)
         m_array.add(card.jsonText());
     else

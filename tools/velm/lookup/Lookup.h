@@ -34,10 +34,13 @@ private:
     bool isDefined(const QString& code) const;
     QString otherKeyHint(const QString& argument);
 
-    bool answerNothings(const QVector<Step>& steps, int& next);
-    bool answerNothing(const QString& argument);
+    void answerNothings(const QVector<Step>& steps, int& next);
+    void answerNothing(const QString& argument);
     bool answerCode(const QString& code, Velm::ErrorStatus status, const VelmAnnItem& item);
     void print(const FeatureCard& card);
+
+    bool findElsewhere(const QVector<Step>& steps);
+    bool findDataProblem(const QString& code, bool& isBroken);
 
     Configuration& m_configuration;
     CodeIndex m_index;
@@ -45,6 +48,8 @@ private:
     Key m_key;
     bool m_json;
     JsonArray m_array;
+    QHash<QString, QStringList> m_otherTables;           // of arguments that stand for nothing
+    std::optional<QSet<QString>> m_codesWithBrokenData;  // none before the first question
     bool m_printed = false;
     int m_exitCode = 0;
 };

@@ -1,4 +1,5 @@
 #include "lookup/CardGroups.h"
+#include "lookup/FeatureCards.h"
 #include "lookup/TypeNames.h"
 
 #include "CVelmAnnotate.h"
@@ -7,6 +8,25 @@
 #include "CVelmWork.h"
 
 #include <QJsonDocument>
+
+namespace {
+
+void addTypes(CardGroup& group, const VelmAnnItem& item)
+{
+    group.add("inputType", "input type", item.inputtype);
+    group.add("annotationType", "annotation type", item.anntype);
+    group.add("entityType", "entity type", item.enttype, entityTypeName(item.enttype));
+}
+
+/// Where one of the types is none, the library reads no further.
+void addUnknownTypes(CardGroup& group)
+{
+    group.addValue("inputType", "input type", QJsonValue(), QString());
+    group.addValue("annotationType", "annotation type", QJsonValue(), QString());
+    group.addValue("entityType", "entity type", QJsonValue(), QString());
+}
+
+}  // namespace
 
 std::optional<CardGroup> groups::indexGroup(const QString& code, const CVelmIndex& index)
 {
@@ -58,10 +78,12 @@ std::optional<CardGroup> groups::areaGroup(const QString& code, const CVelmAreaL
     return group;
 }
 
-std::optional<CardGroup> groups::annotationGroup(Velm::ErrorStatus status, const VelmAnnItem& item)
+std::optional<CardGroup> groups::annotationGroup(const AnnotationAnswer& annotation)
 {
-    if (status != Velm::VelmOk && status != Velm::VelmInvalidValue)
+    const bool isOutOfRange = annotation.status == Velm::VelmInvalidValue;
+    if (annotation.status != Velm::VelmOk && !isOutOfRange)
         return std::nullopt;
+    const VelmAnnItem& item = annotation.item;
     CardGroup group(QStringLiteral("annotation"), QStringLiteral("annotation"));
     group.add("font", "font", item.font);
     group.add("place", "place", item.place);
@@ -71,15 +93,21 @@ std::optional<CardGroup> groups::annotationGroup(Velm::ErrorStatus status, const
     group.add("rotation", "rotation", item.rotate);
     group.add("factor", "factor", item.factor);
     group.add("lineType", "line type", item.linetype);
-    group.add("inputType", "input type", item.inputtype);
-    group.add("annotationType", "annotation type", item.anntype);
-    group.add("entityType", "entity type", item.enttype, entityTypeName(item.enttype));
+    if (isOutOfRange)
+        addUnknownTypes(group);
+    else
+        addTypes(group, item);
     const QJsonObject data = QJsonObject::fromVariantMap(item.extdata);
     group.addValue("data", "data", data,
                    data.isEmpty()
                        ? QString()
                        : QString::fromUtf8(QJsonDocument(data).toJson(QJsonDocument::Compact)));
-    if (status == Velm::VelmInvalidValue)
-        group.add("problem", "problem", QStringLiteral("a type is out of range"));
+    QStringList problems;
+    if (isOutOfRange)
+        problems.append(QStringLiteral("INPUT, ANNTYPE or ENTTYPE is out of range"));
+    if (annotation.hasBrokenData)
+        problems.append(QStringLiteral("EXTDATA is no JSON object"));
+    if (!problems.isEmpty())
+        group.add("problem", "problem", problems.join(QStringLiteral("; ")));
     return group;
 }

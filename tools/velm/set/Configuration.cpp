@@ -6,6 +6,7 @@
 
 #include "CVelmConfigManager.h"
 #include "CVelmIndex.h"
+#include "CVelmString.h"
 #include "CVelmSystemGlobal.h"
 #include "CVelmWork.h"
 
@@ -32,11 +33,13 @@ QStringList tableProblems(const HeldDatabase& database, const QString& path)
         if (!table.optional && table.database == QFileInfo(path).fileName())
             add(table.name, database.problemOf(table));
     }
-    QStringList views;
-    add(QStringLiteral("sqlite_master"), database.findViews(views));
-    for (const QString& view : qAsConst(views)) {
-        if (schema::isDictionary(view))
-            add(view, QStringLiteral("a view in its place"));
+    if (QFileInfo(path).fileName() != schema::kSystemFile)
+        return problems;
+    QStringList names;
+    add(QStringLiteral("sqlite_master"), database.findNames(names));
+    for (const QString& name : qAsConst(names)) {
+        if (schema::isDictionary(name))
+            add(name, database.problemOf(schema::dictionary(name)));
     }
     return problems;
 }
@@ -51,6 +54,18 @@ QStringList hold(const QString& path, std::unique_ptr<HeldDatabase>& database)
     database = std::make_unique<HeldDatabase>(path);
     problem = database->hold();
     return problem.isEmpty() ? tableProblems(*database, path) : QStringList{quoted + problem};
+}
+
+/// A problem that the library tells, with the path of the file with whose name it begins.
+QString withPath(const QString& problem)
+{
+    CVelmSystemGlobal& system = *CVelmSystemGlobal::Instance();
+    for (const QString& path : {system.getSystemConfigDb(), system.getPipeConfigDb()}) {
+        const QString file = QFileInfo(path).fileName();
+        if (problem.startsWith(file))
+            return QLatin1Char('"') + path + QLatin1Char('"') + problem.mid(file.size());
+    }
+    return problem;
 }
 
 /// @return ExitFine if there are none
@@ -69,7 +84,9 @@ int tellAll(const QStringList& problems)
 int cannotReadTable(const QString& table, const QString& problem)
 {
     const QString path = CVelmSystemGlobal::Instance()->getSystemConfigDb();
-    return tellAll({named(path, table) + QStringLiteral(": ") + problem});
+    const QString why = problem.isEmpty() ? whyNoFile(path) : problem;
+    return tellAll({named(path, table) + QStringLiteral(": ")
+                    + (why.isEmpty() ? QStringLiteral("it cannot be opened") : why)});
 }
 
 int Configuration::open(const Arguments& arguments)
@@ -82,7 +99,8 @@ int Configuration::open(const Arguments& arguments)
     problems += hold(system.getPipeConfigDb(), m_pipe);
     if (problems.isEmpty()) {
         m_manager = CVelmConfigManager::Instance();
-        problems = m_manager->loadProblems();
+        for (const QString& problem : m_manager->loadProblems())
+            problems.append(withPath(problem));
     }
     return tellAll(problems);
 }
@@ -97,19 +115,39 @@ const CVelmWork& Configuration::work() const
     return *manager().GetVelmWork();
 }
 
-int Configuration::tablesWith(const QString& code, QStringList& tables) const
+int Configuration::tablesWith(const QSet<QString>& codes, QHash<QString, QStringList>& tables) const
 {
     for (const char* name :
          {"IndexiniExtend", "QuobAreaLine", "VelmAnnotate", "RecordConfigType", "RecordConfig"}) {
         const QString table = QLatin1String(name);
-        bool found = false;
-        const QString problem = m_system->findCode(table, code, found);
+        QSet<QString> found;
+        const QString problem = m_system->findCodes(table, codes, found);
         if (!problem.isEmpty())
             return cannotReadTable(table, problem);
-        if (found)
-            tables.append(table);
+        for (const QString& code : qAsConst(found))
+            tables[code].append(table);
     }
     return ExitFine;
+}
+
+int Configuration::codesWithBrokenData(QSet<QString>& codes) const
+{
+    const QString table = QStringLiteral("VelmAnnotate");
+    QSqlQuery row = m_system->query();
+    QString problem =
+        HeldDatabase::run(row, QStringLiteral("select [CODE], [EXTDATA] from [%1]").arg(table));
+    QSet<QString> seen;  // of several rows of a code the first one counts
+    for (; row.isValid(); row.next()) {
+        const QString code = row.value(0).toString();
+        const QString data = row.value(1).toString();
+        if (!seen.contains(code) && !data.isEmpty()
+            && CVelmString().Json2Variant(data).type() != QVariant::Map)
+            codes.insert(code);
+        seen.insert(code);
+    }
+    if (problem.isEmpty())
+        problem = HeldDatabase::textOf(row.lastError());
+    return problem.isEmpty() ? ExitFine : cannotReadTable(table, problem);
 }
 
 int Configuration::close()

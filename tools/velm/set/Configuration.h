@@ -23,9 +23,12 @@ public:
     const CVelmIndex& index() const;
     const CVelmWork& work() const;
 
-    /// The tables beside the index and the work definitions that have rows of @p code.
+    /// For each of @p codes the tables beside the index and the work definitions that have rows of
+    /// it. @return ExitFine; ExitCannotOpen
+    int tablesWith(const QSet<QString>& codes, QHash<QString, QStringList>& tables) const;
+    /// The codes whose annotation has data that are no JSON object.
     /// @return ExitFine; ExitCannotOpen
-    int tablesWith(const QString& code, QStringList& tables) const;
+    int codesWithBrokenData(QSet<QString>& codes) const;
 
     /// Ends the reading. @return ExitFine; ExitCannotOpen if another program has changed the
     /// configuration meanwhile

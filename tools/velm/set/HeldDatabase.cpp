@@ -1,6 +1,7 @@
 #include "set/HeldDatabase.h"
 
 #include "common/files/DatabasePath.h"
+#include "common/platform/FileSystem.h"
 #include "data/sql/Patience.h"
 
 #include <QFileInfo>
@@ -9,12 +10,14 @@
 
 namespace {
 
-/// What went wrong with a statement, as SQLite says it.
-QString textOf(const QSqlError& error)
+/// As SQLite compares names: only the letters of ASCII have two cases.
+QString asciiLower(QString name)
 {
-    if (!error.isValid())
-        return QString();
-    return error.databaseText().isEmpty() ? error.text() : error.databaseText();
+    for (QChar& ch : name) {
+        if (ch >= QLatin1Char('A') && ch <= QLatin1Char('Z'))
+            ch = QChar(ch.unicode() + 'a' - 'A');
+    }
+    return name;
 }
 
 bool tellsReadOnly(const QSqlError& error)
@@ -50,6 +53,7 @@ QString HeldDatabase::hold()
 QString HeldDatabase::open(bool readOnly)
 {
     QSqlDatabase::removeDatabase(m_connection);
+    m_identity = velm::detail::platform::fileIdentity(m_path);
     QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
     database.setDatabaseName(velm::detail::databaseName(m_path));
     const QString patience =
@@ -66,7 +70,8 @@ QString HeldDatabase::open(bool readOnly)
         problem = run(first, QStringLiteral("select count(*) from sqlite_master"));
     m_isUnfinished = tellsReadOnly(first.lastError());
     m_holds = problem.isEmpty();
-    m_version = m_holds ? version() : 0;
+    m_isWal = m_holds && isWal();
+    m_version = m_isWal ? version() : 0;
     return problem;
 }
 
@@ -83,29 +88,46 @@ QString HeldDatabase::whyTruncated() const
 
 QString HeldDatabase::find(const QString& table, Entry& found) const
 {
-    QSqlQuery entry = query();
-    QString problem = run(
-        entry,
-        // A virtual table is a table too, even with a page that its author has given it.
-        QStringLiteral("select name, type, rootpage > 0 and sql like 'create table%' from "
-                       "sqlite_master where name = ? collate nocase and type in ('table', 'view')"),
-        {table});
-    if (!problem.isEmpty() || !entry.isValid())
+    const QString problem = m_entries.isEmpty() ? readEntries() : QString();
+    if (!problem.isEmpty())
         return problem;
-    found.name = entry.value(0).toString();
-    if (entry.value(1).toString() == QLatin1String("view"))
-        found.kind = QStringLiteral("a view");
-    else if (!entry.value(2).toBool())
-        found.kind = QStringLiteral("a virtual table");
-    if (!found.kind.isEmpty())
-        return QString();
+    found = m_entries.value(asciiLower(table));
+    return found.name.isEmpty() || !found.kind.isEmpty() ? QString() : readColumns(found);
+}
+
+QString HeldDatabase::readEntries() const
+{
+    QSqlQuery entry = query();
+    QString problem =
+        run(entry,
+            // A virtual table is a table too, even with a page that its author has given it.
+            QStringLiteral("select name, type, rootpage > 0 and sql like 'create table%' from "
+                           "sqlite_master where type in ('table', 'view')"));
+    for (; entry.isValid(); entry.next()) {
+        Entry stored;
+        stored.name = entry.value(0).toString();
+        if (entry.value(1).toString() == QLatin1String("view"))
+            stored.kind = QStringLiteral("a view");
+        else if (!entry.value(2).toBool())
+            stored.kind = QStringLiteral("a virtual table");
+        m_entries.insert(asciiLower(stored.name), stored);
+    }
+    if (problem.isEmpty())
+        problem = textOf(entry.lastError());
+    if (!problem.isEmpty())
+        m_entries.clear();
+    return problem;
+}
+
+QString HeldDatabase::readColumns(Entry& table) const
+{
     QSqlQuery columns = query();
-    problem = run(columns, QStringLiteral("select name, hidden from pragma_table_xinfo(?)"),
-                  {found.name});
+    QString problem = run(columns, QStringLiteral("select name, hidden from pragma_table_xinfo(?)"),
+                          {table.name});
     for (; problem.isEmpty() && columns.isValid(); columns.next()) {
         if (columns.value(1).toInt() > 1)
-            found.kind = QStringLiteral("a table with computed columns");
-        found.columns.append(columns.value(0).toString());
+            table.kind = QStringLiteral("a table with computed columns");
+        table.columns.append(columns.value(0).toString());
     }
     return problem.isEmpty() ? textOf(columns.lastError()) : problem;
 }
@@ -127,23 +149,26 @@ QString HeldDatabase::problemOf(const TableSchema& table) const
     return QString();
 }
 
-QString HeldDatabase::findViews(QStringList& names) const
+QString HeldDatabase::findNames(QStringList& names) const
 {
-    QSqlQuery view = query();
-    QString problem =
-        run(view, QStringLiteral("select name from sqlite_master where type = 'view'"));
-    for (; view.isValid(); view.next())
-        names.append(view.value(0).toString());
-    return problem.isEmpty() ? textOf(view.lastError()) : problem;
+    const QString problem = m_entries.isEmpty() ? readEntries() : QString();
+    for (const Entry& entry : qAsConst(m_entries))
+        names.append(entry.name);
+    names.sort();
+    return problem;
 }
 
-QString HeldDatabase::findCode(const QString& table, const QString& code, bool& found) const
+QString HeldDatabase::findCodes(const QString& table, const QSet<QString>& codes,
+                                QSet<QString>& found) const
 {
     QSqlQuery row = query();
-    QString problem =
-        run(row, QStringLiteral("select 1 from [%1] where [CODE] = ? limit 1").arg(table), {code});
-    found = row.isValid();
-    return problem;
+    const QString problem = run(row, QStringLiteral("select [CODE] from [%1]").arg(table));
+    for (; row.isValid(); row.next()) {
+        const QString code = row.value(0).toString();
+        if (codes.contains(code))
+            found.insert(code);
+    }
+    return problem.isEmpty() ? textOf(row.lastError()) : problem;
 }
 
 bool HeldDatabase::release()
@@ -152,7 +177,9 @@ bool HeldDatabase::release()
         return false;
     m_holds = false;
     QSqlQuery end = query();
-    return !run(end, QStringLiteral("commit")).isEmpty() || version() != m_version;
+    const bool ended = run(end, QStringLiteral("commit")).isEmpty();
+    const bool isSameFile = velm::detail::platform::fileIdentity(m_path) == m_identity;
+    return !ended || !isSameFile || (m_isWal && version() != m_version);
 }
 
 QString HeldDatabase::run(QSqlQuery& query, const QString& sql, const QVariantList& values)
@@ -166,6 +193,13 @@ QString HeldDatabase::run(QSqlQuery& query, const QString& sql, const QVariantLi
     return textOf(query.lastError());
 }
 
+QString HeldDatabase::textOf(const QSqlError& error)
+{
+    if (!error.isValid())
+        return QString();
+    return error.databaseText().isEmpty() ? error.text() : error.databaseText();
+}
+
 QSqlQuery HeldDatabase::query() const
 {
     QSqlQuery query(QSqlDatabase::database(m_connection, false));
@@ -173,8 +207,16 @@ QSqlQuery HeldDatabase::query() const
     return query;
 }
 
+bool HeldDatabase::isWal() const
+{
+    QSqlQuery mode = query();
+    // Where it cannot be asked, release() asks for the version, and cannot either.
+    return !run(mode, QStringLiteral("pragma journal_mode")).isEmpty()
+           || mode.value(0).toString() == QLatin1String("wal");
+}
+
 /// 0, which no content has, if it cannot be asked.
-int HeldDatabase::version()
+int HeldDatabase::version() const
 {
     QSqlQuery asked = query();
     return run(asked, QStringLiteral("pragma data_version")).isEmpty() ? asked.value(0).toInt() : 0;

@@ -2,12 +2,15 @@
 
 #include "set/Schema.h"
 
+#include <QHash>
+#include <QSet>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QVariant>
 
 /// A configuration database in one state: from hold() to release() a read transaction keeps other
-/// programs from changing it. In WAL mode they can, and release() tells.
+/// programs from changing it. In WAL mode they can, and they can put another file in its place;
+/// release() tells.
 /// Nothing that stands in the file's schema is run.
 class HeldDatabase
 {
@@ -26,7 +29,7 @@ public:
     struct Entry
     {
         QString name;         ///< as it is stored; empty if there is none
-        QString kind;         ///< "a view", if it stores no rows of its own; else empty
+        QString kind;         ///< "a view", say, if it stores no rows of its own; else empty
         QStringList columns;  ///< of a table
     };
 
@@ -43,12 +46,15 @@ public:
     /// Leaves a query on its first row. @return what went wrong; empty if nothing did
     static QString run(QSqlQuery& query, const QString& sql, const QVariantList& values = {});
 
-    /// The views of the file. @return what went wrong; empty if nothing did
-    QString findViews(QStringList& names) const;
+    /// What went wrong with a statement, as SQLite says it; empty if nothing did.
+    static QString textOf(const QSqlError& error);
 
-    /// Whether a table has a row whose column "CODE" is @p code.
-    /// @return what went wrong; empty if nothing did
-    QString findCode(const QString& table, const QString& code, bool& found) const;
+    /// The names of all tables and views. @return what went wrong; empty if nothing did
+    QString findNames(QStringList& names) const;
+
+    /// Which of @p codes a table has in its column "CODE". @return what went wrong; empty if
+    /// nothing did
+    QString findCodes(const QString& table, const QSet<QString>& codes, QSet<QString>& found) const;
 
     /// Ends the transaction, if there is one. @return whether others have changed the database
     /// since hold(), or it cannot be known
@@ -57,11 +63,17 @@ public:
 private:
     QString open(bool readOnly);
     QString whyTruncated() const;
-    int version();
+    bool isWal() const;
+    int version() const;
+    QString readEntries() const;
+    QString readColumns(Entry& table) const;
 
     QString m_path;
-    QString m_connection;  // its name
-    int m_version = 0;     // of the content, as SQLite counts for this connection
+    QString m_connection;   // its name
+    QByteArray m_identity;  // of the file that was opened
+    int m_version = 0;      // in WAL mode: of the content, as SQLite counts for this connection
+    bool m_isWal = false;
     bool m_holds = false;
-    bool m_isUnfinished = false;  // a change must be undone first
+    bool m_isUnfinished = false;              // a change must be undone first
+    mutable QHash<QString, Entry> m_entries;  // by lower-case name; none before the first question
 };

@@ -6,9 +6,24 @@
 
 #include <QFileInfo>
 
+namespace {
+
+/// Whether this process may see what is in a folder, or in the one above if there is none.
+bool canLookInto(const QString& folder)
+{
+    const QFileInfo info(folder);
+    if (info.exists())
+        return !info.isDir() || info.isExecutable();
+    return info.path() == folder || canLookInto(info.path());
+}
+
+}  // namespace
+
 QString whyNoFile(const QString& path)
 {
     const QFileInfo file(path);
+    if (!file.exists() && !canLookInto(file.path()))
+        return QStringLiteral("permission denied");
     if (!file.exists())
         return QStringLiteral("there is no such file (\"velm init DIR\" makes a sample set)");
     if (!file.isFile())
