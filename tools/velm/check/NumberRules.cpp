@@ -4,6 +4,7 @@
 #include "check/WholeNumber.h"
 
 #include "config/tables/AnnotationRanges.h"
+#include "config/tables/RecordColumns.h"
 #include "VelmTypes.h"
 
 #include <cmath>
@@ -73,10 +74,13 @@ const Range* rangeOf(const CheckedTable& table, const QString& column)
 const Rule* whyNotWhole(const QVariant& value, double number, QString& message)
 {
     if (number != std::floor(number)) {
-        message = QStringLiteral("is to be a whole number, and counts as %1").arg(value.toInt());
+        message = QStringLiteral("is to be a whole number, and counts as %1")
+                      .arg(velm::detail::integerOf(value));
         return &kFraction;
     }
-    message = QStringLiteral("is to be a whole number, from -2147483647 to 2147483647");
+    message =
+        QStringLiteral("is to be a whole number from -2147483647 to 2147483647, and counts as %1")
+            .arg(velm::detail::integerOf(value));
     return wholeNumber(value) ? nullptr : &kNotANumber;
 }
 
