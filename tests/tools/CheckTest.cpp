@@ -145,11 +145,11 @@ const Broken kBroken[] = {
     {"empty-code", kSystem, u"insert into VelmCmdSetting values ('', '[]')",
      u"VelmCmdSetting CMDNAME"},
     {"duplicate-code", kSystem, u"insert into globaldefines values ('图属库', '')",
-     u"globaldefines KEY 图属库", u"stands in row 5 too; row 5, the first, counts"},
+     u"globaldefines KEY 图属库", u"stands in row 5 too; row 5 counts, as the first"},
     {"duplicate-code", kSystem,
      u"insert into Attributetable values ('jmd_pg', '', '', 2), ('Jmd_pg', '', '', 2)",
      u"Attributetable TABLE Jmd_pg\nAttributetable TABLE jmd_pg",
-     u"differs from \"JMD_PG\" in row 25 in letter case only; row 50, the last, counts"},
+     u"differs from \"JMD_PG\" in row 25 in letter case only; row 50 counts, as the last"},
     {"duplicate-code", kSystem,
      u"insert into Attributefield select [TABLE], 'fwjg', TEXT, TYPE, LENGTH, DECIMAL, '', 0, 0, 0 "
      "from Attributefield where [TABLE] = 'JMD_PG' and NAME = 'FWJG'",
@@ -246,7 +246,7 @@ const Broken kBroken[] = {
      u"Attributefield DEFAULT TB_BLC"},
     {"default-does-not-fit", kPipe,
      u"update SYS_ATTRIBUTEDEF set DEFAULTVALUE = '5' where DICTIONARY = 'DL_DY'",
-     u"SYS_ATTRIBUTEDEF DEFAULTVALUE 5", u"is no code of the dictionary \"DL_DY\", 0 to 4"},
+     u"SYS_ATTRIBUTEDEF DEFAULTVALUE 5", u"is no code of the dictionary \"DL_DY\": 0, 1, 2, 3, 4"},
     {"default-does-not-fit", kSystem,
      u"insert into Attributefield values ('JMD_PG', 'N', '', 3, 2, 0, '100', 0, 0, 0)",
      u"Attributefield DEFAULT 100"},
@@ -396,6 +396,7 @@ TEST_F(CheckTest, ReportsWhatIsMissingOnce)
     EXPECT_EQ(
         found(check({u"--json"_s})),
         (QStringList{u"empty-table indexini"_s, u"missing-database"_s, u"text-file-lines"_s}));
+    EXPECT_TRUE(check({}).output.contains(u" index.ini: has more than one line"_s)) << "no line of";
     runSql({u"drop table indexini"_s});
     EXPECT_EQ(
         found(check({u"--json"_s})),
@@ -499,8 +500,11 @@ TEST_F(CheckTest, KnowsWhichDictionariesTheLibraryCanUse)
             u"update Attributefield set [DEFAULT] = 'TBL_A-B' where rowid = 2"_s,
             u"create table tb_quote (code, value)"_s,
             u"insert into tb_quote values (1, 'it''s')"_s});
-    EXPECT_EQ(found(check({u"--json"_s})),
-              QStringList{u"unknown-dictionary Attributefield DEFAULT TBL_A-B"_s});
+    EXPECT_EQ(
+        check({}).output.section(u'\n', 0, 0),
+        u"error unknown-dictionary: peltaconfig.db Attributefield row 2 (TABLE DGX_LN, NAME GC) "
+        "DEFAULT: \"TBL_A-B\" names no dictionary; there is a table of that name, but that of "
+        "a dictionary has letters, digits, _ and $ only"_s);
 }
 
 TEST_F(CheckTest, LeavesOutWhatABaselineKnows)

@@ -48,14 +48,17 @@ QString rowName(const Place& place)
     return place.row == 0 ? QStringLiteral("another row") : QStringLiteral("row %1").arg(place.row);
 }
 
-/// Which of several rows of a key counts.
-QString whichCounts(const CheckedTable& table, const Place& first, const Place& last)
+/// Which of several rows of a key counts, told at @p place.
+QString whichCounts(const CheckedTable& table, const Place& place, const Place& first,
+                    const Place& last)
 {
     const bool isFirst = firstCounts(table);
     const QString which = isFirst ? QStringLiteral("the first") : QStringLiteral("the last");
-    const qint64 row = (isFirst ? first : last).row;
-    return row == 0 ? QStringLiteral("; %1 counts").arg(which)
-                    : QStringLiteral("; row %1, %2, counts").arg(row).arg(which);
+    const Place& counts = isFirst ? first : last;
+    if (counts.row == 0)
+        return QStringLiteral("; %1 counts").arg(which);
+    return QStringLiteral("; %1 counts, as %2")
+        .arg(counts.row == place.row ? QStringLiteral("this row") : rowName(counts), which);
 }
 
 /// The first and the last rows of the values of a column, which are the same @p as some text.
@@ -90,16 +93,16 @@ void checkUnique(const CheckedTable& table, const QString& column, const Uniquen
                 problems.add(
                     *rules.same, place,
                     QStringLiteral("stands in %1 too").arg(rowName(table.place(first, column)))
-                        + whichCounts(table, table.place(first, column),
+                        + whichCounts(table, place, table.place(first, column),
                                       table.place(last, column)));
         } else if (firstAlike < row && rules.differsInCase) {
             const Place other = table.place(firstAlike, column);
             problems.add(*rules.differsInCase, place,
                          QStringLiteral("differs from \"%1\" in %2 in letter case only")
                                  .arg(other.value, rowName(other))
-                             + (rules.differsInCase == rules.same
-                                    ? whichCounts(table, other, table.place(lastAlike, column))
-                                    : QString()));
+                             + (rules.differsInCase == rules.same ? whichCounts(
+                                    table, place, other, table.place(lastAlike, column))
+                                                                  : QString()));
         }
     }
 }

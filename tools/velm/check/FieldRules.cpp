@@ -161,8 +161,10 @@ QString whyNoCode(const CheckedSet& set, const FieldTable& fields, int row, cons
     const QStringList codes = set.codesOf(dictionary);
     if (codes.isEmpty() || codes.contains(value))
         return QString();
-    return QStringLiteral("is no code of the dictionary \"%1\", %2 to %3")
-        .arg(dictionary, codes.first(), codes.last());
+    constexpr int kShown = 8;
+    return QStringLiteral("is no code of the dictionary \"%1\": %2")
+               .arg(dictionary, codes.mid(0, kShown).join(QStringLiteral(", ")))
+           + (codes.size() > kShown ? QStringLiteral(", ...") : QString());
 }
 
 /// Reports a default value that the field cannot take.
@@ -178,9 +180,9 @@ void checkDefault(const CheckedSet& set, const FieldTable& fields, int row, int 
     QString misfit;
     if (isDictionary)
         misfit = QStringLiteral("is taken as a text; a dictionary is named by DICTIONARY");
-    else if (set.dictionaries().contains(place.value) && fields.namesDictionaryByDefault)
-        misfit = QStringLiteral("is taken as a text; of dictionaries, those that begin with TBL_ "
-                                "can be named here");
+    else if (schema::isDictionary(place.value) && set.dictionaries().contains(place.value))
+        misfit = QStringLiteral("is taken as a text; of dictionaries, only those that begin with "
+                                "TBL_ can be named here");
     else
         misfit = whyMisfit(place.value, type, fields.number(row, fields.length).value_or(0));
     if (misfit.isEmpty())

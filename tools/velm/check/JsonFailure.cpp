@@ -6,8 +6,8 @@ QString jsonFailure(const QString& text)
 {
     constexpr int kShown = 20;  // characters in front of it
     const int at = Velm::jsonFailureAt(text);
-    if (at < 0)  // too much of what is allowed
-        return QStringLiteral("is no JSON that can be read");
+    if (at < 0)  // what is read is more than one value
+        return QStringLiteral("is neither a JSON object nor a list");
     const QString before = text.left(at).simplified().right(kShown);
     const QString behind =
         before.isEmpty() ? QString() : QStringLiteral(", behind \"%1\"").arg(before);
