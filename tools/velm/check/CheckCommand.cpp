@@ -83,11 +83,11 @@ private:
     static bool fix(const CheckedSet& set, const QVector<Problem>& problems, int& exitCode)
     {
         const Fix fix(set, problems);
-        for (const QString& line : fix.report())
-            console::tell(QStringLiteral("fixed: ") + line);
         for (const QString& line : fix.problems())
             exitCode = cannot(line);
-        return !fix.report().isEmpty();
+        for (const QString& line : fix.report())
+            console::tell(line);
+        return fix.hasChanged();
     }
 
     /// Leaves out what is known, or makes everything known. @return whether the file could be
