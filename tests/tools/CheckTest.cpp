@@ -404,8 +404,27 @@ TEST_F(CheckTest, LeavesOutWhatABaselineKnows)
 {
     const QString known = path(u"known 已知.json"_s);
     runSql({u"insert into Workdef (CODE, LAYER, ENTTYPE) values ('x1', 'A', 1), ('x1', 'A', 1)"_s});
-    EXPECT_EQ(check({u"--write-baseline"_s, known}).exitCode, 1);
-    EXPECT_EQ(check({u"--baseline"_s, known}).exitCode, 0);
+    const Answer written = check({u"--write-baseline"_s, known});
+    EXPECT_EQ(written.exitCode, 1);
+    EXPECT_TRUE(written.talk.contains(u"velm: 3 findings written to "_s + known));
+    const auto lines = [&known] {
+        QFile file(known);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return QString::fromUtf8(file.readAll()).split(u'\n');
+    };
+    const QStringList before = lines();
+    const QString place =
+        u"{\"place\": \"peltaconfig.db Workdef (CODE x1) CODE\", \"rule\": \"%1\", "
+        "\"value\": \"x1\", \"count\": "_s;
+    ASSERT_EQ(before.size(), 5);
+    EXPECT_TRUE(before.at(1).startsWith(place.arg(u"duplicate-code"_s) + u"1,"_s));
+    EXPECT_TRUE(before.at(2).startsWith(place.arg(u"drawing-without-code"_s) + u"2,"_s));
+    runSql({u"update Workdef set rowid = rowid + 5000"_s});
+    check({u"--write-baseline"_s, known});
+    EXPECT_EQ(lines(), before) << "the same findings in other rows";
+    const Answer none = check({u"--baseline"_s, known});
+    EXPECT_EQ(none.exitCode, 0);
+    EXPECT_EQ(none.output, u"0 errors, 0 warnings, 0 notes; 3 known ones left out\n"_s);
     runSql({u"delete from Workdef where CODE = '110102'"_s,
             u"insert into Workdef (CODE, LAYER, ENTTYPE) values ('x1', 'A', 1)"_s});
     EXPECT_EQ(found(check({u"--json"_s, u"--baseline"_s, known})),
@@ -413,8 +432,30 @@ TEST_F(CheckTest, LeavesOutWhatABaselineKnows)
                            u"drawing-without-code Workdef CODE x1"_s,
                            u"duplicate-code Workdef CODE x1"_s}))
         << "one row more of a kind that is known";
-    writeFile(u"known 已知.json"_s, "{}");
-    EXPECT_EQ(check({u"--baseline"_s, known}).exitCode, 3);
+    runSql({u"delete from Workdef where CODE = 'x1'"_s});
+    const Answer gone = check({u"--json"_s, u"--baseline"_s, known});
+    EXPECT_TRUE(gone.talk.contains(u"velm: 0 known ones left out, 3 known ones are gone"_s));
+    EXPECT_FALSE(
+        check({u"--baseline"_s, known, u"--rule"_s, u"comma"_s}).output.contains(u"gone"_s));
+    const struct
+    {
+        QByteArray content;
+        const char* cause;
+    } broken[] = {{"{}", "no baseline"},
+                  {"[]", "no baseline"},
+                  {"{\"known\": [\n{]}", "line 2 is no JSON"},
+                  {"", "line 1 is no JSON"}};
+    for (const auto& c : broken) {
+        writeFile(u"known 已知.json"_s, c.content);
+        const Answer refused = check({u"--baseline"_s, known});
+        EXPECT_EQ(refused.exitCode, 3);
+        EXPECT_TRUE(refused.talk.contains(QLatin1String(c.cause))) << refused.talk.toStdString();
+    }
+    for (const QString& option : {u"--baseline"_s, u"--write-baseline"_s}) {
+        const Answer refused = check({option, path(u"none/known.json"_s)});
+        EXPECT_EQ(refused.exitCode, 3);
+        EXPECT_TRUE(refused.talk.contains(u"none/known.json: there is no such f"_s));
+    }
 }
 
 TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)

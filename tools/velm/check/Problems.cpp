@@ -3,12 +3,29 @@
 #include <QCryptographicHash>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace {
 
 QByteArray digest(const QStringList& parts)
 {
     const QByteArray text = parts.join(QChar::Null).toUtf8();
     return QCryptographicHash::hash(text, QCryptographicHash::Sha1);
+}
+
+Fingerprint toFingerprint(const QByteArray& bytes)
+{
+    Fingerprint fingerprint{};
+    if (bytes.size() == static_cast<int>(fingerprint.size()))
+        std::copy(bytes.begin(), bytes.end(), fingerprint.begin());
+    return fingerprint;
+}
+
+/// A message without the number of the row that it names.
+QString withoutRow(const QString& message)
+{
+    static const QRegularExpression rowNumber(QStringLiteral("row [0-9]+"));
+    return message.contains(QLatin1String("row ")) ? QString(message).remove(rowNumber) : message;
 }
 
 }  // namespace
@@ -19,13 +36,22 @@ QString excerpt(const QString& value)
     return value.size() <= kLongest ? value : value.left(kLongest) + QStringLiteral("...");
 }
 
-QString Problem::fingerprint() const
+Fingerprint Problem::fingerprint() const
 {
-    static const QRegularExpression rowNumber(QStringLiteral("row [0-9]+"));
-    return QString::fromLatin1(
+    return toFingerprint(
         digest({QLatin1String(rule->id), place.database, place.table, excerpt(place.key),
-                place.column, excerpt(place.value), QString(message).remove(rowNumber)})
-            .toHex());
+                place.column, excerpt(place.value), withoutRow(message)}));
+}
+
+QByteArray textOf(const Fingerprint& fingerprint)
+{
+    return QByteArray::fromRawData(fingerprint.data(), static_cast<int>(fingerprint.size()))
+        .toHex();
+}
+
+Fingerprint fingerprintOf(const QByteArray& text)
+{
+    return toFingerprint(QByteArray::fromHex(text));
 }
 
 void Problems::add(const Rule& rule, const Place& place, const QString& message)

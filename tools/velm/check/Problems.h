@@ -7,16 +7,25 @@
 #include <QString>
 #include <QVector>
 
+#include <array>
+
+using Fingerprint = std::array<char, 20>;
+
 struct Problem
 {
     const Rule* rule;
     Place place;
     QString message;
 
-    /// A short text that stays the same when rows are added, moved or changed elsewhere: for
-    /// baselines and code scanning services.
-    QString fingerprint() const;
+    /// Stays the same when rows are added, moved or changed elsewhere: for baselines and code
+    /// scanning services.
+    Fingerprint fingerprint() const;
 };
+
+/// In hexadecimal digits.
+QByteArray textOf(const Fingerprint& fingerprint);
+/// The other way round; zeros for what is none.
+Fingerprint fingerprintOf(const QByteArray& text);
 
 /// A value, shortened to what tells it from others: one of megabytes may have a finding for each
 /// of its parts.

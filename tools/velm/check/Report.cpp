@@ -20,13 +20,6 @@ QString shortened(const QString& value)
                                          : value.left(kLongestValue) + QStringLiteral("...");
 }
 
-/// "1 error", "2 errors".
-QString counted(int count, const QString& what)
-{
-    return QString::number(count) + QLatin1Char(' ') + what
-           + (count == 1 ? QString() : QStringLiteral("s"));
-}
-
 QString lineOf(const Problem& problem)
 {
     return QStringLiteral("%1 %2: ").arg(rules::nameOf(problem.rule->severity),
@@ -41,7 +34,8 @@ QString totals(const QVector<Problem>& problems)
         ++counts.at(static_cast<size_t>(problem.rule->severity));
     QStringList parts;
     for (const Severity severity : {Severity::Error, Severity::Warning, Severity::Note})
-        parts.append(counted(counts.at(static_cast<size_t>(severity)), rules::nameOf(severity)));
+        parts.append(
+            report::counted(counts.at(static_cast<size_t>(severity)), rules::nameOf(severity)));
     return parts.join(QStringLiteral(", "));
 }
 
@@ -61,6 +55,12 @@ QJsonObject jsonOf(const Problem& problem)
 }
 
 }  // namespace
+
+QString report::counted(int count, const QString& what)
+{
+    return QString::number(count) + QLatin1Char(' ') + what
+           + (count == 1 ? QString() : QStringLiteral("s"));
+}
 
 bool report::isLine(const Place& place)
 {
@@ -89,7 +89,7 @@ QString report::messageOf(const Problem& problem)
                            : QLatin1Char('"') + value + QStringLiteral("\" ") + problem.message;
 }
 
-void report::printText(const QVector<Problem>& problems, int mostOfARule)
+void report::printText(const QVector<Problem>& problems, int mostOfARule, const QStringList& notes)
 {
     QHash<const Rule*, int> counts;
     for (const Problem& problem : problems) {
@@ -103,7 +103,7 @@ void report::printText(const QVector<Problem>& problems, int mostOfARule)
                                .arg(rules::nameOf(rule.severity), QLatin1String(rule.id))
                                .arg(count - mostOfARule));
     }
-    console::print(totals(problems));
+    console::print((QStringList{totals(problems)} + notes).join(QStringLiteral("; ")));
 }
 
 void report::printJson(const QVector<Problem>& problems)

@@ -80,7 +80,8 @@ QJsonObject resultObject(const Problem& problem, int ruleIndex)
             {QStringLiteral("message"), QJsonObject{{QStringLiteral("text"), text}}},
             {QStringLiteral("locations"), QJsonArray{locationOf(problem.place)}},
             {QStringLiteral("partialFingerprints"),
-             QJsonObject{{QStringLiteral("velm/v1"), problem.fingerprint()}}}};
+             QJsonObject{
+                 {QStringLiteral("velm/v1"), QString::fromLatin1(textOf(problem.fingerprint()))}}}};
 }
 
 QByteArray compact(const QJsonObject& object)
