@@ -342,7 +342,8 @@ TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)
     ASSERT_EQ(lines.size(), 22);
     EXPECT_EQ(lines.at(1), u"warning drawing-without-code: peltaconfig.db Workdef row 70002 "
                            "(CODE x2) CODE: \"x2\" has no row in indexini"_s);
-    EXPECT_EQ(lines.at(20), u"warning drawing-without-code: 2980 more; --all shows them"_s);
+    EXPECT_EQ(lines.at(20),
+              u"warning drawing-without-code: 2980 more of 3000 (--all shows them)"_s);
     EXPECT_EQ(lines.at(21), u"0 errors, 3000 warnings, 0 notes"_s);
     EXPECT_EQ(check({u"--all"_s}).output.count(u'\n'), 3001);
     EXPECT_EQ(check({u"--json"_s}).json.array().size(), 3000);
@@ -360,6 +361,29 @@ TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)
               u"peltaconfig.db/Workdef/x2/CODE"_s);
     const QString base = run[u"originalUriBaseIds"_s][u"ROOT"_s][u"uri"_s].toString();
     EXPECT_EQ(QUrl(base, QUrl::StrictMode).toLocalFile(), root() + u'/') << base.toStdString();
+}
+
+TEST_F(CheckTest, OrdersFindingsByPlaceAndClosesEachRuleWhereItsLinesEnd)
+{
+    runSql(
+        {u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 22) "
+         "insert into Workdef (rowid, CODE, LAYER, ENTTYPE) select 9000 - i, 'x', 'A', 1 from n"_s,
+         u"update Workdef set LAYER = 'A*' where rowid > 8998"_s,
+         u"update indexini set NAME = 'a' || char(9) where CODE = '310301'"_s});
+    const QString output = check({}).output.remove(
+        QRegularExpression(u"^(error|warning) |: peltaconfig.db \\w+ row|\\(.*"_s,
+                           QRegularExpression::MultilineOption));
+    QStringList expected{u"control-character 123 "_s, u"blank-at-end 123 "_s,
+                         u"drawing-without-code 8978 "_s};
+    for (int row = 8979; row < 9000; ++row) {
+        expected.append(u"duplicate-code %1 "_s.arg(row));  // the last instead of "1 more"
+        if (row < 8998)
+            expected.append(u"drawing-without-code %1 "_s.arg(row));
+        if (row == 8997)
+            expected.append(u"drawing-without-code: 2 more of 22 "_s);
+    }
+    expected += QStringList{u"layer-name 8999 "_s, u"22 errors, 24 warnings, 0 notes"_s, QString()};
+    EXPECT_EQ(output.split(u'\n'), expected);
 }
 
 TEST_F(CheckTest, ReadsDocumentsAsTheLibraryDoes)

@@ -13,7 +13,6 @@
 #include "CVelmSystemGlobal.h"
 
 #include <algorithm>
-#include <limits>
 #include <memory>
 
 namespace {
@@ -51,6 +50,15 @@ int CheckRun::run()
     if (!unreadable.isEmpty())
         return cannot(QStringLiteral("cannot open \"%1\": ").arg(system.getSystemConfigDb())
                       + unreadable);
+    try {
+        return checkAndTell();
+    } catch (const TooManyProblems& many) {
+        return cannot(QString::fromLatin1(many.what()));
+    }
+}
+
+int CheckRun::checkAndTell() const
+{
     int exitCode = ExitFine;
     std::optional<QVector<Problem>> problems =
         m_args.isSet(QStringLiteral("fix")) ? mendAndFind(exitCode) : find();
@@ -130,8 +138,7 @@ void CheckRun::tell(const QVector<Problem>& problems, const QStringList& notes) 
     const bool all = m_args.isSet(QStringLiteral("all"));
     const bool isText = !m_args.isSet(QStringLiteral("sarif")) && !m_args.json();
     if (isText)
-        return report::printText(problems, all ? std::numeric_limits<int>::max() : kMostOfARule,
-                                 notes);
+        return report::printText(problems, all ? problems.size() : kMostOfARule, notes);
     if (m_args.json())
         report::printJson(problems);
     else

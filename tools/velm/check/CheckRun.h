@@ -21,6 +21,7 @@ public:
     int run();
 
 private:
+    int checkAndTell() const;
     /// What the rules find; nothing if a database cannot be read, which is told.
     std::optional<QVector<Problem>> find() const;
     /// The same after mending. @p exitCode is set if something could not be mended.

@@ -39,6 +39,14 @@ QString totals(const QVector<Problem>& problems)
     return parts.join(QStringLiteral(", "));
 }
 
+QString moreLine(const Rule& rule, int more, int all)
+{
+    return QStringLiteral("%1 %2: %3 more of %4 (--all shows them)")
+        .arg(rules::nameOf(rule.severity), QLatin1String(rule.id))
+        .arg(more)
+        .arg(all);
+}
+
 QJsonObject jsonOf(const Problem& problem)
 {
     const Place& place = problem.place;
@@ -91,17 +99,23 @@ QString report::messageOf(const Problem& problem)
 
 void report::printText(const QVector<Problem>& problems, int mostOfARule, const QStringList& notes)
 {
-    QHash<const Rule*, int> counts;
+    struct Count
+    {
+        int all = 0;
+        int shown = 0;
+    };
+    QHash<const Rule*, Count> counts;
+    for (const Problem& problem : problems)
+        ++counts[problem.rule].all;
     for (const Problem& problem : problems) {
-        if (++counts[problem.rule] <= mostOfARule)
-            console::print(console::plain(lineOf(problem)));
-    }
-    for (const Rule& rule : rules::kAll) {
-        const int count = counts.value(&rule);
-        if (count > mostOfARule)
-            console::print(QStringLiteral("%1 %2: %3 more; --all shows them")
-                               .arg(rules::nameOf(rule.severity), QLatin1String(rule.id))
-                               .arg(count - mostOfARule));
+        Count& count = counts[problem.rule];
+        // A line for "1 more" says less than that one.
+        if (count.shown == mostOfARule && count.all > mostOfARule + 1)
+            continue;
+        console::print(console::plain(lineOf(problem)));
+        ++count.shown;
+        if (count.shown == mostOfARule && count.all > mostOfARule + 1)
+            console::print(moreLine(*problem.rule, count.all - mostOfARule, count.all));
     }
     console::print((QStringList{totals(problems)} + notes).join(QStringLiteral("; ")));
 }
