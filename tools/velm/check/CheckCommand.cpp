@@ -35,6 +35,23 @@ int watch(CheckRun& check)
     return watcher.run();
 }
 
+/// What is wrong with the arguments together; empty if nothing is.
+QString misuseOf(const Arguments& args)
+{
+    if (!args.positional().isEmpty())
+        return QStringLiteral("unexpected argument \"%1\"").arg(args.positional().first());
+    if (args.json() && args.isSet(QStringLiteral("sarif")))
+        return QStringLiteral("--json and --sarif are two forms of one answer: give one of them");
+    if (args.isSet(QStringLiteral("fix")) && args.isSet(QStringLiteral("watch")))
+        return QStringLiteral("--fix mends once and --watch goes on: give one of them");
+    for (const char* file : {"baseline", "write-baseline"}) {
+        const QString name = QLatin1String(file);
+        if (args.isSet(name) && args.value(name).isEmpty())
+            return QStringLiteral("--%1 names no file").arg(name);
+    }
+    return QString();
+}
+
 void addOptions(Arguments& args)
 {
     args.addOption(QStringLiteral("rule"), QStringLiteral("Look for this only; may be repeated."),
@@ -79,9 +96,9 @@ int commands::check(const QStringList& arguments)
     addOptions(args);
     if (const auto ended = args.parse(arguments))
         return *ended;
-    if (!args.positional().isEmpty())
-        return args.usageError(
-            QStringLiteral("unexpected argument \"%1\"").arg(args.positional().first()));
+    const QString misuse = misuseOf(args);
+    if (!misuse.isEmpty())
+        return args.usageError(misuse);
     if (args.isSet(QStringLiteral("rules")))
         return rulelisting::list(args.json());
     if (args.isSet(QStringLiteral("explain")))
