@@ -3,8 +3,12 @@
 
 #include <QElapsedTimer>
 #include <QJsonArray>
+#include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
 #include <QUrl>
 
 namespace {
@@ -291,7 +295,11 @@ TEST_F(CheckRule, FindsWhatBreaksItAndNothingElse)
 TEST_F(CheckTest, ReportsWhatIsMissingOnce)
 {
     ASSERT_TRUE(QFile::remove(path(u"config/PipeConfig.db"_s)));
-    EXPECT_EQ(found(check({u"--json"_s})), QStringList{u"missing-database"_s});
+    const Answer missing = check({u"--json"_s});
+    EXPECT_EQ(found(missing), QStringList{u"missing-database"_s});
+    EXPECT_EQ(missing.json[0].toObject().keys(),
+              (QStringList{u"database"_s, u"message"_s, u"rule"_s, u"severity"_s}))
+        << "nothing of what it does not have";
     runSql({u"drop table indexini"_s});
     EXPECT_EQ(
         found(check({u"--json"_s})),
@@ -330,6 +338,26 @@ TEST_F(CheckTest, RefusesWhatItCannotRead)
     ASSERT_TRUE(QDir().rmdir(path(u"config/PipeConfig.db"_s)));
     ASSERT_TRUE(QFile::resize(file, 1024LL * 1024 * 1024 + 4096));  // of a hole, and sound
     refuses(u"peltaconfig.db\": larger than 1 GiB"_s);
+}
+
+TEST_F(CheckTest, TellsThatAnotherProgramUsesTheDatabase)
+{
+    runSql({u"insert into VelmCmdSetting values ('', '[]')"_s});
+    for (const QString& lock : {u"begin immediate"_s, u"begin exclusive"_s}) {
+        {
+            QSqlDatabase other = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"other"_s);
+            other.setDatabaseName(path(u"config/peltaconfig.db"_s));
+            ASSERT_TRUE(other.open());
+            ASSERT_FALSE(other.exec(lock).lastError().isValid());
+            const Answer answer = check({u"--fix"_s});
+            EXPECT_EQ(answer.exitCode, 3);
+            EXPECT_TRUE(answer.talk.endsWith(u"another program is using it\n"_s))
+                << answer.talk.toStdString();
+            EXPECT_EQ(answer.output.isEmpty(), lock == u"begin exclusive"_s);
+        }
+        QSqlDatabase::removeDatabase(u"other"_s);
+        EXPECT_EQ(QDir(path(u"config"_s)).entryList(QDir::Files).size(), 5);
+    }
 }
 
 TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)
@@ -597,6 +625,14 @@ TEST_F(CheckTest, ExplainsItsRulesAndRefusesOthers)
     const Answer explained = check({u"--explain"_s, u"single-quote"_s});
     EXPECT_TRUE(explained.output.startsWith(u"single-quote (error)"_s));
     EXPECT_EQ(explained.output.count(u'\n'), 2) << "what is wrong, and what to do";
+    const QJsonObject rule =
+        check({u"--json"_s, u"--explain"_s, u"view-for-table"_s}).json.object();
+    EXPECT_EQ(rule.keys(), (QStringList{u"advice"_s, u"explanation"_s, u"id"_s, u"severity"_s}));
+    const QStringList listed = check({u"--rules"_s}).output.split(u'\n');
+    EXPECT_EQ(listed.filter(u"view-for-table "_s),
+              QStringList{u"view-for-table                 error     "_s
+                          + rule[u"explanation"_s].toString()})
+        << "a whole line in a pipe";
     for (const char* option : {"--rule", "--ignore", "--explain"}) {
         const Answer unknown = check({QLatin1String(option), u"single-quotes"_s});
         EXPECT_EQ(unknown.exitCode, 2) << option;

@@ -50,16 +50,23 @@ QString moreLine(const Rule& rule, int more, int all)
 QJsonObject jsonOf(const Problem& problem)
 {
     const Place& place = problem.place;
-    return {{QStringLiteral("rule"), QLatin1String(problem.rule->id)},
-            {QStringLiteral("severity"), rules::nameOf(problem.rule->severity)},
-            {QStringLiteral("database"), place.database},
-            {QStringLiteral("table"), place.table},
-            {QStringLiteral("row"), place.row},
-            {QStringLiteral("keyColumn"), place.keyColumn},
-            {QStringLiteral("key"), excerpt(place.key)},
-            {QStringLiteral("column"), place.column},
-            {QStringLiteral("value"), excerpt(place.value)},
-            {QStringLiteral("message"), problem.message}};
+    QJsonObject object{{QStringLiteral("rule"), QLatin1String(problem.rule->id)},
+                       {QStringLiteral("severity"), rules::nameOf(problem.rule->severity)},
+                       {QStringLiteral("database"), place.database},
+                       {QStringLiteral("message"), problem.message}};
+    const auto add = [&object](const QString& name, const QJsonValue& value, bool isThere) {
+        if (isThere)
+            object.insert(name, value);
+    };
+    add(QStringLiteral("table"), place.table, !place.table.isEmpty());
+    add(QStringLiteral("row"), place.row, place.row != 0);
+    add(QStringLiteral("keyColumn"), place.keyColumn, !place.keyColumn.isEmpty());
+    add(QStringLiteral("key"), excerpt(place.key), !place.keyColumn.isEmpty());
+    add(QStringLiteral("column"), place.column, !place.column.isEmpty());
+    // Without a key it is a column that is meant, and no value of it.
+    add(QStringLiteral("value"), excerpt(place.value),
+        !place.keyColumn.isEmpty() || !place.value.isEmpty());
+    return object;
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "check/Snapshot.h"
 
 #include "check/Quoted.h"
+#include "check/SqlCause.h"
 #include "set/Readable.h"
 
 #include "CVelmString.h"
@@ -81,13 +82,13 @@ Snapshot::Snapshot(const QString& fileName, const QString& path)
     if (problem.isEmpty())
         readSchema();
     else
-        m_problem = fileName + QStringLiteral(": ") + problem;
+        m_problem = fileName + QStringLiteral(": ") + sqlCause(problem);
 }
 
 void Snapshot::fail(const QString& what, const QString& problem)
 {
     if (m_problem.isEmpty() && !problem.isEmpty())
-        m_problem = QStringLiteral("%1, %2: %3").arg(m_fileName, what, problem.trimmed());
+        m_problem = QStringLiteral("%1, %2: %3").arg(m_fileName, what, sqlCause(problem));
 }
 
 void Snapshot::readSchema()
