@@ -319,6 +319,10 @@ TEST_F(CheckTest, RefusesWhatItCannotRead)
         EXPECT_EQ(answer.output, QString()) << "no invented findings";
         EXPECT_TRUE(answer.talk.contains(cause)) << answer.talk.toStdString();
     };
+    runSql(
+        {u"update globaldefines set value = cast(zeroblob(67108865) as text) where rowid = 2"_s});
+    refuses(u"peltaconfig.db, table globaldefines: row 2, column value holds more than 64 MiB"_s);
+    runSql({u"update globaldefines set value = '' where rowid = 2"_s});
     const QString file = path(u"config/peltaconfig.db"_s);
     const QString root = querySql(u"select rootpage from sqlite_master where name='Workdef'"_s)[0];
     {
