@@ -1,3 +1,4 @@
+#include "support/StarvedMemory.h"
 #include "support/TemporaryRoot.h"
 #include "support/Tool.h"
 
@@ -417,6 +418,34 @@ TEST_F(CheckTest, OrdersFindingsByPlaceAndClosesEachRuleWhereItsLinesEnd)
     expected += QStringList{u"layer-name 8999 "_s, u"22 errors, 24 warnings, 0 notes"_s, QString()};
     EXPECT_EQ(output.split(u'\n'), expected);
 }
+
+#ifdef Q_OS_UNIX
+TEST_F(CheckTest, EndsWithAMessageWhenMemoryRunsOut)
+{
+    if (!StarvedMemory::isPossible())
+        GTEST_SKIP() << "a sanitizer takes more than any limit";
+    runSql({u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 100000) "
+            "insert into Workdef (CODE, LAYER, ENTTYPE) select 'x' || i, 'A*', 1 from n"_s});
+    int failures = 0;
+    int exitCode = 3;
+    for (int mebibytes = 60; exitCode != 1 && mebibytes < 2000; mebibytes += 15) {
+        QProcess starved;
+        starved.start(u"/bin/sh"_s,
+                      {u"-c"_s, u"ulimit -v $0; exec \"$@\""_s, QString::number(mebibytes * 1024),
+                       program(), u"--root"_s, root(), u"check"_s, u"--sarif"_s});
+        ASSERT_TRUE(starved.waitForFinished(60000));
+        EXPECT_EQ(starved.exitStatus(), QProcess::NormalExit) << mebibytes;
+        exitCode = starved.exitCode();
+        const QByteArray talk = starved.readAllStandardError();
+        if (exitCode == 3) {
+            ++failures;
+            EXPECT_TRUE(talk.startsWith("velm: ") && talk.contains("memory")) << talk.toStdString();
+        }
+    }
+    EXPECT_EQ(exitCode, 1);
+    EXPECT_GT(failures, 0);
+}
+#endif
 
 TEST_F(CheckTest, ReadsDocumentsAsTheLibraryDoes)
 {

@@ -5,6 +5,7 @@
 #include "check/Watcher.h"
 #include "cli/Arguments.h"
 #include "cli/Console.h"
+#include "cli/Guard.h"
 #include "cli/Root.h"
 #include "set/Schema.h"
 
@@ -20,7 +21,7 @@ int watch(CheckRun& check)
     const auto again = [&check] {
         console::print(QStringLiteral("\n%1 changed, checking again")
                            .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss"))));
-        check.run();
+        guarded([&check] { return check.run(); });
         console::printedAll();  // somebody watches
     };
     const QFileInfo database(CVelmSystemGlobal::Instance()->getSystemConfigDb());
