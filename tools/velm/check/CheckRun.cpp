@@ -87,10 +87,8 @@ std::optional<QVector<Problem>> CheckRun::mendAndFind(int& exitCode) const
     }
     QVector<Problem> problems = rules::findProblems(*before, m_rules);
     const Fix fix(*before, problems);
-    for (const QString& line : fix.problems())
-        exitCode = cannot(line);
-    for (const QString& line : fix.report())
-        console::tell(line);
+    if (fix.hasFailed())
+        exitCode = ExitCannotOpen;
     if (!fix.hasChanged())
         return problems;
     problems.clear();

@@ -3,6 +3,7 @@
 #include "check/CheckedSet.h"
 #include "check/DatabaseFix.h"
 #include "check/Report.h"
+#include "cli/Console.h"
 
 #include "CVelmSystemGlobal.h"
 
@@ -53,7 +54,7 @@ Fix::Fix(const CheckedSet& set, const QVector<Problem>& problems)
           system.getSystemConfigDb());
     apply(planOf(set, problems, schema::kPipeFile), set, schema::kPipeFile,
           system.getPipeConfigDb());
-    count();
+    tellTotals();
 }
 
 void Fix::apply(const QVector<Change>& changes, const CheckedSet& set, const QString& database,
@@ -64,17 +65,11 @@ void Fix::apply(const QVector<Change>& changes, const CheckedSet& set, const QSt
     const bool hasTriggers =
         std::any_of(set.triggers().begin(), set.triggers().end(),
                     [&database](const Place& trigger) { return trigger.database == database; });
-    if (hasTriggers) {
-        m_problems.append(database
-                          + QStringLiteral(" is not changed: it has triggers; remove them first"));
-        return;
-    }
-    if (std::all_of(changes.begin(), changes.end(), isLeft)) {
-        for (const Change& change : changes)
-            m_report.append(lineOf(change));
-        m_left += changes.size();
-        return;
-    }
+    if (hasTriggers)
+        return fail(database
+                    + QStringLiteral(" is not changed: it has triggers; remove them first"));
+    if (std::all_of(changes.begin(), changes.end(), isLeft))
+        return tellAll(changes);
     DatabaseFix fix(path);
     QVector<Change> tried = changes;
     tryAll(tried, fix);
@@ -83,24 +78,33 @@ void Fix::apply(const QVector<Change>& changes, const CheckedSet& set, const QSt
 
 void Fix::commit(DatabaseFix& fix, const QVector<Change>& changes, const QString& database)
 {
-    const int left = static_cast<int>(std::count_if(changes.begin(), changes.end(), isLeft));
-    const bool changesNothing = fix.problem().isEmpty() && left == changes.size();
-    if (!changesNothing && !fix.commit()) {
-        m_problems.append(database + QStringLiteral(" is not changed: ") + fix.problem());
-        return;
-    }
-    for (const Change& change : changes)
-        m_report.append(lineOf(change));
+    const bool changesNothing =
+        fix.problem().isEmpty() && std::all_of(changes.begin(), changes.end(), isLeft);
+    if (!changesNothing && !fix.commit())
+        return fail(database + QStringLiteral(" is not changed: ") + fix.problem());
+    tellAll(changes);
     if (!changesNothing)
-        m_report.append(QStringLiteral("kept: ") + fix.copy());
-    m_done += changes.size() - left;
-    m_left += left;
+        console::tell(QStringLiteral("kept: ") + fix.copy());
 }
 
-void Fix::count()
+void Fix::tellAll(const QVector<Change>& changes)
 {
-    if (m_done + m_left == 0 && m_problems.isEmpty())
-        m_report.append(QStringLiteral("nothing to fix"));
-    else if (m_done + m_left > 0)
-        m_report.append(QStringLiteral("%1 fixed, %2 left").arg(m_done).arg(m_left));
+    for (const Change& change : changes) {
+        console::tell(lineOf(change));
+        ++(isLeft(change) ? m_left : m_done);
+    }
+}
+
+void Fix::fail(const QString& problem)
+{
+    console::tell(problem);
+    m_hasFailed = true;
+}
+
+void Fix::tellTotals() const
+{
+    if (m_done + m_left > 0)
+        console::tell(QStringLiteral("%1 fixed, %2 left").arg(m_done).arg(m_left));
+    else if (!m_hasFailed)
+        console::tell(QStringLiteral("nothing to fix"));
 }
