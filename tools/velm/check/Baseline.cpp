@@ -5,7 +5,7 @@
 QString Baseline::read(const QString& path)
 {
     m_known.clear();
-    const QString problem = baselinefile::read(path, m_known);
+    QString problem = baselinefile::read(path, m_known);
     std::sort(m_known.begin(), m_known.end(), [](const KnownFinding& a, const KnownFinding& b) {
         return a.fingerprint < b.fingerprint;
     });

@@ -125,7 +125,7 @@ QString DatabaseFix::changeRow(const QString& statement, const QVariantList& val
             return m_problem;
         }
     }
-    const QString refusal = execute(m_change, values);
+    QString refusal = execute(m_change, values);
     if (!refusal.isEmpty() || m_change.numRowsAffected() > 0)
         return refusal;
     return QStringLiteral("it is no longer the text that was checked");

@@ -17,7 +17,7 @@ QString sqlCause(const QString& text)
          {"attempt to write a readonly database", "it may not be written"},
          {"database or disk is full", "the disk is full"},
          {"unable to open database file", "it, or a file beside it, cannot be opened"}}};
-    const QString trimmed = text.trimmed();
+    QString trimmed = text.trimmed();
     for (const Words& words : kWords) {
         if (trimmed.startsWith(QLatin1String(words.sqlite)))
             return QLatin1String(words.ours);

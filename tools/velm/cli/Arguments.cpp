@@ -73,7 +73,7 @@ QString Arguments::read(QStringList arguments)
             m_positional.append(argument);
             continue;
         }
-        const QString problem = readOption(argument, arguments);
+        QString problem = readOption(argument, arguments);
         if (!problem.isEmpty())
             return problem;
     }
