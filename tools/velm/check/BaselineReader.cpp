@@ -141,7 +141,7 @@ QString baselinefile::read(const QString& path, std::vector<KnownFinding>& known
     if (file.error() != QFileDevice::NoError)
         return path + QStringLiteral(": it cannot be read to its end");
     if (!parses)
-        return QStringLiteral("%1: line %2 is no JSON").arg(path).arg(stream.line());
+        return path + QStringLiteral(": line %1 is no JSON").arg(stream.line());
     return handler.hasList()
                ? QString()
                : path + QStringLiteral(": no baseline; \"velm check --write-baseline\" makes one");

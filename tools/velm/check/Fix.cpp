@@ -23,7 +23,7 @@ void tryAll(QVector<Change>& changes, DatabaseFix& fix)
         if (change.left.isEmpty())
             change.left = change.value.isNull() ? fix.removeRow(change.place)
                                                 : fix.change(change.place, change.value);
-        if (!change.left.isEmpty() && change.isCode)
+        if (!change.left.isEmpty() && change.isCode && !change.value.isNull())
             keptCodes.insert(change.place.value);
     }
 }

@@ -51,8 +51,7 @@ QString readable(const QString& column)
                "case typeof(%1) when 'text' then "
                "case when length(cast(%1 as blob)) > %2 then 'large' else cast(%1 as blob) end "
                "when 'blob' then case when length(%1) > %2 then 'large' else %1 end else %1 end")
-        .arg(quoted(column))
-        .arg(kBytes);
+        .arg(quoted(column), QString::number(kBytes));
 }
 
 QString selectOf(const HeldDatabase::Entry& stored, const QString& rowNumber)
@@ -71,9 +70,7 @@ QString tooLarge(const QSqlQuery& rows, const QStringList& columns)
         const QVariant value = rows.value(i + 1);
         if (value.userType() == QMetaType::QString && !value.isNull())
             return QStringLiteral("row %1, column %2 holds more than %3 MiB")
-                .arg(rows.value(0).toLongLong())
-                .arg(columns.at(i))
-                .arg(kGreatestCellMiB);
+                .arg(rows.value(0).toString(), columns.at(i), QString::number(kGreatestCellMiB));
     }
     return QString();
 }
