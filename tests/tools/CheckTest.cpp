@@ -592,6 +592,17 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
         EXPECT_EQ(QDir(path(u"config"_s)).entryList({u"peltaconfig.db.before-fix-*"_s}).size(),
                   count);
     }
+    runSql({u"create table Q as select * from QuobAreaLine"_s, u"drop table QuobAreaLine"_s,
+            u"create table QuobAreaLine (CODE text primary key) without rowid"_s,
+            u"insert into QuobAreaLine values ('310302 ')"_s,
+            u"update indexini set CODE = '310302 ' where CODE = '310302'"_s,
+            u"create table S (CmdName check (CmdName <> 'N'), CmdText)"_s,
+            u"drop table VelmCmdSetting"_s, u"alter table S rename to VelmCmdSetting"_s,
+            u"insert into VelmCmdSetting values ('N ', '[]')"_s});
+    const Answer kept = check({u"--fix"_s, u"--rule"_s, u"blank-at-end"_s});
+    EXPECT_TRUE(kept.talk.contains(u"CODE: a row that cannot be changed refers to it"_s));
+    EXPECT_TRUE(kept.talk.contains(u"its table does not number its rows"_s));
+    EXPECT_TRUE(kept.talk.contains(u"CMDNAME: SQLite refuses the change: CHECK"_s));
     runSql({u"insert into VelmCmdSetting values ('', '[]')"_s,
             u"create trigger t after delete on VelmCmdSetting begin delete from indexini;end"_s});
     const Answer refused = check({u"--fix"_s});

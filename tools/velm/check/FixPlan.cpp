@@ -102,6 +102,9 @@ class Planner
 public:
     explicit Planner(const CheckedSet& set) : m_set(set), m_layers(layersOf(set)), m_names(set) {}
 
+    /// That a row which refers to a code cannot be changed.
+    void pin(const QString& code) { m_pinned.insert(code); }
+
     void removeRow(const Problem& problem)
     {
         m_removed.insert({problem.place.table, problem.place.row});
@@ -133,7 +136,11 @@ private:
         if (trimmed.isEmpty())
             return QStringLiteral("it holds nothing but blanks");
         const CheckedTable* table = tableOf(m_set, place);
-        return table && place.row != 0 ? m_names.rename(*table, place, trimmed) : QString();
+        if (!table || place.row == 0)
+            return QString();
+        if (heldBy(*table, place.column) == Holds::FeatureCode && m_pinned.contains(place.value))
+            return QStringLiteral("a row that cannot be changed refers to it");
+        return m_names.rename(*table, place, trimmed);
     }
 
     void append(const Place& place, const QString& value, const QString& left)
@@ -149,6 +156,7 @@ private:
     const CheckedSet& m_set;
     QHash<QString, QString> m_layers;
     NamesInUse m_names;
+    QSet<QString> m_pinned;                        // codes
     QSet<QPair<QString, qint64>> m_removed;        // rows by table
     QHash<QPair<qint64, QString>, int> m_planned;  // changes by row, table and column
     QVector<Change> m_changes;
@@ -170,6 +178,10 @@ QVector<Change> planOf(const CheckedSet& set, const QVector<Problem>& problems,
         else if (isOf(problem, "blank-at-end") || isOf(problem, "layer-differs-in-case"))
             (heldBy(*table, problem.place.column) == Holds::FeatureCode ? codes : others)
                 .append(&problem);
+    }
+    for (const Problem* problem : others) {
+        if (problem->place.row == 0)
+            planner.pin(problem->place.value);
     }
     for (const Problem* problem : codes + others)
         planner.mend(*problem);
