@@ -1,9 +1,15 @@
+#include "support/StarvedMemory.h"
 #include "support/TemporaryRoot.h"
 #include "support/Tool.h"
 
 #include <QElapsedTimer>
 #include <QJsonArray>
+#include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
 #include <QUrl>
 
 namespace {
@@ -391,7 +397,11 @@ TEST_F(CheckRule, FindsWhatBreaksItAndNothingElse)
 TEST_F(CheckTest, ReportsWhatIsMissingOnce)
 {
     ASSERT_TRUE(QFile::remove(path(u"config/PipeConfig.db"_s)));
-    EXPECT_EQ(found(check({u"--json"_s})), QStringList{u"missing-database"_s});
+    const Answer missing = check({u"--json"_s});
+    EXPECT_EQ(found(missing), QStringList{u"missing-database"_s});
+    EXPECT_EQ(missing.json[0].toObject().keys(),
+              (QStringList{u"database"_s, u"message"_s, u"rule"_s, u"severity"_s}))
+        << "nothing of what it does not have";
     runSql({u"delete from indexini"_s});
     EXPECT_EQ(
         found(check({u"--json"_s})),
@@ -416,6 +426,10 @@ TEST_F(CheckTest, RefusesWhatItCannotRead)
         EXPECT_EQ(answer.output, QString()) << "no invented findings";
         EXPECT_TRUE(answer.talk.contains(cause)) << answer.talk.toStdString();
     };
+    runSql(
+        {u"update globaldefines set value = cast(zeroblob(67108865) as text) where rowid = 2"_s});
+    refuses(u"peltaconfig.db, table globaldefines: row 2, column value holds more than 64 MiB"_s);
+    runSql({u"update globaldefines set value = '' where rowid = 2"_s});
     const QString file = path(u"config/peltaconfig.db"_s);
     const QString root = querySql(u"select rootpage from sqlite_master where name='Workdef'"_s)[0];
     {
@@ -437,6 +451,26 @@ TEST_F(CheckTest, RefusesWhatItCannotRead)
     refuses(u"peltaconfig.db\": larger than 1 GiB"_s);
 }
 
+TEST_F(CheckTest, TellsThatAnotherProgramUsesTheDatabase)
+{
+    runSql({u"insert into VelmCmdSetting values ('', '[]')"_s});
+    for (const QString& lock : {u"begin immediate"_s, u"begin exclusive"_s}) {
+        {
+            QSqlDatabase other = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"other"_s);
+            other.setDatabaseName(path(u"config/peltaconfig.db"_s));
+            ASSERT_TRUE(other.open());
+            ASSERT_FALSE(other.exec(lock).lastError().isValid());
+            const Answer answer = check({u"--fix"_s});
+            EXPECT_EQ(answer.exitCode, 3);
+            EXPECT_TRUE(answer.talk.trimmed().endsWith(u"another program is using it"_s))
+                << answer.talk.toStdString();
+            EXPECT_EQ(answer.output.isEmpty(), lock == u"begin exclusive"_s);
+        }
+        QSqlDatabase::removeDatabase(u"other"_s);
+        EXPECT_EQ(QDir(path(u"config"_s)).entryList(QDir::Files).size(), 5);
+    }
+}
+
 TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)
 {
     runSql({u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 3000) "
@@ -447,7 +481,8 @@ TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)
     ASSERT_EQ(lines.size(), 22);
     EXPECT_EQ(lines.at(1), u"warning drawing-without-code: peltaconfig.db Workdef row 70002 "
                            "(CODE x2) CODE: \"x2\" has no row in indexini"_s);
-    EXPECT_EQ(lines.at(20), u"warning drawing-without-code: 2980 more; --all shows them"_s);
+    EXPECT_EQ(lines.at(20),
+              u"warning drawing-without-code: 2980 more of 3000 (--all shows them)"_s);
     EXPECT_EQ(lines.at(21), u"0 errors, 3000 warnings, 0 notes"_s);
     EXPECT_EQ(check({u"--all"_s}).output.count(u'\n'), 3001);
     EXPECT_EQ(check({u"--json"_s}).json.array().size(), 3000);
@@ -466,6 +501,56 @@ TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)
     const QString base = run[u"originalUriBaseIds"_s][u"ROOT"_s][u"uri"_s].toString();
     EXPECT_EQ(QUrl(base, QUrl::StrictMode).toLocalFile(), root() + u'/') << base.toStdString();
 }
+
+TEST_F(CheckTest, OrdersFindingsByPlaceAndClosesEachRuleWhereItsLinesEnd)
+{
+    runSql(
+        {u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 22) "
+         "insert into Workdef (rowid, CODE, LAYER, ENTTYPE) select 9000 - i, 'x', 'A', 1 from n"_s,
+         u"update Workdef set LAYER = 'A*' where rowid > 8998"_s,
+         u"update indexini set NAME = 'a' || char(9) where CODE = '310301'"_s});
+    const QString output = check({}).output.remove(
+        QRegularExpression(u"^(error|warning) |: peltaconfig.db \\w+ row|\\(.*"_s,
+                           QRegularExpression::MultilineOption));
+    QStringList expected{u"control-character 123 "_s, u"drawing-without-code 8978 "_s};
+    for (int row = 8979; row < 9000; ++row) {
+        expected.append(u"duplicate-code %1 "_s.arg(row));  // the last instead of "1 more"
+        if (row < 8998)
+            expected.append(u"drawing-without-code %1 "_s.arg(row));
+        if (row == 8997)
+            expected.append(u"drawing-without-code: 2 more of 22 "_s);
+    }
+    expected += QStringList{u"layer-name 8999 "_s, u"22 errors, 23 warnings, 0 notes"_s, QString()};
+    EXPECT_EQ(output.split(u'\n'), expected);
+}
+
+#ifdef Q_OS_UNIX
+TEST_F(CheckTest, EndsWithAMessageWhenMemoryRunsOut)
+{
+    if (!StarvedMemory::isPossible())
+        GTEST_SKIP() << "a sanitizer takes more than any limit";
+    runSql({u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 100000) "
+            "insert into Workdef (CODE, LAYER, ENTTYPE) select 'x' || i, 'A*', 1 from n"_s});
+    int failures = 0;
+    int exitCode = 3;
+    for (int mebibytes = 60; exitCode != 1 && mebibytes < 2000; mebibytes += 15) {
+        QProcess starved;
+        starved.start(u"/bin/sh"_s,
+                      {u"-c"_s, u"ulimit -v $0; exec \"$@\""_s, QString::number(mebibytes * 1024),
+                       program(), u"--root"_s, root(), u"check"_s, u"--sarif"_s});
+        ASSERT_TRUE(starved.waitForFinished(60000));
+        EXPECT_EQ(starved.exitStatus(), QProcess::NormalExit) << mebibytes;
+        exitCode = starved.exitCode();
+        const QByteArray talk = starved.readAllStandardError();
+        if (exitCode == 3) {
+            ++failures;
+            EXPECT_TRUE(talk.startsWith("velm: ") && talk.contains("memory")) << talk.toStdString();
+        }
+    }
+    EXPECT_EQ(exitCode, 1);
+    EXPECT_GT(failures, 0);
+}
+#endif
 
 TEST_F(CheckTest, ReadsDocumentsAsTheLibraryDoes)
 {
@@ -511,8 +596,27 @@ TEST_F(CheckTest, LeavesOutWhatABaselineKnows)
 {
     const QString known = path(u"known 已知.json"_s);
     runSql({u"insert into Workdef (CODE, LAYER, ENTTYPE) values ('x1', 'A', 1), ('x1', 'A', 1)"_s});
-    EXPECT_EQ(check({u"--write-baseline"_s, known}).exitCode, 1);
-    EXPECT_EQ(check({u"--baseline"_s, known}).exitCode, 0);
+    const Answer written = check({u"--write-baseline"_s, known});
+    EXPECT_EQ(written.exitCode, 1);
+    EXPECT_TRUE(written.talk.contains(u"velm: 3 findings written to "_s + known));
+    const auto lines = [&known] {
+        QFile file(known);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return QString::fromUtf8(file.readAll()).split(u'\n');
+    };
+    const QStringList before = lines();
+    const QString place =
+        u"{\"place\": \"peltaconfig.db Workdef (CODE x1) CODE\", \"rule\": \"%1\", "
+        "\"value\": \"x1\", \"count\": "_s;
+    ASSERT_EQ(before.size(), 5);
+    EXPECT_TRUE(before.at(1).startsWith(place.arg(u"duplicate-code"_s) + u"1,"_s));
+    EXPECT_TRUE(before.at(2).startsWith(place.arg(u"drawing-without-code"_s) + u"2,"_s));
+    runSql({u"update Workdef set rowid = rowid + 5000"_s});
+    check({u"--write-baseline"_s, known});
+    EXPECT_EQ(lines(), before) << "the same findings in other rows";
+    const Answer none = check({u"--baseline"_s, known});
+    EXPECT_EQ(none.exitCode, 0);
+    EXPECT_EQ(none.output, u"0 errors, 0 warnings, 0 notes; 3 known ones left out\n"_s);
     runSql({u"delete from Workdef where CODE = '110102'"_s,
             u"insert into Workdef (CODE, LAYER, ENTTYPE) values ('x1', 'A', 1)"_s});
     EXPECT_EQ(found(check({u"--json"_s, u"--baseline"_s, known})),
@@ -520,8 +624,30 @@ TEST_F(CheckTest, LeavesOutWhatABaselineKnows)
                            u"drawing-without-code Workdef CODE x1"_s,
                            u"duplicate-code Workdef CODE x1"_s}))
         << "one row more of a kind that is known";
-    writeFile(u"known 已知.json"_s, "{}");
-    EXPECT_EQ(check({u"--baseline"_s, known}).exitCode, 3);
+    runSql({u"delete from Workdef where CODE = 'x1'"_s});
+    const Answer gone = check({u"--json"_s, u"--baseline"_s, known});
+    EXPECT_TRUE(gone.talk.contains(u"velm: 0 known ones left out, 3 known ones are gone"_s));
+    EXPECT_FALSE(
+        check({u"--baseline"_s, known, u"--rule"_s, u"comma"_s}).output.contains(u"gone"_s));
+    const struct
+    {
+        QByteArray content;
+        const char* cause;
+    } broken[] = {{"{}", "no baseline"},
+                  {"[]", "no baseline"},
+                  {"{\"known\": [\n{]}", "line 2 is no JSON"},
+                  {"", "line 1 is no JSON"}};
+    for (const auto& c : broken) {
+        writeFile(u"known 已知.json"_s, c.content);
+        const Answer refused = check({u"--baseline"_s, known});
+        EXPECT_EQ(refused.exitCode, 3);
+        EXPECT_TRUE(refused.talk.contains(QLatin1String(c.cause))) << refused.talk.toStdString();
+    }
+    for (const QString& option : {u"--baseline"_s, u"--write-baseline"_s}) {
+        const Answer refused = check({option, path(u"none/known.json"_s)});
+        EXPECT_EQ(refused.exitCode, 3);
+        EXPECT_TRUE(refused.talk.contains(u"none/known.json: there is no such f"_s));
+    }
 }
 
 TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
@@ -537,11 +663,30 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
     EXPECT_EQ(found(answer), (QStringList{u"blank-at-end VelmFrame CONFIGNAME N"_s,
                                           u"blank-at-end indexini CODE  110102"_s}))
         << "another row has that name";
-    EXPECT_EQ(answer.talk.count(u"velm: fixed: "_s), 5) << answer.talk.toStdString();
-    EXPECT_EQ(check({u"--fix"_s}).exitCode, 1) << "what has no safe answer stays";
     const QStringList copies =
         QDir(path(u"config"_s)).entryList({u"peltaconfig.db.before-fix-*"_s});
     ASSERT_EQ(copies.size(), 1);
+    const QString told = QString(answer.talk)
+                             .remove(u'\r')
+                             .remove(u"velm: "_s)
+                             .replace(path(u"config"_s) + u'/' + copies.first(), u"COPY"_s);
+    EXPECT_EQ(
+        told.split(u": peltaconfig.db "_s).join(u": "_s).split(u'\n'),
+        (QStringList{
+            u"fixed: VelmCmdSetting row 12 CMDNAME: the row is removed"_s,
+            u"fixed: indexini row 123 (CODE 310301 ) CODE: \"310301 \" is \"310301\" now"_s,
+            u"left: indexini row 621 (CODE  110102) CODE: without the blank it would be a "
+            "second \"110102\""_s,
+            u"fixed: VelmFrame row 7 (CONFIGNAME  N) CONFIGNAME: \" N\" is \"N\" now"_s,
+            u"left: VelmFrame row 8 (CONFIGNAME N ) CONFIGNAME: without the blank it would be "
+            "a second \"N\""_s,
+            u"fixed: Workdef row 147 (CODE 320102) LAYER: \"jmd_m\" is \"JMD_M\" now"_s,
+            u"kept: COPY"_s, u"4 fixed, 2 left"_s, QString()}));
+    const Answer again = check({u"--fix"_s});
+    EXPECT_EQ(again.exitCode, 1) << "what has no safe answer stays";
+    EXPECT_TRUE(again.talk.contains(u"velm: 0 fixed, 2 left"_s)) << again.talk.toStdString();
+    EXPECT_TRUE(
+        check({u"--fix"_s, u"--rule"_s, u"comma"_s}).talk.startsWith(u"velm: nothing to fix"_s));
     EXPECT_EQ(querySql(u"select CODE from indexini where NAME = '一般房屋'"_s,
                        u"config/"_s + copies.first()),
               QStringList{u"310301 "_s});
@@ -554,11 +699,56 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
         EXPECT_EQ(QDir(path(u"config"_s)).entryList({u"peltaconfig.db.before-fix-*"_s}).size(),
                   count);
     }
+    runSql({u"create table Q as select * from QuobAreaLine"_s, u"drop table QuobAreaLine"_s,
+            u"create table QuobAreaLine (CODE text primary key) without rowid"_s,
+            u"insert into QuobAreaLine values ('310302 ')"_s,
+            u"update indexini set CODE = '310302 ' where CODE = '310302'"_s,
+            u"create table S (CmdName check (CmdName <> 'N'), CmdText)"_s,
+            u"drop table VelmCmdSetting"_s, u"alter table S rename to VelmCmdSetting"_s,
+            u"insert into VelmCmdSetting values ('N ', '[]')"_s});
+    const Answer kept = check({u"--fix"_s, u"--rule"_s, u"blank-at-end"_s});
+    EXPECT_TRUE(kept.talk.contains(u"CODE: a row that cannot be changed refers to it"_s));
+    EXPECT_TRUE(kept.talk.contains(u"its table does not number its rows"_s));
+    EXPECT_TRUE(kept.talk.contains(u"CMDNAME: SQLite refuses the change: CHECK"_s));
     runSql({u"insert into VelmCmdSetting values ('', '[]')"_s,
             u"create trigger t after delete on VelmCmdSetting begin delete from indexini;end"_s});
-    EXPECT_EQ(check({u"--fix"_s}).exitCode, 3);
+    const Answer refused = check({u"--fix"_s});
+    EXPECT_EQ(refused.exitCode, 3);
+    EXPECT_TRUE(refused.talk.startsWith(u"velm: peltaconfig.db is not changed: it has triggers; "
+                                        "remove them first"_s));
     EXPECT_EQ(querySql(u"select count(*) from VelmCmdSetting where CmdName = ''"_s),
               QStringList{u"1"_s});
+}
+
+TEST_F(CheckTest, MendsAllOrNothingAlsoWhenKilled)
+{
+    runSql({u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 20000) "
+            "insert into indexini (CODE, NAME, WIDTH) select 'x' || i || ' ', '', 0 from n"_s});
+    const QString blanks = u"select count(*) from indexini where CODE like 'x% '"_s;
+    for (const QString& moment : {u".velm-????????"_s, u"*.before-fix-*"_s, u"*-journal"_s}) {
+        QDir config(path(u"config"_s));
+        config.setNameFilters({moment});
+        QProcess mending;
+        mending.start(program(), {u"--root"_s, root(), u"check"_s, u"--fix"_s, u"--rule"_s,
+                                  u"blank-at-end"_s});
+        while (config.entryList(QDir::AllEntries | QDir::Hidden).isEmpty()
+               && !mending.waitForFinished(1)) {
+        }
+        mending.kill();
+        mending.waitForFinished();
+        const QStringList left = querySql(blanks);
+        EXPECT_TRUE(left == QStringList{u"20000"_s} || left == QStringList{u"0"_s})
+            << moment.toStdString() << ": " << left.join(u' ').toStdString();
+        for (const QString& copy : QDir(config.path()).entryList({u"*.before-fix-*"_s})) {
+            EXPECT_EQ(querySql(blanks, u"config/"_s + copy), QStringList{u"20000"_s});
+            EXPECT_TRUE(config.remove(copy));
+        }
+        runSql({u"update indexini set CODE = trim(CODE) || ' ' where CODE like 'x%'"_s});
+    }
+    EXPECT_EQ(check({u"--fix"_s, u"--rule"_s, u"blank-at-end"_s}).exitCode, 0);
+    EXPECT_EQ(QDir(path(u"config"_s)).entryList({u".velm-*"_s}, QDir::AllEntries | QDir::Hidden),
+              QStringList())
+        << "what killed runs left is gone";
 }
 
 TEST_F(CheckTest, ChecksAgainWhenAFileChanges)
@@ -586,6 +776,14 @@ TEST_F(CheckTest, ExplainsItsRulesAndRefusesOthers)
     const Answer explained = check({u"--explain"_s, u"single-quote"_s});
     EXPECT_TRUE(explained.output.startsWith(u"single-quote (error)"_s));
     EXPECT_EQ(explained.output.count(u'\n'), 2) << "what is wrong, and what to do";
+    const QJsonObject rule =
+        check({u"--json"_s, u"--explain"_s, u"view-for-table"_s}).json.object();
+    EXPECT_EQ(rule.keys(), (QStringList{u"advice"_s, u"explanation"_s, u"id"_s, u"severity"_s}));
+    const QStringList listed = check({u"--rules"_s}).output.split(u'\n');
+    EXPECT_EQ(listed.filter(u"view-for-table "_s),
+              QStringList{u"view-for-table                 error     "_s
+                          + rule[u"explanation"_s].toString()})
+        << "a whole line in a pipe";
     for (const char* option : {"--rule", "--ignore", "--explain"}) {
         const Answer unknown = check({QLatin1String(option), u"single-quotes"_s});
         EXPECT_EQ(unknown.exitCode, 2) << option;

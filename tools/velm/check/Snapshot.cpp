@@ -1,6 +1,7 @@
 #include "check/Snapshot.h"
 
 #include "check/Quoted.h"
+#include "check/SqlCause.h"
 #include "set/Readable.h"
 
 #include "CVelmString.h"
@@ -47,15 +48,38 @@ QString asGbk(const QByteArray& bytes)
     return CVelmString::IsGBK(bytes) ? codec->toUnicode(bytes) : QString();
 }
 
+constexpr int kGreatestCellMiB = 64;  // in memory it takes four times as much
+
+/// A column as it is read: a text as its bytes, and in the place of what is too large a text.
+QString readable(const QString& column)
+{
+    constexpr int kBytes = kGreatestCellMiB * 1024 * 1024;
+    return QStringLiteral(
+               "case typeof(%1) when 'text' then "
+               "case when length(cast(%1 as blob)) > %2 then 'large' else cast(%1 as blob) end "
+               "when 'blob' then case when length(%1) > %2 then 'large' else %1 end else %1 end")
+        .arg(quoted(column), QString::number(kBytes));
+}
+
 QString selectOf(const HeldDatabase::Entry& stored, const QString& rowNumber)
 {
     QStringList columns{rowNumber};
     for (const QString& column : stored.columns)
-        columns.append(
-            QStringLiteral("case typeof(%1) when 'text' then cast(%1 as blob) else %1 end")
-                .arg(quoted(column)));
+        columns.append(readable(column));
     return QStringLiteral("select ") + columns.join(QStringLiteral(", ")) + QStringLiteral(" from ")
            + quoted(stored.name);
+}
+
+/// Why a row cannot be read; empty if it can.
+QString tooLarge(const QSqlQuery& rows, const QStringList& columns)
+{
+    for (int i = 0; i < columns.size(); ++i) {
+        const QVariant value = rows.value(i + 1);
+        if (value.userType() == QMetaType::QString && !value.isNull())
+            return QStringLiteral("row %1, column %2 holds more than %3 MiB")
+                .arg(rows.value(0).toString(), columns.at(i), QString::number(kGreatestCellMiB));
+    }
+    return QString();
 }
 
 CheckedRow rowOf(const QSqlQuery& rows, int columns, const TextReader& reader, qint64& budget)
@@ -88,13 +112,13 @@ Snapshot::Snapshot(const QString& fileName, const QString& path)
     if (problem.isEmpty())
         readSchema();
     else
-        m_problem = fileName + QStringLiteral(": ") + problem;
+        m_problem = fileName + QStringLiteral(": ") + sqlCause(problem);
 }
 
 void Snapshot::fail(const QString& what, const QString& problem)
 {
     if (m_problem.isEmpty() && !problem.isEmpty())
-        m_problem = QStringLiteral("%1, %2: %3").arg(m_fileName, what, problem.trimmed());
+        m_problem = QStringLiteral("%1, %2: %3").arg(m_fileName, what, sqlCause(problem));
 }
 
 void Snapshot::readSchema()
@@ -151,8 +175,11 @@ void Snapshot::readRows(CheckedTable& table, const HeldDatabase::Entry& stored, 
         && !rows.exec(selectOf(stored, QStringLiteral("0"))))
         return fail(what, rows.lastError().databaseText());
     const TextReader reader(m_encoding);
-    while (rows.next() && budget >= 0)
-        table.append(rowOf(rows, stored.columns.size(), reader, budget));
+    while (m_problem.isEmpty() && budget >= 0 && rows.next()) {
+        fail(what, tooLarge(rows, stored.columns));
+        if (m_problem.isEmpty())
+            table.append(rowOf(rows, stored.columns.size(), reader, budget));
+    }
     fail(what, rows.lastError().databaseText());
     if (budget < 0)
         fail(what, QStringLiteral("the tables hold more than 512 MiB"));

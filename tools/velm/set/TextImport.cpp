@@ -1,5 +1,6 @@
 #include "set/TextImport.h"
 
+#include "cli/FileCause.h"
 #include "set/OlderSet.h"
 
 #include "CVelmFindFile.h"
@@ -77,7 +78,7 @@ QString TextImport::readFile(const QString& folder, const QString& name)
         return QString();
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return path + QStringLiteral(": ") + file.errorString();
+        return path + QStringLiteral(": ") + whyNotRead(path);
     QByteArray bytes = file.readAll();
     if (bytes.startsWith("\xEF\xBB\xBF"))
         bytes.remove(0, 3);
