@@ -139,8 +139,9 @@ inline constexpr std::array kAll{
     Rule{"not-positive", Severity::Error, "A height or a factor is not above 0.",
          "Write a number above 0; a factor or scale of 1 changes nothing."},
     Rule{"layer-name", Severity::Error,
-         "A layer has no name, or one with characters that drawings do not take: < > / \\ \" : ; ? "
-         "* | = or a grave accent, or more than 255 characters.",
+         "A layer has no name, or one with characters that drawings do not take: < > / \\ : ; ? * "
+         "| =, a "
+         "quotation mark or a grave accent, or more than 255 characters.",
          "Write a name of letters, digits, _ and -."},
     Rule{"layer-differs-in-case", Severity::Warning,
          "Two layer names differ in letter case only; in drawings they are one layer.",
