@@ -13,6 +13,14 @@ struct VelmUnknownKey
     QStringList known;  ///< the keys that are known in its place
 };
 
+/// A member of a JSON document that has another type than the library reads.
+struct VelmMistypedMember
+{
+    QString path;  ///< the keys that lead to it, "ScriptParam.ScriptData[2].BuiltIn", elements from
+                   ///< 0; empty for the document as a whole
+    QString wanted;  ///< what it is to be, "a whole number"
+};
+
 /// What is wrong with a JSON document of the configuration.
 struct VelmDocumentCheck
 {
@@ -29,9 +37,18 @@ namespace Velm {
 /// nothing is known, and an empty text is no document.
 VELMCOMMON_EXPORT VelmDocumentCheck checkDocument(const QString& key, const QString& text);
 
+/// The members of such a document that checkDocument() tells of, 100 at most, by their keys; none
+/// if the text is no JSON.
+VELMCOMMON_EXPORT QVector<VelmMistypedMember> mistypedDocumentMembers(const QString& key,
+                                                                      const QString& text);
+
 /// The first 100 keys of such a document whose values have no effect, since the library does not
 /// know them; none if it cannot be read.
 VELMCOMMON_EXPORT QVector<VelmUnknownKey> unknownDocumentKeys(const QString& key,
                                                               const QString& text);
+
+/// The place of the character, from 0, at which a text stops being JSON: its length if something is
+/// missing at the end. -1 if it is JSON.
+VELMCOMMON_EXPORT int jsonFailureAt(const QString& text);
 
 }  // namespace Velm

@@ -74,7 +74,7 @@ Document parsed(const QString& text)
     };
     document.Populate(generate);
     if (result.IsError())
-        throw ParseError(failure(result));
+        throw ParseError(failure(result), static_cast<int>(result.Offset()));
     return document;
 }
 
@@ -97,8 +97,8 @@ void Memory::Free(void* memory)
     std::free(memory);
 }
 
-Error::Error(const QStringList& messages)
-    : m_messages(messages), m_what(messages.join(QLatin1Char('\n')).toUtf8())
+Error::Error(const QStringList& messages, const QVector<Mistyped>& mistyped)
+    : m_messages(messages), m_mistyped(mistyped), m_what(messages.join(QLatin1Char('\n')).toUtf8())
 {}
 
 Document parse(const QString& text)

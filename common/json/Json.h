@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 #include <cstddef>
 #include <exception>
@@ -31,20 +32,30 @@ using Allocator = rapidjson::MemoryPoolAllocator<Memory>;
 using Document = rapidjson::GenericDocument<Encoding, Allocator, Memory>;
 using Value = rapidjson::GenericValue<Encoding, Allocator>;
 
+/// A member of a document whose value has the wrong type.
+struct Mistyped
+{
+    QString path;    // of keys
+    QString wanted;  // in words
+};
+
 /// What is wrong with a JSON text, or with some members of a document: one message for each.
 /// The only exception of the library, with those derived; it is caught at the library's public
 /// edge.
 class Error : public std::exception
 {
 public:
-    explicit Error(const QStringList& messages);
+    explicit Error(const QStringList& messages, const QVector<Mistyped>& mistyped = {});
 
     const QStringList& messages() const { return m_messages; }
+    /// The members that they are about, if they are about members.
+    const QVector<Mistyped>& mistyped() const { return m_mistyped; }
     /// All messages, a line each, in UTF-8.
     const char* what() const noexcept override { return m_what.constData(); }
 
 private:
     QStringList m_messages;
+    QVector<Mistyped> m_mistyped;
     QByteArray m_what;
 };
 
@@ -52,7 +63,13 @@ private:
 class ParseError : public Error
 {
 public:
-    explicit ParseError(const QString& message) : Error({message}) {}
+    ParseError(const QString& message, int offset) : Error({message}), m_offset(offset) {}
+
+    /// The character at which it stops being JSON, from 0.
+    int offset() const { return m_offset; }
+
+private:
+    int m_offset;
 };
 
 /// Memory has run out: nothing is known of the text.

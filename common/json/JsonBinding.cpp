@@ -11,14 +11,14 @@ bool Reader::read(const Value& json, bool& value)
     else if (json.IsUint64())
         value = true;  // beyond what a signed integer holds
     else
-        return fail("not bool or integer");
+        return fail("not bool or integer", "true or false");
     return true;
 }
 
 bool Reader::read(const Value& json, int& value)
 {
     if (!json.IsInt())
-        return fail("not integer");
+        return fail("not integer", "a whole number");
     value = json.GetInt();
     return true;
 }
@@ -26,7 +26,7 @@ bool Reader::read(const Value& json, int& value)
 bool Reader::read(const Value& json, double& value)
 {
     if (!json.IsNumber())
-        return fail("not number");
+        return fail("not number", "a number");
     value = json.GetDouble();
     return true;
 }
@@ -34,24 +34,34 @@ bool Reader::read(const Value& json, double& value)
 bool Reader::read(const Value& json, QString& value)
 {
     if (!json.IsString())
-        return fail("not string");
+        return fail("not string", "a text");
     value = toQString(json);
     return true;
 }
 
-bool Reader::fail(const char* problem)
+namespace {
+
+QString joined(const QStringList& steps)
+{
+    QString path;
+    for (const QString& step : steps) {
+        if (!path.isEmpty() && !step.startsWith(QLatin1Char('[')))
+            path += QLatin1Char('.');
+        path += step;
+    }
+    return path;
+}
+
+}  // namespace
+
+bool Reader::fail(const char* problem, const char* wanted)
 {
     if (m_problems.size() == kMostProblems)
         m_problems.append(QStringLiteral("more than can be told"));
     if (m_problems.size() > kMostProblems)
         return false;
-    QString path;
-    for (const QString& step : qAsConst(m_path)) {
-        if (!path.isEmpty() && !step.startsWith(QLatin1Char('[')))
-            path += QLatin1Char('.');
-        path += step;
-    }
-    m_problems.append(QLatin1String(problem) + QLatin1String(". (path:") + path);
+    m_problems.append(QLatin1String(problem) + QLatin1String(". (path:") + joined(m_path));
+    m_mistyped.append({joined(m_keys), QLatin1String(wanted)});
     return false;
 }
 

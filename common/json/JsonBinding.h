@@ -116,6 +116,8 @@ public:
     explicit Reader(QVector<UnknownKey>* unknown = nullptr) : m_unknown(unknown) {}
 
     const QStringList& problems() const { return m_problems; }
+    /// The members that they are about, but for those that are too many.
+    const QVector<Mistyped>& mistyped() const { return m_mistyped; }
 
     // Each answers whether the value is of the right type, and writes to its output only then.
     bool read(const Value& json, bool& value);
@@ -138,7 +140,7 @@ public:
     bool read(const Value& json, Partial<Record>& partial)
     {
         if (!json.IsObject())
-            return fail("not object");
+            return fail("not object", "an object");
         forEachMember<Record>([&](const auto& member, size_t place) {
             partial.m_told[place] = readMember(json, member, partial.m_values);
         });
@@ -151,11 +153,11 @@ public:
     bool read(const Value& json, QMap<QString, Type>& map)
     {
         if (!json.IsObject())
-            return fail("not object");
+            return fail("not object", "an object");
         map.clear();
         for (const auto& member : json.GetObject()) {
             const QString key = toQString(member.name);
-            const Step step(*this, key);
+            const Step step(*this, key, key);
             Type value{};
             if (read(member.value, value))
                 map.insert(key, value);
@@ -169,11 +171,12 @@ public:
                                                                             List& list)
     {
         if (!json.IsArray())
-            return fail("not array");
+            return fail("not array", "a list");
         const bool keepsPlaces = std::exchange(m_keepsPlaces, false);  // not of lists within
         List elements;
         for (Size i = 0; i < json.Size(); ++i) {
-            const Step step(*this, QStringLiteral("[%1]").arg(i));
+            const QString place = QStringLiteral("[%1]").arg(i);
+            const Step step(*this, place, place);
             typename List::value_type element{};
             if (read(json[i], element) || keepsPlaces)
                 elements.append(element);
@@ -187,7 +190,7 @@ public:
     bool read(const Value& json, Record& record)
     {
         if (!json.IsObject())
-            return fail("not object");
+            return fail("not object", "an object");
         forEachMember<Record>(
             [&](const auto& member, size_t) { readMember(json, member, record); });
         noteUnknownKeys<Record>(json);
@@ -197,29 +200,37 @@ public:
 private:
     using Size = rapidjson::SizeType;
 
-    /// A step down in the document, taken back at the end of its scope.
+    /// A step down in the document, by member and by key, taken back at the end of its scope.
     class Step
     {
     public:
-        Step(Reader& reader, const QString& name) : m_path(reader.m_path) { m_path.append(name); }
-        ~Step() { m_path.removeLast(); }
+        Step(Reader& reader, const QString& name, const QString& key) : m_reader(reader)
+        {
+            reader.m_path.append(name);
+            reader.m_keys.append(key);
+        }
+        ~Step()
+        {
+            m_reader.m_path.removeLast();
+            m_reader.m_keys.removeLast();
+        }
         Q_DISABLE_COPY(Step)
 
     private:
-        QStringList& m_path;
+        Reader& m_reader;
     };
 
     /// @return whether the object tells it
     template<class Record, class Type>
     bool readMember(const Value& object, const Member<Record, Type>& member, Record& record)
     {
-        const Step step(*this, QLatin1String(member.name));
+        const Step step(*this, QLatin1String(member.name), QString::fromUtf16(member.key));
         const auto found = object.FindMember(member.key);
         m_keepsPlaces = member.keepsPlaces;
         if (found != object.MemberEnd())
             return read(found->value, record.*member.pointer);
         if (member.mandatory)
-            fail("mandatory key not found");
+            fail("mandatory key not found", "there");
         return false;
     }
 
@@ -243,10 +254,13 @@ private:
 
     static constexpr int kMostProblems = 100;
 
-    bool fail(const char* problem);
+    /// @p wanted is what there should be, in words.
+    bool fail(const char* problem, const char* wanted);
 
-    QStringList m_path;
+    QStringList m_path;  // of members
+    QStringList m_keys;
     QStringList m_problems;
+    QVector<Mistyped> m_mistyped;
     bool m_keepsPlaces = false;  // of the list that is read next
     QVector<UnknownKey>* m_unknown;
 };
@@ -260,7 +274,7 @@ void read(const Value& json, Record& record, QVector<UnknownKey>* unknown = null
     Reader reader(unknown);
     guarded([&] { return reader.read(json, record); });
     if (!reader.problems().isEmpty())
-        throw Error(reader.problems());
+        throw Error(reader.problems(), reader.mistyped());
 }
 
 inline Value write(bool value, Allocator&)

@@ -20,7 +20,8 @@ std::optional<json::Document> parseConfigObject(const QString& text, const Probl
         json::Document document = json::parse(text);
         if (document.IsObject())
             return document;
-        throw json::Error({QStringLiteral("not object. (path:")});
+        throw json::Error({QStringLiteral("not object. (path:")},
+                          {{QString(), QStringLiteral("an object")}});
     } catch (const json::Error& error) {
         tell(error);
     }

@@ -41,6 +41,17 @@ VelmDocumentCheck Velm::checkDocument(const QString& key, const QString& text)
     return check;
 }
 
+QVector<VelmMistypedMember> Velm::mistypedDocumentMembers(const QString& key, const QString& text)
+{
+    QVector<VelmMistypedMember> members;
+    const auto collect = [&members](const json::Error& error) {
+        for (const json::Mistyped& mistyped : error.mistyped())
+            members.append({mistyped.path, mistyped.wanted});
+    };
+    readDocument(key, text, collect, nullptr);
+    return members;
+}
+
 QVector<VelmUnknownKey> Velm::unknownDocumentKeys(const QString& key, const QString& text)
 {
     UnknownKeys unknown;
@@ -50,4 +61,16 @@ QVector<VelmUnknownKey> Velm::unknownDocumentKeys(const QString& key, const QStr
     for (const json::UnknownKey& found : qAsConst(unknown))
         keys.append({found.key, found.known});
     return keys;
+}
+
+int Velm::jsonFailureAt(const QString& text)
+{
+    try {
+        json::parse(text);
+    } catch (const json::ParseError& error) {
+        return error.offset();
+    } catch (const json::Error&) {
+        return 0;  // memory has run out
+    }
+    return -1;
 }

@@ -1,9 +1,15 @@
+#include "support/StarvedMemory.h"
 #include "support/TemporaryRoot.h"
 #include "support/Tool.h"
 
 #include <QElapsedTimer>
 #include <QJsonArray>
+#include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
 #include <QUrl>
 
 namespace {
@@ -44,7 +50,8 @@ struct Broken
     const char* rule;
     const char* database;
     const char16_t* statement;
-    const char16_t* place;  // "table column value"
+    const char16_t* place;              // "table column value"
+    const char16_t* message = nullptr;  // where its words are not those of other rows
 };
 
 // Each rule has a row at least, and finds nothing but that.
@@ -61,12 +68,25 @@ const Broken kBroken[] = {
      u"RecordConfigType EXTEND"},
     {"missing-column", kSystem, u"alter table Attributefield rename column [TABLE] to X",
      u"Attributefield TABLE"},
+    {"missing-column", kSystem, u"alter table VelmFrame rename column ConfigName to X",
+     u"VelmFrame ConfigName"},
+    {"missing-column", kSystem, u"create table TBL_NEW (a)", u"TBL_NEW"},
     {"missing-index", kSystem,
      u"drop index IX_Workdef_CODE; create index p on Workdef (CODE) where CODE > 'A'; create index "
      "n on Workdef (CODE collate nocase)",
      u"Workdef CODE"},
     {"trigger", kPipe,
-     u"create trigger t after insert on SYS_GISTABLE begin delete from SYS_GISTABLE;end", u"  t"},
+     u"create trigger t after insert on SYS_GISTABLE begin delete from SYS_GISTABLE;end",
+     u"SYS_GISTABLE  t"},
+    {"empty-table", kSystem, u"delete from Attributetable", u"Attributetable"},
+    {"empty-table", kSystem, u"delete from Attributefield where [TABLE] = 'JMD_PG'",
+     u"Attributetable TABLE JMD_PG"},
+    {"empty-table", kPipe, u"delete from PIP_SysConfig", u"PIP_SysConfig"},
+    {"empty-table", kPipe, u"delete from SYS_ATTRIBUTEDEF", u"SYS_ATTRIBUTEDEF"},
+    {"key-type", kSystem,
+     u"create table c as select * from IndexiniExtend; drop table IndexiniExtend; create table "
+     "IndexiniExtend (CODE STRING, EXTTABLE); insert into IndexiniExtend select * from c",
+     u"IndexiniExtend CODE"},
     {"not-a-number", kSystem, u"update QuobAreaLine set LINEWIDTH = 'wide' where CODE = '310301'",
      u"QuobAreaLine LINEWIDTH wide"},
     {"not-a-number", kSystem, u"update Attributefield set LENGTH = 'x' where rowid = 1",
@@ -75,24 +95,53 @@ const Broken kBroken[] = {
      u"indexini WIDTH inf"},
     {"not-finite", kSystem, u"update VelmAnnotate set ROTATE = 'nan' where CODE = '310301'",
      u"VelmAnnotate ROTATE nan"},
+    {"not-a-number", kSystem,
+     u"update Attributefield set TYPE = 99999999999 where [TABLE] = 'JMD_PG' and NAME = 'FWCS'",
+     u"Attributefield TYPE 99999999999",
+     u"is to be a whole number from -2147483647 to 2147483647, and counts as 0"},
     {"fraction", kSystem, u"update Workdef set COLOR = 2.5 where CODE = '310301'",
-     u"Workdef COLOR 2.5"},
+     u"Workdef COLOR 2.5", u"is to be a whole number, and counts as 3"},
     {"json-syntax", kSystem, u"update VelmCmdSetting set CmdText = '{' where CmdName = 'CONTOUR'",
-     u"VelmCmdSetting CMDTEXT {"},
+     u"VelmCmdSetting CMDTEXT {", u"is JSON without its end, behind \"{\""},
+    {"json-syntax", kSystem,
+     u"update globaldefines set value = '{\"名称\":tru}' where key = 'GlobalParam'",
+     u"globaldefines VALUE {\"名称\":tru}",
+     u"is no JSON at character 10, behind \"{\"名称\":tru\""},
     {"json-type", kSystem, u"update VelmAnnotate set EXTDATA = '[1]' where CODE = '310301'",
      u"VelmAnnotate EXTDATA [1]"},
+    {"json-type", kSystem,
+     u"update globaldefines set value = '{\"FieldMap\":[{\"FieldName\":\"FWJG\"},{}]}' where key = "
+     "'字段转换'",
+     u"globaldefines VALUE {\"FieldMap\":[{\"FieldName\":\"FWJG\"",
+     u"FieldMap[1] has no FieldName"},
     {"invalid-utf8", kSystem,
      u"update indexini set NAME = cast(x'41FF' as text) where CODE = '310301'",
-     u"indexini NAME A\xFFFD"},
+     u"indexini NAME A\xFFFD", u"is no valid UTF-8"},
+    {"invalid-utf8", kSystem,
+     u"update indexini set CODE = cast(x'B7BF' as text) where CODE = '110101'; update Workdef set "
+     "CODE = '房' where CODE = '110101'",
+     u"indexini CODE \xFFFD\xFFFD", u"is no valid UTF-8; as GBK it reads \"房\""},
     {"embedded-nul", kSystem,
      u"update indexini set NAME = 'a' || char(0) || 'b' where CODE = '310301'",
      u"indexini NAME a␀b"},
+    {"embedded-nul", kSystem, u"update indexini set CODE = CODE || char(0) where CODE = '310301'",
+     u"indexini CODE 310301␀"},
     {"control-character", kSystem,
      u"update indexini set NAME = 'a' || char(9) || 'b' where CODE = '310301'",
      u"indexini NAME a\tb"},
+    {"control-character", kSystem,
+     u"update Attributetable set [TABLE] = 'JMD_PG' || char(9) where [TABLE] = 'JMD_PG'",
+     u"Attributetable TABLE JMD_PG"},
     {"blank-at-end", kSystem,
      u"update indexini set NAME = '房屋' || char(12288) where CODE = '310301'",
      u"indexini NAME 房屋"},
+    {"blank-at-end", kSystem,
+     u"update Attributefield set NAME = 'FWJG ' where [TABLE] = 'JMD_PG' and NAME = 'FWJG'",
+     u"Attributefield NAME FWJG"},
+    {"blank-at-end", kSystem, u"update indexini set CODE = ' 310301' where CODE = '310301'",
+     u"indexini CODE  310301"},
+    {"blank-at-end", kPipe, u"update SYS_DICTIONARY set NAME = 'DX_GC ' where NAME = 'DX_GC'",
+     u"SYS_DICTIONARY NAME DX_GC"},
     {"single-quote", kSystem, u"update Workdef set TEXT = 'O''Brien' where CODE = '310301'",
      u"Workdef TEXT O'Brien"},
     {"comma", kSystem, u"update Workdef set TEXT = 'a,b' where CODE = '310301'",
@@ -102,11 +151,15 @@ const Broken kBroken[] = {
     {"empty-code", kSystem, u"insert into VelmCmdSetting values ('', '[]')",
      u"VelmCmdSetting CMDNAME"},
     {"duplicate-code", kSystem, u"insert into globaldefines values ('图属库', '')",
-     u"globaldefines KEY 图属库"},
+     u"globaldefines KEY 图属库", u"stands in row 5 too; row 5 counts, as the first"},
+    {"duplicate-code", kSystem,
+     u"insert into Attributetable values ('jmd_pg', '', '', 2), ('Jmd_pg', '', '', 2)",
+     u"Attributetable TABLE Jmd_pg\nAttributetable TABLE jmd_pg",
+     u"differs from \"JMD_PG\" in row 25 in letter case only; row 50 counts, as the last"},
     {"duplicate-code", kSystem,
      u"insert into Attributefield select [TABLE], 'fwjg', TEXT, TYPE, LENGTH, DECIMAL, '', 0, 0, 0 "
      "from Attributefield where [TABLE] = 'JMD_PG' and NAME = 'FWJG'",
-     u"Attributefield NAME fwjg"},
+     u"Attributefield NAME fwjg", u"is a field of \"JMD_PG\" in row 207 already; both are shown"},
     {"code-differs-in-case", kSystem, u"insert into VelmCmdSetting values ('contour', '[]')",
      u"VelmCmdSetting CMDNAME contour"},
     {"code-without-drawing", kSystem,
@@ -131,6 +184,13 @@ const Broken kBroken[] = {
      u"alter table Workdef add column ROWID; update Workdef set ROWID = 7; update Workdef set "
      "ENTTYPE = 9 where CODE in ('310301', '110102')",
      u"Workdef ENTTYPE 9\nWorkdef ENTTYPE 9"},
+    {"entity-type-range", kSystem,
+     u"update Workdef set ENTTYPE = 99999999999 where CODE = '310301'; update indexini set LTYPE = "
+     "'GC9' where CODE = '310301'",
+     u"Workdef ENTTYPE 99999999999",
+     u"is not one of -1 to 8: -1 not given, 1 general, 3 text, 5 special line"},
+    {"entity-type-range", kSystem, u"update QuobAreaLine set ENTTYPE = 'x' where CODE = '310301'",
+     u"QuobAreaLine ENTTYPE x"},
     {"entity-type-range", kSystem, u"update VelmAnnotate set ENTTYPE = -1 where CODE = '310301'",
      u"VelmAnnotate ENTTYPE -1"},
     {"annotation-type-range", kSystem, u"update VelmAnnotate set ANNTYPE = 6 where CODE = '310301'",
@@ -152,10 +212,10 @@ const Broken kBroken[] = {
     {"layer-differs-in-case", kSystem, u"update Workdef set LAYER = 'jmd_m' where CODE = '320102'",
      u"Workdef LAYER jmd_m"},
     {"unknown-gis-table", kSystem, u"update indexini set [TABLE] = 'JMD_PX' where CODE = '910101'",
-     u"indexini TABLE JMD_PX"},
+     u"indexini TABLE JMD_PX", u"names no GIS table; did you mean \"JMD_PG\" or \"JZD_PT\"?"},
     {"unknown-extension-table", kSystem,
      u"update IndexiniExtend set EXTTABLE = 'EXT_FWDC;EXT_NO' where CODE = '310301'",
-     u"IndexiniExtend EXTTABLE EXT_FWDC;EXT_NO"},
+     u"IndexiniExtend EXTTABLE EXT_FWDC;EXT_NO", u"has \"EXT_NO\", which names no GIS table"},
     {"table-type-range", kSystem, u"update Attributetable set TYPE = 6 where [TABLE] = 'JMD_PG'",
      u"Attributetable TYPE 6"},
     {"empty-field-name", kSystem,
@@ -163,6 +223,12 @@ const Broken kBroken[] = {
      u"Attributefield NAME"},
     {"field-type-range", kPipe, u"update SYS_ATTRIBUTEDEF set FIELDTYPE = 5 where rowid = 2",
      u"SYS_ATTRIBUTEDEF FIELDTYPE 5"},
+    {"field-type-range", kSystem,
+     u"update globaldefines set value = '{\"TableInfo\":{\"TableName\":\"JMD_PG\"},\"FieldMap\":"
+     "{\"FWJG\":{\"FieldType\":7}}}' where key = '字段转换'",
+     u"globaldefines VALUE {\"TableInfo\":{\"TableName\":\"JMD_P",
+     u"FieldMap.FWJG.FieldType is 7, not one of 0 text, 1 integer, 2 long, 3 real, 4 date, or 10 "
+     "more for a hidden field"},
     {"field-length", kSystem,
      u"insert into Attributefield values ('JMD_PG', 'N', '', 10, 65536, 0, '', 0, 0, 0)",
      u"Attributefield LENGTH 65536"},
@@ -175,6 +241,18 @@ const Broken kBroken[] = {
     {"default-does-not-fit", kSystem,
      u"insert into Attributefield values ('JMD_PG', 'N', '', 1, 2, 0, '1.5', 0, 0, 0)",
      u"Attributefield DEFAULT 1.5"},
+    {"default-does-not-fit", kSystem,
+     u"insert into Attributefield values ('JMD_PG', 'N', '', 1, 2, 0, '0100', 0, 0, 0)",
+     u"Attributefield DEFAULT 0100", u"has more than 2 digits"},
+    {"default-does-not-fit", kSystem,
+     u"insert into Attributefield values ('JMD_PG', 'N', '', 1, 0, 0, '-2147483649', 0, 0, 0)",
+     u"Attributefield DEFAULT -2147483649", u"is too large; the field takes 2147483647 at most"},
+    {"default-does-not-fit", kSystem,
+     u"insert into Attributefield values ('JMD_PG', 'N', '', 0, 9, 0, 'TB_BLC', 0, 0, 0)",
+     u"Attributefield DEFAULT TB_BLC"},
+    {"default-does-not-fit", kPipe,
+     u"update SYS_ATTRIBUTEDEF set DEFAULTVALUE = '5' where DICTIONARY = 'DL_DY'",
+     u"SYS_ATTRIBUTEDEF DEFAULTVALUE 5", u"is no code of the dictionary \"DL_DY\": 0, 1, 2, 3, 4"},
     {"default-does-not-fit", kSystem,
      u"insert into Attributefield values ('JMD_PG', 'N', '', 3, 2, 0, '100', 0, 0, 0)",
      u"Attributefield DEFAULT 100"},
@@ -189,6 +267,17 @@ const Broken kBroken[] = {
     {"unknown-dictionary", kSystem,
      u"update Attributefield set [DEFAULT] = 'TBL_NONE' where [TABLE] = 'JMD_PG' and NAME = 'FWCS'",
      u"Attributefield DEFAULT TBL_NONE"},
+    {"unknown-dictionary", kSystem, u"drop table TBL_SF", u"Attributefield DEFAULT TBL_SF",
+     u"names no dictionary, and so do 2 more fields; did you mean \"TBL_SZ\" or \"TBL_CB\"?"},
+    {"unknown-dictionary", kSystem,
+     u"update Attributefield set [DEFAULT] = 'tbl_sf' where [TABLE] = 'JMD_PG' and NAME = 'FWCS'",
+     u"Attributefield DEFAULT tbl_sf",
+     u"names no dictionary; letter case counts; did you mean \"TBL_SF\"?"},
+    {"unknown-dictionary", kSystem,
+     u"update globaldefines set value = '{\"TableInfo\":{\"TableName\":\"JMD_PG\"},\"FieldMap\":["
+     "{\"FieldName\":\"FWJG\",\"FieldDict\":\"X\"}]}' where key = '字段转换'",
+     u"globaldefines VALUE {\"TableInfo\":{\"TableName\":\"JMD_P",
+     u"FieldMap[0].FieldDict is \"X\", which names no dictionary"},
     {"unknown-dictionary", kPipe, u"update SYS_ATTRIBUTEDEF set DICTIONARY = 'X' where rowid = 2",
      u"SYS_ATTRIBUTEDEF DICTIONARY X"},
     {"unknown-pipe-field", kSystem,
@@ -197,6 +286,10 @@ const Broken kBroken[] = {
     {"unknown-record-field", kSystem,
      u"insert into RecordConfig values ('310301', 'FWJG', 'JMD_PG', 'NO_F')",
      u"RecordConfig ACTUALFIELD NO_F"},
+    {"unknown-record-field", kSystem,
+     u"insert into RecordConfig values ('310301', 'FWJG', 'JMD_PG', '2')",
+     u"RecordConfig ACTUALFIELD 2",
+     u"stands for \"GDBH\", a field that the table \"JMD_PG\" does not have"},
     {"unknown-template-field", kSystem,
      u"update QuobAreaLine set ANNRULE = '[FWJG][NO_F]' where CODE = '310301'",
      u"QuobAreaLine ANNRULE [FWJG][NO_F]"},
@@ -206,6 +299,12 @@ const Broken kBroken[] = {
     {"unknown-annotation-dictionary", kSystem,
      u"update VelmAnnotate set EXTDATA = '{\"Dictionary\":{\"FWJG\":\"X\"}}' where CODE = '310301'",
      u"VelmAnnotate EXTDATA {\"Dictionary\":{\"FWJG\":\"X\"}}"},
+    {"unknown-annotation-dictionary", kSystem,
+     u"update VelmAnnotate set EXTDATA = '{\"Dictionary\":\"TBL_LMCX\"}' where CODE in ('430404', "
+     "'430501')",
+     u"VelmAnnotate EXTDATA {\"Dictionary\":\"TBL_LMCX\"}",
+     u"has \"TBL_LMCX\", which names no dictionary, and so does 1 more annotation; did you mean "
+     "\"TBL_LMCL\"?"},
     {"dictionary-without-entries", kSystem, u"create table TBL_NEW (code, value)", u"TBL_NEW"},
     {"dictionary-empty-entry", kPipe, u"insert into SYS_DICTIONARY values ('NEW', 'a;;b')",
      u"SYS_DICTIONARY LISTVALUE a;;b"},
@@ -222,10 +321,14 @@ const Broken kBroken[] = {
      u"update globaldefines set value = '{\"TableInfo\":{\"TableName\":\"NO\"}}' where key = "
      "'字段转换'",
      u"globaldefines VALUE {\"TableInfo\":{\"TableName\":\"NO\"}}"},
+    {"conversion-table", kSystem,
+     u"update globaldefines set value = '{\"TableInfo\":{}}' where key = '字段转换'",
+     u"globaldefines VALUE {\"TableInfo\":{}}", u"TableInfo has no TableName"},
     {"conversion-field", kSystem,
      u"update globaldefines set value = '{\"TableInfo\":{\"TableName\":\"jmd_pg\"},\"FieldMap\":"
      "[{\"FieldName\":\"NO_F\"}]}' where key = '字段转换'",
-     u"globaldefines VALUE {\"TableInfo\":{\"TableName\":\"jmd_p"},
+     u"globaldefines VALUE {\"TableInfo\":{\"TableName\":\"jmd_p",
+     u"FieldMap[0] is for \"NO_F\", a field that the table \"jmd_pg\" does not have"},
     {"layout-lists", kSystem,
      u"update globaldefines set value = '{\"HeaderList\":[\"a\"],\"FieldType\":[0,1],"
      "\"FieldDecimal\":[0]}' where key = '图属库'",
@@ -279,7 +382,11 @@ TEST_F(CheckRule, FindsWhatBreaksItAndNothingElse)
         QStringList expected;
         for (const QString& place : QString::fromUtf16(broken.place).split(u'\n'))
             expected.append((rule + u' ' + place).trimmed());
-        EXPECT_EQ(found(check({u"--json"_s})), expected);
+        const Answer answer = check({u"--json"_s});
+        EXPECT_EQ(found(answer), expected);
+        const QString message = QString::fromUtf16(broken.message ? broken.message : u"");
+        EXPECT_TRUE(message.isEmpty() || answer.json[0][u"message"_s].toString() == message)
+            << answer.json.toJson().toStdString();
         rules.removeAll(rule);
     }
     // Those of files have tests of their own.
@@ -290,7 +397,16 @@ TEST_F(CheckRule, FindsWhatBreaksItAndNothingElse)
 TEST_F(CheckTest, ReportsWhatIsMissingOnce)
 {
     ASSERT_TRUE(QFile::remove(path(u"config/PipeConfig.db"_s)));
-    EXPECT_EQ(found(check({u"--json"_s})), QStringList{u"missing-database"_s});
+    const Answer missing = check({u"--json"_s});
+    EXPECT_EQ(found(missing), QStringList{u"missing-database"_s});
+    EXPECT_EQ(missing.json[0].toObject().keys(),
+              (QStringList{u"database"_s, u"message"_s, u"rule"_s, u"severity"_s}))
+        << "nothing of what it does not have";
+    runSql({u"delete from indexini"_s});
+    EXPECT_EQ(
+        found(check({u"--json"_s})),
+        (QStringList{u"empty-table indexini"_s, u"missing-database"_s, u"text-file-lines"_s}));
+    EXPECT_TRUE(check({}).output.contains(u" index.ini: has more than one line"_s)) << "no line of";
     runSql({u"drop table indexini"_s});
     EXPECT_EQ(
         found(check({u"--json"_s})),
@@ -310,6 +426,10 @@ TEST_F(CheckTest, RefusesWhatItCannotRead)
         EXPECT_EQ(answer.output, QString()) << "no invented findings";
         EXPECT_TRUE(answer.talk.contains(cause)) << answer.talk.toStdString();
     };
+    runSql(
+        {u"update globaldefines set value = cast(zeroblob(67108865) as text) where rowid = 2"_s});
+    refuses(u"peltaconfig.db, table globaldefines: row 2, column value holds more than 64 MiB"_s);
+    runSql({u"update globaldefines set value = '' where rowid = 2"_s});
     const QString file = path(u"config/peltaconfig.db"_s);
     const QString root = querySql(u"select rootpage from sqlite_master where name='Workdef'"_s)[0];
     {
@@ -331,6 +451,26 @@ TEST_F(CheckTest, RefusesWhatItCannotRead)
     refuses(u"peltaconfig.db\": larger than 1 GiB"_s);
 }
 
+TEST_F(CheckTest, TellsThatAnotherProgramUsesTheDatabase)
+{
+    runSql({u"insert into VelmCmdSetting values ('', '[]')"_s});
+    for (const QString& lock : {u"begin immediate"_s, u"begin exclusive"_s}) {
+        {
+            QSqlDatabase other = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"other"_s);
+            other.setDatabaseName(path(u"config/peltaconfig.db"_s));
+            ASSERT_TRUE(other.open());
+            ASSERT_FALSE(other.exec(lock).lastError().isValid());
+            const Answer answer = check({u"--fix"_s});
+            EXPECT_EQ(answer.exitCode, 3);
+            EXPECT_TRUE(answer.talk.trimmed().endsWith(u"another program is using it"_s))
+                << answer.talk.toStdString();
+            EXPECT_EQ(answer.output.isEmpty(), lock == u"begin exclusive"_s);
+        }
+        QSqlDatabase::removeDatabase(u"other"_s);
+        EXPECT_EQ(QDir(path(u"config"_s)).entryList(QDir::Files).size(), 5);
+    }
+}
+
 TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)
 {
     runSql({u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 3000) "
@@ -341,7 +481,8 @@ TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)
     ASSERT_EQ(lines.size(), 22);
     EXPECT_EQ(lines.at(1), u"warning drawing-without-code: peltaconfig.db Workdef row 70002 "
                            "(CODE x2) CODE: \"x2\" has no row in indexini"_s);
-    EXPECT_EQ(lines.at(20), u"warning drawing-without-code: 2980 more; --all shows them"_s);
+    EXPECT_EQ(lines.at(20),
+              u"warning drawing-without-code: 2980 more of 3000 (--all shows them)"_s);
     EXPECT_EQ(lines.at(21), u"0 errors, 3000 warnings, 0 notes"_s);
     EXPECT_EQ(check({u"--all"_s}).output.count(u'\n'), 3001);
     EXPECT_EQ(check({u"--json"_s}).json.array().size(), 3000);
@@ -361,6 +502,56 @@ TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)
     EXPECT_EQ(QUrl(base, QUrl::StrictMode).toLocalFile(), root() + u'/') << base.toStdString();
 }
 
+TEST_F(CheckTest, OrdersFindingsByPlaceAndClosesEachRuleWhereItsLinesEnd)
+{
+    runSql(
+        {u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 22) "
+         "insert into Workdef (rowid, CODE, LAYER, ENTTYPE) select 9000 - i, 'x', 'A', 1 from n"_s,
+         u"update Workdef set LAYER = 'A*' where rowid > 8998"_s,
+         u"update indexini set NAME = 'a' || char(9) where CODE = '310301'"_s});
+    const QString output = check({}).output.remove(
+        QRegularExpression(u"^(error|warning) |: peltaconfig.db \\w+ row|\\(.*"_s,
+                           QRegularExpression::MultilineOption));
+    QStringList expected{u"control-character 123 "_s, u"drawing-without-code 8978 "_s};
+    for (int row = 8979; row < 9000; ++row) {
+        expected.append(u"duplicate-code %1 "_s.arg(row));  // the last instead of "1 more"
+        if (row < 8998)
+            expected.append(u"drawing-without-code %1 "_s.arg(row));
+        if (row == 8997)
+            expected.append(u"drawing-without-code: 2 more of 22 "_s);
+    }
+    expected += QStringList{u"layer-name 8999 "_s, u"22 errors, 23 warnings, 0 notes"_s, QString()};
+    EXPECT_EQ(output.split(u'\n'), expected);
+}
+
+#ifdef Q_OS_UNIX
+TEST_F(CheckTest, EndsWithAMessageWhenMemoryRunsOut)
+{
+    if (!StarvedMemory::isPossible())
+        GTEST_SKIP() << "a sanitizer takes more than any limit";
+    runSql({u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 100000) "
+            "insert into Workdef (CODE, LAYER, ENTTYPE) select 'x' || i, 'A*', 1 from n"_s});
+    int failures = 0;
+    int exitCode = 3;
+    for (int mebibytes = 60; exitCode != 1 && mebibytes < 2000; mebibytes += 15) {
+        QProcess starved;
+        starved.start(u"/bin/sh"_s,
+                      {u"-c"_s, u"ulimit -v $0; exec \"$@\""_s, QString::number(mebibytes * 1024),
+                       program(), u"--root"_s, root(), u"check"_s, u"--sarif"_s});
+        ASSERT_TRUE(starved.waitForFinished(60000));
+        EXPECT_EQ(starved.exitStatus(), QProcess::NormalExit) << mebibytes;
+        exitCode = starved.exitCode();
+        const QByteArray talk = starved.readAllStandardError();
+        if (exitCode == 3) {
+            ++failures;
+            EXPECT_TRUE(talk.startsWith("velm: ") && talk.contains("memory")) << talk.toStdString();
+        }
+    }
+    EXPECT_EQ(exitCode, 1);
+    EXPECT_GT(failures, 0);
+}
+#endif
+
 TEST_F(CheckTest, ReadsDocumentsAsTheLibraryDoes)
 {
     runSql(
@@ -378,15 +569,14 @@ TEST_F(CheckTest, ReadsDocumentsAsTheLibraryDoes)
     for (const QJsonValue& finding : answer.json.array())
         messages.append(finding[u"rule"_s].toString() + u' ' + finding[u"message"_s].toString());
     messages.sort();
-    EXPECT_EQ(
-        messages,
-        (QStringList{
-            u"json-syntax 图属库: Parse json fail. err=Invalid value.. offset=0"_s,
-            u"json-type GlobalParam: not integer. (path:m_frameData.m_frameSize.m_frameWidth"_s,
-            u"json-type GlobalParam: not object. (path:m_sortRule"_s,
-            u"json-type SelMode is to be an integer"_s, u"json-type TrimMode is to be an integer"_s,
-            u"json-type the tag \"b\" is to be a JSON object"_s,
-            u"json-type 字段转换: not integer. (path:m_newFieldMap.FWJG.m_fieldLength"_s}));
+    EXPECT_EQ(messages,
+              (QStringList{u"json-syntax is no JSON at character 1"_s,
+                           u"json-type FieldMap.FWJG.FieldLength is to be a whole number"_s,
+                           u"json-type FrameData.FrameSize.FrameWidth is to be a whole number"_s,
+                           u"json-type SelMode is to be a whole number"_s,
+                           u"json-type SortRule is to be an object"_s,
+                           u"json-type TrimMode is to be a whole number"_s,
+                           u"json-type the tag \"b\" is to be an object"_s}));
 }
 
 TEST_F(CheckTest, KnowsWhichDictionariesTheLibraryCanUse)
@@ -395,16 +585,38 @@ TEST_F(CheckTest, KnowsWhichDictionariesTheLibraryCanUse)
             u"update Attributefield set [DEFAULT] = 'TBL_A-B' where rowid = 2"_s,
             u"create table tb_quote (code, value)"_s,
             u"insert into tb_quote values (1, 'it''s')"_s});
-    EXPECT_EQ(found(check({u"--json"_s})),
-              QStringList{u"unknown-dictionary Attributefield DEFAULT TBL_A-B"_s});
+    EXPECT_EQ(
+        check({}).output.section(u'\n', 0, 0),
+        u"error unknown-dictionary: peltaconfig.db Attributefield row 2 (TABLE DGX_LN, NAME GC) "
+        "DEFAULT: \"TBL_A-B\" names no dictionary; there is a table of that name, but that of "
+        "a dictionary has letters, digits, _ and $ only"_s);
 }
 
 TEST_F(CheckTest, LeavesOutWhatABaselineKnows)
 {
     const QString known = path(u"known 已知.json"_s);
     runSql({u"insert into Workdef (CODE, LAYER, ENTTYPE) values ('x1', 'A', 1), ('x1', 'A', 1)"_s});
-    EXPECT_EQ(check({u"--write-baseline"_s, known}).exitCode, 1);
-    EXPECT_EQ(check({u"--baseline"_s, known}).exitCode, 0);
+    const Answer written = check({u"--write-baseline"_s, known});
+    EXPECT_EQ(written.exitCode, 1);
+    EXPECT_TRUE(written.talk.contains(u"velm: 3 findings written to "_s + known));
+    const auto lines = [&known] {
+        QFile file(known);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return QString::fromUtf8(file.readAll()).split(u'\n');
+    };
+    const QStringList before = lines();
+    const QString place =
+        u"{\"place\": \"peltaconfig.db Workdef (CODE x1) CODE\", \"rule\": \"%1\", "
+        "\"value\": \"x1\", \"count\": "_s;
+    ASSERT_EQ(before.size(), 5);
+    EXPECT_TRUE(before.at(1).startsWith(place.arg(u"duplicate-code"_s) + u"1,"_s));
+    EXPECT_TRUE(before.at(2).startsWith(place.arg(u"drawing-without-code"_s) + u"2,"_s));
+    runSql({u"update Workdef set rowid = rowid + 5000"_s});
+    check({u"--write-baseline"_s, known});
+    EXPECT_EQ(lines(), before) << "the same findings in other rows";
+    const Answer none = check({u"--baseline"_s, known});
+    EXPECT_EQ(none.exitCode, 0);
+    EXPECT_EQ(none.output, u"0 errors, 0 warnings, 0 notes; 3 known ones left out\n"_s);
     runSql({u"delete from Workdef where CODE = '110102'"_s,
             u"insert into Workdef (CODE, LAYER, ENTTYPE) values ('x1', 'A', 1)"_s});
     EXPECT_EQ(found(check({u"--json"_s, u"--baseline"_s, known})),
@@ -412,8 +624,30 @@ TEST_F(CheckTest, LeavesOutWhatABaselineKnows)
                            u"drawing-without-code Workdef CODE x1"_s,
                            u"duplicate-code Workdef CODE x1"_s}))
         << "one row more of a kind that is known";
-    writeFile(u"known 已知.json"_s, "{}");
-    EXPECT_EQ(check({u"--baseline"_s, known}).exitCode, 3);
+    runSql({u"delete from Workdef where CODE = 'x1'"_s});
+    const Answer gone = check({u"--json"_s, u"--baseline"_s, known});
+    EXPECT_TRUE(gone.talk.contains(u"velm: 0 known ones left out, 3 known ones are gone"_s));
+    EXPECT_FALSE(
+        check({u"--baseline"_s, known, u"--rule"_s, u"comma"_s}).output.contains(u"gone"_s));
+    const struct
+    {
+        QByteArray content;
+        const char* cause;
+    } broken[] = {{"{}", "no baseline"},
+                  {"[]", "no baseline"},
+                  {"{\"known\": [\n{]}", "line 2 is no JSON"},
+                  {"", "line 1 is no JSON"}};
+    for (const auto& c : broken) {
+        writeFile(u"known 已知.json"_s, c.content);
+        const Answer refused = check({u"--baseline"_s, known});
+        EXPECT_EQ(refused.exitCode, 3);
+        EXPECT_TRUE(refused.talk.contains(QLatin1String(c.cause))) << refused.talk.toStdString();
+    }
+    for (const QString& option : {u"--baseline"_s, u"--write-baseline"_s}) {
+        const Answer refused = check({option, path(u"none/known.json"_s)});
+        EXPECT_EQ(refused.exitCode, 3);
+        EXPECT_TRUE(refused.talk.contains(u"none/known.json: there is no such f"_s));
+    }
 }
 
 TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
@@ -429,11 +663,30 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
     EXPECT_EQ(found(answer), (QStringList{u"blank-at-end VelmFrame CONFIGNAME N"_s,
                                           u"blank-at-end indexini CODE  110102"_s}))
         << "another row has that name";
-    EXPECT_EQ(answer.talk.count(u"velm: fixed: "_s), 5) << answer.talk.toStdString();
-    EXPECT_EQ(check({u"--fix"_s}).exitCode, 1) << "what has no safe answer stays";
     const QStringList copies =
         QDir(path(u"config"_s)).entryList({u"peltaconfig.db.before-fix-*"_s});
     ASSERT_EQ(copies.size(), 1);
+    const QString told = QString(answer.talk)
+                             .remove(u'\r')
+                             .remove(u"velm: "_s)
+                             .replace(path(u"config"_s) + u'/' + copies.first(), u"COPY"_s);
+    EXPECT_EQ(
+        told.split(u": peltaconfig.db "_s).join(u": "_s).split(u'\n'),
+        (QStringList{
+            u"fixed: VelmCmdSetting row 12 CMDNAME: the row is removed"_s,
+            u"fixed: indexini row 123 (CODE 310301 ) CODE: \"310301 \" is \"310301\" now"_s,
+            u"left: indexini row 621 (CODE  110102) CODE: without the blank it would be a "
+            "second \"110102\""_s,
+            u"fixed: VelmFrame row 7 (CONFIGNAME  N) CONFIGNAME: \" N\" is \"N\" now"_s,
+            u"left: VelmFrame row 8 (CONFIGNAME N ) CONFIGNAME: without the blank it would be "
+            "a second \"N\""_s,
+            u"fixed: Workdef row 147 (CODE 320102) LAYER: \"jmd_m\" is \"JMD_M\" now"_s,
+            u"kept: COPY"_s, u"4 fixed, 2 left"_s, QString()}));
+    const Answer again = check({u"--fix"_s});
+    EXPECT_EQ(again.exitCode, 1) << "what has no safe answer stays";
+    EXPECT_TRUE(again.talk.contains(u"velm: 0 fixed, 2 left"_s)) << again.talk.toStdString();
+    EXPECT_TRUE(
+        check({u"--fix"_s, u"--rule"_s, u"comma"_s}).talk.startsWith(u"velm: nothing to fix"_s));
     EXPECT_EQ(querySql(u"select CODE from indexini where NAME = '一般房屋'"_s,
                        u"config/"_s + copies.first()),
               QStringList{u"310301 "_s});
@@ -446,11 +699,56 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
         EXPECT_EQ(QDir(path(u"config"_s)).entryList({u"peltaconfig.db.before-fix-*"_s}).size(),
                   count);
     }
+    runSql({u"create table Q as select * from QuobAreaLine"_s, u"drop table QuobAreaLine"_s,
+            u"create table QuobAreaLine (CODE text primary key) without rowid"_s,
+            u"insert into QuobAreaLine values ('310302 ')"_s,
+            u"update indexini set CODE = '310302 ' where CODE = '310302'"_s,
+            u"create table S (CmdName check (CmdName <> 'N'), CmdText)"_s,
+            u"drop table VelmCmdSetting"_s, u"alter table S rename to VelmCmdSetting"_s,
+            u"insert into VelmCmdSetting values ('N ', '[]')"_s});
+    const Answer kept = check({u"--fix"_s, u"--rule"_s, u"blank-at-end"_s});
+    EXPECT_TRUE(kept.talk.contains(u"CODE: a row that cannot be changed refers to it"_s));
+    EXPECT_TRUE(kept.talk.contains(u"its table does not number its rows"_s));
+    EXPECT_TRUE(kept.talk.contains(u"CMDNAME: SQLite refuses the change: CHECK"_s));
     runSql({u"insert into VelmCmdSetting values ('', '[]')"_s,
             u"create trigger t after delete on VelmCmdSetting begin delete from indexini;end"_s});
-    EXPECT_EQ(check({u"--fix"_s}).exitCode, 3);
+    const Answer refused = check({u"--fix"_s});
+    EXPECT_EQ(refused.exitCode, 3);
+    EXPECT_TRUE(refused.talk.startsWith(u"velm: peltaconfig.db is not changed: it has triggers; "
+                                        "remove them first"_s));
     EXPECT_EQ(querySql(u"select count(*) from VelmCmdSetting where CmdName = ''"_s),
               QStringList{u"1"_s});
+}
+
+TEST_F(CheckTest, MendsAllOrNothingAlsoWhenKilled)
+{
+    runSql({u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 20000) "
+            "insert into indexini (CODE, NAME, WIDTH) select 'x' || i || ' ', '', 0 from n"_s});
+    const QString blanks = u"select count(*) from indexini where CODE like 'x% '"_s;
+    for (const QString& moment : {u".velm-????????"_s, u"*.before-fix-*"_s, u"*-journal"_s}) {
+        QDir config(path(u"config"_s));
+        config.setNameFilters({moment});
+        QProcess mending;
+        mending.start(program(), {u"--root"_s, root(), u"check"_s, u"--fix"_s, u"--rule"_s,
+                                  u"blank-at-end"_s});
+        while (config.entryList(QDir::AllEntries | QDir::Hidden).isEmpty()
+               && !mending.waitForFinished(1)) {
+        }
+        mending.kill();
+        mending.waitForFinished();
+        const QStringList left = querySql(blanks);
+        EXPECT_TRUE(left == QStringList{u"20000"_s} || left == QStringList{u"0"_s})
+            << moment.toStdString() << ": " << left.join(u' ').toStdString();
+        for (const QString& copy : QDir(config.path()).entryList({u"*.before-fix-*"_s})) {
+            EXPECT_EQ(querySql(blanks, u"config/"_s + copy), QStringList{u"20000"_s});
+            EXPECT_TRUE(config.remove(copy));
+        }
+        runSql({u"update indexini set CODE = trim(CODE) || ' ' where CODE like 'x%'"_s});
+    }
+    EXPECT_EQ(check({u"--fix"_s, u"--rule"_s, u"blank-at-end"_s}).exitCode, 0);
+    EXPECT_EQ(QDir(path(u"config"_s)).entryList({u".velm-*"_s}, QDir::AllEntries | QDir::Hidden),
+              QStringList())
+        << "what killed runs left is gone";
 }
 
 TEST_F(CheckTest, ChecksAgainWhenAFileChanges)
@@ -478,10 +776,18 @@ TEST_F(CheckTest, ExplainsItsRulesAndRefusesOthers)
     const Answer explained = check({u"--explain"_s, u"single-quote"_s});
     EXPECT_TRUE(explained.output.startsWith(u"single-quote (error)"_s));
     EXPECT_EQ(explained.output.count(u'\n'), 2) << "what is wrong, and what to do";
+    const QJsonObject rule =
+        check({u"--json"_s, u"--explain"_s, u"view-for-table"_s}).json.object();
+    EXPECT_EQ(rule.keys(), (QStringList{u"advice"_s, u"explanation"_s, u"id"_s, u"severity"_s}));
+    const QStringList listed = check({u"--rules"_s}).output.split(u'\n');
+    EXPECT_EQ(listed.filter(u"view-for-table "_s),
+              QStringList{u"view-for-table                 error     "_s
+                          + rule[u"explanation"_s].toString()})
+        << "a whole line in a pipe";
     for (const char* option : {"--rule", "--ignore", "--explain"}) {
         const Answer unknown = check({QLatin1String(option), u"single-quotes"_s});
         EXPECT_EQ(unknown.exitCode, 2) << option;
-        EXPECT_TRUE(unknown.talk.contains(u"did you mean single-quote?"_s))
+        EXPECT_TRUE(unknown.talk.contains(u"did you mean \"single-quote\"?"_s))
             << unknown.talk.toStdString();
     }
 }

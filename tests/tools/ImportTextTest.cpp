@@ -62,8 +62,8 @@ TEST_F(ImportText, ReportsTheLinesThatItCannotUse)
                           .arg(line[u"reason"_s].toString()));
     EXPECT_EQ(unused,
               (QStringList{u"index.ini 3 WIDTH is no number: \"x\""_s,
-                           u"index.ini 1 line 4 has the same code"_s, u"index.ini 5 has no code"_s,
-                           u"work.def 1 has 8 fields, 7 at most"_s,
+                           u"index.ini 1 line 4 has the same code, and counts"_s,
+                           u"index.ini 5 has no code"_s, u"work.def 1 has 8 fields, 7 at most"_s,
                            u"attribute.def 3 no line before defines the table \"none\""_s,
                            u"attribute.def 4 begins with \"X\", not with T or F"_s,
                            u"attribute.def 5 is neither UTF-8 nor GBK"_s,

@@ -95,17 +95,32 @@ TEST_F(ToolTest, TellsWhatIsWrongAndWhatToDo)
         const char* arguments;
         int exitCode;
         const char* talk;
-    } cases[] = {{"lookup 31030", 1, "did you mean 310301"},
+    } cases[] = {{"lookup 31030", 1, "did you mean \"310301\""},
                  {"lookup FW", 1, "--by usercode"},
                  {"lookup JMD_PG", 1, "--by table"},
                  {"lookup --by usercode 310301", 1, "leave --by out"},
                  {"lookup --by name FW", 2, "not \"name\""},
                  {"lookup", 2, "which code"},
-                 {"lokup 310301", 2, "did you mean lookup?"},
+                 {"lokup 310301", 2, "did you mean \"lookup\"?"},
                  {"list extra", 2, "unexpected argument \"extra\""},
                  {"list --type five", 2, "not \"five\""},
                  {"list --match nothingatall", 1, "no feature code matches"},
-                 {"list --bogus", 2, "bogus"},
+                 {"list --bogus", 2, "there is no option \"--bogus\""},
+                 {"list --tabel=X", 2, "no option \"--tabel\"; did you mean \"--table\"?"},
+                 {"list -json", 2, "no option \"-json\"; did you mean \"--json\"?"},
+                 {"list --match", 2, "--match needs a value: TEXT"},
+                 {"list --match --json", 2, "--match needs a value: TEXT"},
+                 {"list --json=yes", 2, "--json takes no value"},
+                 {"list --type= --json", 2, "not \"\""},
+                 {"import-text -o", 2, "-o needs a value: FILE"},
+                 {"import-text -o= x", 2, "name the database to make"},
+                 {"import-text -", 2, "name the database to make"},
+                 {"check -- --json", 2, "unexpected argument \"--json\""},
+                 {"check --baseline=", 2, "--baseline names no file"},
+                 {"check --json --sarif", 2, "give one of them"},
+                 {"check --fix --watch", 2, "give one of them"},
+                 {"check --rule --all", 2, "--rule needs a value: ID"},
+                 {"check --explain", 2, "--explain needs a value: ID"},
                  {"--root /no/such/folder list", 3, "no such folder"},
                  {"--nonsense list", 2, "no option \"--nonsense\""},
                  {"--root= list", 2, "--root names no folder"},
@@ -117,6 +132,9 @@ TEST_F(ToolTest, TellsWhatIsWrongAndWhatToDo)
         EXPECT_TRUE(answer.talk.contains(QString::fromUtf8(c.talk)))
             << c.arguments << ": " << answer.talk.toStdString();
         EXPECT_EQ(answer.output, QString()) << c.arguments;
+        const bool isOurs = std::all_of(answer.talk.begin(), answer.talk.end(),
+                                        [](QChar ch) { return ch.unicode() < 0x80; });
+        EXPECT_TRUE(c.exitCode != 2 || isOurs) << answer.talk.toStdString();
     }
 }
 

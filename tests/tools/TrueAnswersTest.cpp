@@ -95,10 +95,6 @@ TEST_F(TrueAnswers, StartsNoCodeOfTheConfiguration)
 
 TEST_F(TrueAnswers, ShowsTheOptionsOfEveryCommand)
 {
-#ifndef Q_OS_WIN  // where the library starts before there is an object to translate
-    ASSERT_TRUE(velm({u"list"_s, u"--bogus"_s}).talk.contains(u"未知选项"_s))
-        << "Qt speaks Chinese, and the help is there all the same";
-#endif
     const struct
     {
         const char* command;

@@ -2,6 +2,7 @@
 
 #include "cli/Arguments.h"
 #include "cli/Console.h"
+#include "cli/FileCause.h"
 #include "set/FileSet.h"
 #include "set/OlderSet.h"
 #include "set/SampleSet.h"
@@ -36,7 +37,7 @@ QString stageSet(const QVector<DatabaseTables>& databases, FileSet& files)
             QFile file(files.stage(it.key()));
             if (!file.open(QIODevice::WriteOnly) || file.write(it.value()) != it.value().size()
                 || !file.flush())
-                return it.key() + QStringLiteral(": ") + file.errorString();
+                return it.key() + QStringLiteral(": ") + whyNotWritten(file.fileName());
         }
     }
     return QString();

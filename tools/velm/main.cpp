@@ -1,6 +1,7 @@
 #include "Commands.h"
 
 #include "cli/Console.h"
+#include "cli/Guard.h"
 #include "cli/Suggestions.h"
 #include "cli/TerminalText.h"
 
@@ -127,11 +128,13 @@ extern "C" Q_DECL_EXPORT void velmKeepsToLibraryFolder() {}
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
-    useUtf8WithoutLocale();
-    const int exitCode = run(QCoreApplication::arguments().mid(1));
-    if (console::printedAll())
-        return exitCode;
-    console::tell(QStringLiteral("the answer could not be written to standard output"));
-    return ExitCannotOpen;
+    return guarded([&argc, argv] {
+        const QCoreApplication application(argc, argv);
+        useUtf8WithoutLocale();
+        const int exitCode = guarded([] { return run(QCoreApplication::arguments().mid(1)); });
+        if (console::printedAll())
+            return exitCode;
+        console::tell(QStringLiteral("the answer could not be written to standard output"));
+        return static_cast<int>(ExitCannotOpen);
+    });
 }

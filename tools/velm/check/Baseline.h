@@ -1,22 +1,27 @@
 #pragma once
 
+#include "check/BaselineFile.h"
 #include "check/Problems.h"
 
-/// Findings that are known and not to be told again, kept in a JSON file that people can read and
-/// keep under version control. Alike findings are counted, so that one more is told.
+#include <vector>
+
+/// Findings that are known and not to be told again. Alike ones are counted, so that one more is
+/// told.
 class Baseline
 {
 public:
-    /// Reads a file that write() has made. @return what is wrong with it; empty if nothing is
+    /// Reads a file of baselinefile::write(). @return what is wrong with it; empty if nothing is
     QString read(const QString& path);
 
-    /// Those of @p problems that are not known.
-    QVector<Problem> unknown(const QVector<Problem>& problems) const;
+    /// Takes those out of @p problems that are known. @return how many
+    int leaveOut(QVector<Problem>& problems);
 
-    /// Writes @p problems to a file, which is replaced as a whole. @return what went wrong; empty
-    /// if nothing did
-    static QString write(const QVector<Problem>& problems, const QString& path);
+    /// After that, how many are known and were not found, of these rules and of rules that are no
+    /// more.
+    int gone(const QVector<const Rule*>& rules) const;
 
 private:
-    QHash<QString, int> m_known;  // how many of a fingerprint
+    bool take(const Fingerprint& fingerprint);
+
+    std::vector<KnownFinding> m_known;  // sorted by fingerprint
 };

@@ -36,10 +36,11 @@ void CheckedSet::read(Snapshot& snapshot, const QString& fileName)
         if (table.schema().database == fileName)
             snapshot.read(table, m_budget);
     }
-    for (const QString& trigger : snapshot.triggers()) {
+    for (const Snapshot::Trigger& trigger : snapshot.triggers()) {
         Place place;
         place.database = fileName;
-        place.value = trigger;
+        place.table = trigger.table;
+        place.value = trigger.name;
         m_triggers.append(place);
     }
     if (m_problem.isEmpty())
@@ -49,8 +50,8 @@ void CheckedSet::read(Snapshot& snapshot, const QString& fileName)
 void CheckedSet::readSystem()
 {
     Snapshot snapshot(schema::kSystemFile, CVelmSystemGlobal::Instance()->getSystemConfigDb());
-    const QStringList names = snapshot.tableNames();
-    for (const QString& name : names) {
+    m_systemTables = snapshot.tableNames();
+    for (const QString& name : qAsConst(m_systemTables)) {
         if (schema::isDictionary(name))
             m_tables.append(CheckedTable(schema::dictionary(name)));
     }
@@ -69,6 +70,26 @@ void CheckedSet::readPipe()
     read(snapshot, schema::kPipeFile);
 }
 
+QStringList CheckedSet::codesOf(const QString& dictionary) const
+{
+    QStringList codes;
+    for (const CheckedTable& table : m_tables) {
+        const bool isMeant = table.name() == dictionary && schema::isDictionary(dictionary);
+        for (int row = 0; isMeant && row < table.size(); ++row)
+            codes.append(table.text(row, QStringLiteral("CODE")));
+    }
+    const CheckedTable& pipe = table("SYS_DICTIONARY");
+    for (int row = 0; row < pipe.size(); ++row) {
+        if (pipe.plain(row, QStringLiteral("NAME")) != dictionary || dictionary.isEmpty())
+            continue;
+        codes.clear();  // it takes the place of a table
+        const int count = pipe.text(row, QStringLiteral("LISTVALUE")).count(QLatin1Char(';')) + 1;
+        for (int code = 0; code < count; ++code)
+            codes.append(QString::number(code));
+    }
+    return codes;
+}
+
 void CheckedSet::findDictionaries()
 {
     for (const CheckedTable& table : qAsConst(m_tables)) {
@@ -77,7 +98,9 @@ void CheckedSet::findDictionaries()
             m_dictionaries.insert(table.name());
     }
     const CheckedTable& pipe = table("SYS_DICTIONARY");
-    for (int row = 0; row < pipe.size(); ++row)
+    for (int row = 0; row < pipe.size(); ++row) {
         m_dictionaries.insert(pipe.text(row, QStringLiteral("NAME")));
+        m_dictionaries.insert(pipe.plain(row, QStringLiteral("NAME")));
+    }
     m_dictionaries.remove(QString());
 }

@@ -37,12 +37,16 @@ public:
     {
         return has({"Attributetable", "Attributefield", "SYS_GISTABLE", "SYS_ATTRIBUTEDEF"});
     }
+    /// Names of everything in the system configuration that stores rows or shows them.
+    const QStringList& systemTables() const { return m_systemTables; }
     /// Names of all dictionaries that the library loads, or would if nothing were amiss with them.
     const QSet<QString>& dictionaries() const { return m_dictionaries; }
+    /// The codes of a dictionary, in stored order; none if there is no such dictionary.
+    QStringList codesOf(const QString& dictionary) const;
 
     /// Key columns without an index.
     const QVector<Place>& withoutIndex() const { return m_withoutIndex; }
-    /// Each with its database.
+    /// Each with its database and its table.
     const QVector<Place>& triggers() const { return m_triggers; }
 
 private:
@@ -53,6 +57,7 @@ private:
 
     QVector<CheckedTable> m_tables;
     GisTables m_gisTables;
+    QStringList m_systemTables;
     QSet<QString> m_dictionaries;
     QVector<Place> m_withoutIndex;
     QVector<Place> m_triggers;

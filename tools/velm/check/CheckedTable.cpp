@@ -1,5 +1,7 @@
 #include "check/CheckedTable.h"
 
+#include "check/PlainName.h"
+
 #include <algorithm>
 
 CheckedTable::CheckedTable(const TableSchema& schema) : m_schema(schema)
@@ -28,15 +30,26 @@ bool CheckedTable::isDamaged(int row, const QString& column) const
     return found != m_columns.constEnd() && m_rows.at(row).damaged.contains(*found);
 }
 
+QString CheckedTable::asGbk(int row, const QString& column) const
+{
+    const auto found = m_columns.constFind(column);
+    return found == m_columns.constEnd() ? QString() : m_rows.at(row).damaged.value(*found);
+}
+
+QString CheckedTable::plain(int row, const QString& column) const
+{
+    const QString gbk = asGbk(row, column);
+    return plainName(gbk.isEmpty() ? text(row, column) : gbk);
+}
+
 Place CheckedTable::place(int row, const QString& column) const
 {
     Place place = this->place(column);
     place.row = m_rows.at(row).id;
     place.keyColumn = m_schema.key.first();
-    QStringList keys;
-    for (const QString& key : m_schema.key)
-        keys.append(text(row, key));
-    place.key = keys.join(QLatin1Char('.'));
+    place.key = text(row, place.keyColumn);
+    for (const QString& key : m_schema.key.mid(1))
+        place.key += QStringLiteral(", %1 ").arg(key) + text(row, key);
     place.value = text(row, column);
     return place;
 }

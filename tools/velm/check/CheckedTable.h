@@ -13,7 +13,9 @@ struct Place
     QString table;     ///< empty for a text file, or a database as a whole
     qint64 row = 0;    ///< rowid, of a text file the line; 0 for the whole
     QString keyColumn;
-    QString key;  ///< the value by which the row is found: the feature code, mostly
+    /// The value by which the row is found: the feature code, mostly; of several columns that of
+    /// the first, and names and values of the others: "JMD_PG, NAME FWCS".
+    QString key;
     QString column;
     QString value;
 };
@@ -22,7 +24,8 @@ struct CheckedRow
 {
     qint64 id;  ///< rowid; 0 in a table without
     QVector<QVariant> cells;
-    QVector<int> damaged;  ///< columns whose text is no valid UTF-8
+    /// Columns whose text is no valid UTF-8, with what it reads as GBK; empty if it is neither.
+    QHash<int, QString> damaged;
 };
 
 /// A table as it is stored, with what the library reads from it. Columns go by upper-case name.
@@ -42,12 +45,25 @@ public:
     /// Whether the columns by which rows are found are there.
     bool hasKey() const;
 
+    /// The type with which a column was made, in upper case.
+    QString typeOf(const QString& column) const { return m_types.value(column); }
+
     int size() const { return m_rows.size(); }
     /// Invalid if there is no such column.
     QVariant value(int row, const QString& column) const;
     QString text(int row, const QString& column) const { return value(row, column).toString(); }
     /// Whether the text was no valid UTF-8, so that characters of it are lost.
     bool isDamaged(int row, const QString& column) const;
+    /// What such a text reads as GBK; empty for others, and if it is none either.
+    QString asGbk(int row, const QString& column) const;
+    /// Whether the text is what somebody has written: neither damaged nor with a NUL character.
+    bool isSound(int row, const QString& column) const
+    {
+        return !isDamaged(row, column) && !text(row, column).contains(QChar::Null);
+    }
+    /// The name that is meant by a text: without what is told of its characters, so that nothing
+    /// that follows from that is told too.
+    QString plain(int row, const QString& column) const;
     /// The place of a value.
     Place place(int row, const QString& column) const;
     /// The place of a column, or of the whole table.
@@ -55,11 +71,16 @@ public:
 
     void setReplacedBy(const QString& kind) { m_replacedBy = kind; }
     void setColumns(const QStringList& names);
+    void setType(const QString& column, const QString& type)
+    {
+        m_types.insert(column.toUpper(), type.toUpper());
+    }
     void append(const CheckedRow& row) { m_rows.append(row); }
 
 private:
     TableSchema m_schema;
     QString m_replacedBy;
     QHash<QString, int> m_columns;  // upper-case name to place in a row
+    QHash<QString, QString> m_types;
     QVector<CheckedRow> m_rows;
 };

@@ -1,6 +1,11 @@
 #include "check/CheckedSet.h"
+#include "check/EmptyTable.h"
+#include "check/LayerNames.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
+#include "check/WholeNumber.h"
+
+#include "VelmTypes.h"
 
 #include <QHash>
 
@@ -27,33 +32,78 @@ struct Uniqueness
     const Rule* differsInCase;
 };
 
+/// Whether the first of several rows of a key counts, as where a row is looked up anew each time.
+/// Where all rows are loaded, a later one takes the place of those before.
+bool firstCounts(const CheckedTable& table)
+{
+    static const QStringList names{QStringLiteral("VelmAnnotate"), QStringLiteral("VelmFrame"),
+                                   QStringLiteral("VelmCmdSetting"),
+                                   QStringLiteral("globaldefines"), QStringLiteral("SYS_GISTABLE")};
+    return names.contains(table.name());
+}
+
+/// "row 3"; of a table without row numbers "another row".
+QString rowName(const Place& place)
+{
+    return place.row == 0 ? QStringLiteral("another row") : QStringLiteral("row %1").arg(place.row);
+}
+
+/// Which of several rows of a key counts, told at @p place.
+QString whichCounts(const CheckedTable& table, const Place& place, const Place& first,
+                    const Place& last)
+{
+    const bool isFirst = firstCounts(table);
+    const QString which = isFirst ? QStringLiteral("the first") : QStringLiteral("the last");
+    const Place& counts = isFirst ? first : last;
+    if (counts.row == 0)
+        return QStringLiteral("; %1 counts").arg(which);
+    return QStringLiteral("; %1 counts, as %2")
+        .arg(counts.row == place.row ? QStringLiteral("this row") : rowName(counts), which);
+}
+
+/// The first and the last rows of the values of a column, which are the same @p as some text.
+template<class As>
+QHash<QString, QPair<int, int>> rowsOf(const CheckedTable& table, const QString& column,
+                                       const As& as)
+{
+    QHash<QString, QPair<int, int>> rows;
+    for (int row = 0; row < table.size(); ++row) {
+        const QString text = as(table.text(row, column));
+        rows.insert(text, {rows.value(text, {row, row}).first, row});
+    }
+    return rows;
+}
+
 /// Reports rows without a value, and those whose value stands in an earlier row too: the same text,
 /// or one that differs in letter case only.
 void checkUnique(const CheckedTable& table, const QString& column, const Uniqueness& rules,
                  Problems& problems)
 {
-    QHash<QString, int> exact, folded;
+    const auto exact = rowsOf(table, column, [](const QString& text) { return text; });
+    const auto folded = rowsOf(table, column, [](const QString& text) { return text.toLower(); });
     for (int row = 0; table.has(column) && row < table.size(); ++row) {
-        const QString text = table.text(row, column);
-        if (text.isEmpty()) {
+        const Place place = table.place(row, column);
+        const auto [first, last] = exact.value(place.value);
+        const auto [firstAlike, lastAlike] = folded.value(place.value.toLower());
+        if (place.value.isEmpty()) {
             if (rules.empty)
-                problems.add(*rules.empty, table.place(row, column), QStringLiteral("is empty"));
-            continue;
-        }
-        const auto first = folded.constFind(text.toLower());
-        if (exact.contains(text)) {
+                problems.add(*rules.empty, place, QStringLiteral("is empty"));
+        } else if (first < row) {
             if (rules.same)
-                problems.add(*rules.same, table.place(row, column),
-                             QStringLiteral("stands in row %1 already")
-                                 .arg(table.place(exact.value(text), column).row));
-        } else if (first != folded.constEnd() && rules.differsInCase) {
-            problems.add(*rules.differsInCase, table.place(row, column),
-                         QStringLiteral("is \"%1\" in row %2")
-                             .arg(table.text(*first, column))
-                             .arg(table.place(*first, column).row));
+                problems.add(
+                    *rules.same, place,
+                    QStringLiteral("stands in %1 too").arg(rowName(table.place(first, column)))
+                        + whichCounts(table, place, table.place(first, column),
+                                      table.place(last, column)));
+        } else if (firstAlike < row && rules.differsInCase) {
+            const Place other = table.place(firstAlike, column);
+            problems.add(*rules.differsInCase, place,
+                         QStringLiteral("differs from \"%1\" in %2 in letter case only")
+                                 .arg(other.value, rowName(other))
+                             + (rules.differsInCase == rules.same ? whichCounts(
+                                    table, place, other, table.place(lastAlike, column))
+                                                                  : QString()));
         }
-        exact.insert(text, exact.value(text, row));
-        folded.insert(text.toLower(), folded.value(text.toLower(), row));
     }
 }
 
@@ -80,7 +130,7 @@ void checkUserCodes(const CheckedTable& index, const QHash<QString, int>& codes,
     QHash<QString, QString> codeOfUserCode;
     for (int row = 0; row < index.size(); ++row) {
         const QString userCode = index.text(row, column);
-        const QString code = index.text(row, kCode);
+        const QString code = index.plain(row, kCode);
         if (userCode.isEmpty())
             continue;
         const QString first = codeOfUserCode.value(userCode.toLower(), code);
@@ -95,9 +145,12 @@ void checkUserCodes(const CheckedTable& index, const QHash<QString, int>& codes,
     }
 }
 
+/// The rows of the codes of a table, also under the name that is meant.
 QHash<QString, int> codesOf(const CheckedTable& table)
 {
     QHash<QString, int> codes;
+    for (int row = 0; row < table.size(); ++row)
+        codes.insert(table.plain(row, kCode), row);
     for (int row = 0; row < table.size(); ++row)
         codes.insert(table.text(row, kCode), row);
     return codes;
@@ -110,28 +163,31 @@ bool isDefault(const CheckedTable& table, const QString& code)
            && code == QLatin1String("[Default]");
 }
 
-/// Reports the codes of @p table that are not among @p known.
-void checkKnown(const CheckedTable& table, const QHash<QString, int>& known, const Rule& rule,
-                const QString& message, Problems& problems)
+/// Reports the codes of @p table that @p other, whose codes are @p known, does not have.
+void checkKnown(const CheckedTable& table, const CheckedTable& other,
+                const QHash<QString, int>& known, const Rule& rule, Problems& problems)
 {
     for (int row = 0; row < table.size(); ++row) {
-        const QString code = table.text(row, kCode);
-        if (!code.isEmpty() && !isDefault(table, code) && !known.contains(code))
-            problems.add(rule, table.place(row, kCode), message);
+        const QString code = table.plain(row, kCode);
+        if (code.isEmpty() || isDefault(table, code) || known.contains(code))
+            continue;
+        if (tellIfEmpty(other, problems))
+            return;
+        problems.add(rule, table.place(row, kCode),
+                     QStringLiteral("has no row in ") + other.name());
     }
 }
 
 void checkCodeReferences(const CheckedSet& set, const QHash<QString, int>& codes,
                          Problems& problems)
 {
-    const QString message = QStringLiteral("has no row in indexini");
     for (const CheckedTable& table : set.tables()) {
         for (const ColumnSchema& column : table.schema().columns) {
             if (column.holds == Holds::CodeReference)
-                checkKnown(table, codes,
+                checkKnown(table, set.table("indexini"), codes,
                            table.name() == QLatin1String("Workdef") ? kDrawingWithoutCode
                                                                     : kUnknownCode,
-                           message, problems);
+                           problems);
         }
     }
 }
@@ -144,15 +200,32 @@ void checkSpecialLines(const CheckedTable& index, const CheckedTable& work,
     constexpr int kNotGiven = -1;
     constexpr int kSpecialLine = 5;
     for (int row = 0; work.has(column) && row < work.size(); ++row) {
-        const auto indexRow = codes.constFind(work.text(row, kCode));
-        const int type = work.value(row, column).toInt();
-        if (indexRow == codes.constEnd() || type == kNotGiven || type == kSpecialLine)
-            continue;
+        const auto indexRow = codes.constFind(work.plain(row, kCode));
+        const std::optional<int> type = wholeNumber(work.value(row, column));
+        const bool isType = type && *type > kNotGiven && *type <= Velm::EntityTypeLast;
+        if (indexRow == codes.constEnd() || !isType || *type == kSpecialLine)
+            continue;  // what is no type is told as that
         const QString lineType = index.text(*indexRow, QStringLiteral("LTYPE"));
         if (lineType.startsWith(QLatin1String("gc"), Qt::CaseInsensitive))
             problems.add(kSpecialLineType, work.place(row, column),
                          QStringLiteral("is to be 5, since the line type in indexini is \"%1\"")
                              .arg(lineType));
+    }
+}
+
+/// Reports layers that are written otherwise than in most rows.
+void checkLayerNames(const CheckedTable& work, Problems& problems)
+{
+    const QString column = QStringLiteral("LAYER");
+    const QHash<QString, QString> usual = usualLayerNames(work);
+    for (int row = 0; work.has(column) && row < work.size(); ++row) {
+        const QString layer = work.text(row, column).trimmed();
+        const QString name = usual.value(layer.toLower());
+        if (layer != name)
+            problems.add(kLayerDiffersInCase, work.place(row, column),
+                         QStringLiteral("differs from \"%1\", as most rows have it, in letter case "
+                                        "only")
+                             .arg(name));
     }
 }
 
@@ -162,10 +235,9 @@ void rules::checkCodes(const CheckedSet& set, Problems& problems)
 {
     for (const CheckedTable& table : set.tables())
         checkKeys(table, problems);
-    checkUnique(set.table("Workdef"), QStringLiteral("LAYER"),
-                {nullptr, nullptr, &kLayerDiffersInCase}, problems);
     const CheckedTable& index = set.table("indexini");
     const CheckedTable& work = set.table("Workdef");
+    checkLayerNames(work, problems);
     if (!index.has(kCode))
         return;
     const QHash<QString, int> codes = codesOf(index);
@@ -173,6 +245,5 @@ void rules::checkCodes(const CheckedSet& set, Problems& problems)
     checkCodeReferences(set, codes, problems);
     checkSpecialLines(index, work, codes, problems);
     if (work.has(kCode))
-        checkKnown(index, codesOf(work), kCodeWithoutDrawing,
-                   QStringLiteral("has no row in Workdef"), problems);
+        checkKnown(index, work, codesOf(work), kCodeWithoutDrawing, problems);
 }

@@ -1,11 +1,15 @@
 #include "check/DatabaseFix.h"
 
 #include "check/Quoted.h"
+#include "check/SqlCause.h"
+
+#include "common/files/AtomicFile.h"
+#include "common/platform/FileSystem.h"
 
 #include <QDateTime>
 #include <QFile>
+#include <QFileInfo>
 #include <QSqlError>
-#include <QSqlQuery>
 
 namespace {
 
@@ -21,26 +25,32 @@ QString nameOfCopy(const QString& path)
     return name;
 }
 
+QString causeOf(const QSqlQuery& query)
+{
+    return sqlCause(query.lastError().databaseText());
+}
+
+/// Whether a failure concerns the one row only, and the transaction goes on.
+bool isRefusal(const QSqlQuery& query)
+{
+    constexpr int kConstraint = 19;
+    return (query.lastError().nativeErrorCode().toInt() & 0xFF) == kConstraint;
+}
+
 }  // namespace
 
-DatabaseFix::DatabaseFix(const QString& path)
+DatabaseFix::DatabaseFix(const QString& path) : m_path(path)
 {
-    CVelmDatabase copied;
-    if (m_database.initDatabase(path, QString()) != Velm::VelmOk
-        || copied.initDatabase(path, QString()) != Velm::VelmOk)
+    if (m_database.initDatabase(path, QString()) != Velm::VelmOk)
         m_problem = QStringLiteral("it cannot be opened");
-    execute(m_database, QStringLiteral("pragma trusted_schema=off"), {}, QString());
-    // The copy is made by a connection that only reads, while this one keeps writers out.
-    execute(m_database, QStringLiteral("begin immediate"), {},
-            QStringLiteral("it cannot be written: "));
-    if (m_problem.isEmpty())
-        m_copy = nameOfCopy(path);  // the lock keeps others from choosing the same
-    execute(copied, QStringLiteral("vacuum into ?"), {m_copy},
-            QStringLiteral("no copy could be made of it: "));
+    run(QStringLiteral("pragma trusted_schema=off"), QString());
+    run(QStringLiteral("begin immediate"), QString());
+    makeCopy();
 }
 
 DatabaseFix::~DatabaseFix()
 {
+    m_change = QSqlQuery();
     if (m_committed)
         return;
     m_database.getQSqlDatabase().rollback();
@@ -48,43 +58,100 @@ DatabaseFix::~DatabaseFix()
         QFile::remove(m_copy);
 }
 
-bool DatabaseFix::execute(CVelmDatabase& database, const QString& statement,
-                          const QVariantList& values, const QString& failure)
+/// The copy is made by a connection that only reads, while ours keeps writers out, and under
+/// another name: what is called a copy is a whole one.
+void DatabaseFix::makeCopy()
 {
     if (!m_problem.isEmpty())
-        return false;
-    QSqlQuery query(database.getQSqlDatabase());
-    bool done = query.prepare(statement);
+        return;
+    const QString folder = QFileInfo(m_path).absolutePath();
+    StagingFolder::removeLeftOver(folder);
+    CVelmDatabase copied;
+    if (!m_staging.make(folder))
+        m_problem = QStringLiteral("no copy could be kept of it: its folder may not be written");
+    else if (copied.initDatabase(m_path, QString()) != Velm::VelmOk)
+        m_problem = QStringLiteral("it cannot be opened");
+    if (!m_problem.isEmpty())
+        return;
+    QSqlQuery query(copied.getQSqlDatabase());
+    query.prepare(QStringLiteral("vacuum into ?"));
+    query.addBindValue(m_staging.path(QStringLiteral("copy")));
+    if (!query.exec())
+        m_problem = QStringLiteral("no copy could be made of it: ") + causeOf(query);
+}
+
+bool DatabaseFix::placeCopy()
+{
+    const QString made = m_staging.path(QStringLiteral("copy"));
+    const QString name = nameOfCopy(m_path);  // the lock keeps others from choosing the same
+    QString problem;
+    velm::detail::platform::copyAccess(m_path, made);
+    if (velm::detail::AtomicFile(name, made).commit(problem))
+        m_copy = name;
+    else
+        m_problem = QStringLiteral("no copy could be kept of it: ") + problem;
+    return m_problem.isEmpty();
+}
+
+void DatabaseFix::run(const QString& statement, const QString& failure)
+{
+    if (!m_problem.isEmpty())
+        return;
+    QSqlQuery query(m_database.getQSqlDatabase());
+    if (!query.exec(statement))
+        m_problem = failure + causeOf(query);
+}
+
+QString DatabaseFix::execute(QSqlQuery& query, const QVariantList& values)
+{
     for (const QVariant& value : values)
         query.addBindValue(value);
-    done = done && query.exec();
-    m_changed = query.numRowsAffected();
-    if (!done)
-        m_problem = failure + query.lastError().databaseText().trimmed();
-    return done;
+    if (query.exec())
+        return QString();
+    if (isRefusal(query))
+        return QStringLiteral("SQLite refuses the change: ") + causeOf(query);
+    m_problem = QStringLiteral("a change failed: ") + causeOf(query);
+    return m_problem;
 }
 
-bool DatabaseFix::change(const Place& place, const QString& value)
+QString DatabaseFix::changeRow(const QString& statement, const QVariantList& values)
 {
-    return execute(m_database,
-                   QStringLiteral("update %1 set %2 = ? where rowid = ? and %2 = ?")
-                       .arg(quoted(place.table), quoted(place.column)),
-                   {value, place.row, place.value}, QStringLiteral("a change was refused: "))
-           && m_changed > 0;
+    if (!m_problem.isEmpty())
+        return m_problem;
+    if (m_change.lastQuery() != statement) {
+        m_change = QSqlQuery(m_database.getQSqlDatabase());
+        if (!m_change.prepare(statement)) {
+            m_problem = QStringLiteral("a change failed: ") + causeOf(m_change);
+            return m_problem;
+        }
+    }
+    QString refusal = execute(m_change, values);
+    if (!refusal.isEmpty() || m_change.numRowsAffected() > 0)
+        return refusal;
+    return QStringLiteral("it is no longer the text that was checked");
 }
 
-bool DatabaseFix::removeRow(const Place& place)
+// "or abort": what the table says of conflicts might end the transaction, or remove other rows.
+QString DatabaseFix::change(const Place& place, const QString& value)
 {
-    return execute(m_database,
-                   QStringLiteral("delete from %1 where rowid = ? and coalesce(%2, '') = ''")
-                       .arg(quoted(place.table), quoted(place.column)),
-                   {place.row}, QStringLiteral("a change was refused: "))
-           && m_changed > 0;
+    return changeRow(QStringLiteral("update or abort %1 set %2 = ? where rowid = ? and %2 = ?")
+                         .arg(quoted(place.table), quoted(place.column)),
+                     {value, place.row, place.value});
+}
+
+QString DatabaseFix::removeRow(const Place& place)
+{
+    return changeRow(QStringLiteral("delete from %1 where rowid = ? and coalesce(%2, '') = ''")
+                         .arg(quoted(place.table), quoted(place.column)),
+                     {place.row});
 }
 
 bool DatabaseFix::commit()
 {
-    m_committed = execute(m_database, QStringLiteral("commit"), {},
-                          QStringLiteral("the changes could not be committed: "));
+    m_change = QSqlQuery();
+    if (!m_problem.isEmpty() || !placeCopy())
+        return false;
+    run(QStringLiteral("commit"), QStringLiteral("the changes could not be committed: "));
+    m_committed = m_problem.isEmpty();
     return m_committed;
 }

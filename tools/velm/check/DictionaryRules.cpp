@@ -8,6 +8,9 @@ constexpr const Rule& kWithoutEntries = rules::named("dictionary-without-entries
 constexpr const Rule& kEmptyEntry = rules::named("dictionary-empty-entry");
 constexpr const Rule& kDuplicateEntry = rules::named("dictionary-duplicate-entry");
 
+const QString kCode = QStringLiteral("CODE");
+const QString kValue = QStringLiteral("VALUE");
+
 /// Reports empty and repeated texts in a column of a dictionary.
 void checkEntries(const CheckedTable& table, const QString& column, Problems& problems)
 {
@@ -48,10 +51,10 @@ void rules::checkDictionaries(const CheckedSet& set, Problems& problems)
     for (const CheckedTable& table : set.tables()) {
         if (!schema::isDictionary(table.name()) || !table.exists())
             continue;
-        if (table.size() == 0)
+        if (table.size() == 0 && table.has(kCode) && table.has(kValue))
             problems.add(kWithoutEntries, table.place(), QStringLiteral("has no entries"));
-        checkEntries(table, QStringLiteral("CODE"), problems);
-        checkEntries(table, QStringLiteral("VALUE"), problems);
+        checkEntries(table, kCode, problems);
+        checkEntries(table, kValue, problems);
     }
     const CheckedTable& lists = set.table("SYS_DICTIONARY");
     for (int row = 0; lists.has(QStringLiteral("LISTVALUE")) && row < lists.size(); ++row)

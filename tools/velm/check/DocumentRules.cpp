@@ -1,4 +1,6 @@
 #include "check/CheckedSet.h"
+#include "check/ConversionRules.h"
+#include "check/JsonFailure.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
 #include "cli/Suggestions.h"
@@ -21,43 +23,11 @@ namespace {
 constexpr const Rule& kJsonSyntax = rules::named("json-syntax");
 constexpr const Rule& kJsonType = rules::named("json-type");
 constexpr const Rule& kJsonKey = rules::named("json-key");
-constexpr const Rule& kConversionTable = rules::named("conversion-table");
-constexpr const Rule& kConversionField = rules::named("conversion-field");
 constexpr const Rule& kLayoutLists = rules::named("layout-lists");
 
 QJsonObject objectIn(const QString& text)
 {
     return QJsonDocument::fromJson(text.toUtf8()).object();
-}
-
-/// The fields that the conversion tells about: keys of an object, or names in an array.
-QStringList convertedFields(const QJsonValue& fieldMap)
-{
-    if (fieldMap.isObject())
-        return fieldMap.toObject().keys();
-    QStringList names;
-    const QJsonArray fields = fieldMap.toArray();
-    for (const auto& field : fields)
-        names.append(field[QStringLiteral("FieldName")].toString());
-    return names;
-}
-
-void checkConversion(const CheckedSet& set, const QJsonObject& document, const Place& place,
-                     Problems& problems)
-{
-    const QJsonValue info = document.value(QStringLiteral("TableInfo"));
-    const QString table = info[QStringLiteral("TableName")].toString();
-    if (!set.knowsGisTables())
-        return;
-    if (!set.gisTables().contains(table))
-        return problems.add(kConversionTable, place,
-                            QStringLiteral("there is no GIS table \"%1\"").arg(table));
-    const QStringList converted = convertedFields(document.value(QStringLiteral("FieldMap")));
-    for (const QString& field : converted) {
-        if (!set.gisTables().hasField(table, field))
-            problems.add(kConversionField, place,
-                         QStringLiteral("table \"%1\" has no field \"%2\"").arg(table, field));
-    }
 }
 
 /// Reports lists of the layout of records that are shorter or longer than the list of headers.
@@ -80,21 +50,38 @@ QString unknownKey(const QString& key, const QStringList& known)
     return QStringLiteral("the key \"%1\" is not known").arg(key) + suggestionAmong(key, known);
 }
 
+/// Reports the members of another type than the library reads. @return whether there are such
+bool checkTypes(const QString& key, const Place& place, Problems& problems)
+{
+    const QString fieldMap = QStringLiteral("FieldMap");
+    const bool isNameless = key == documents::fieldConversion()
+                            && rules::tellNamelessFields(objectIn(place.value), place, problems);
+    const QVector<VelmMistypedMember> members = Velm::mistypedDocumentMembers(key, place.value);
+    for (const VelmMistypedMember& member : members) {
+        if (isNameless && member.path == fieldMap)
+            continue;  // a list is one, if its fields have names
+        problems.add(kJsonType, place,
+                     (member.path.isEmpty() ? QString() : member.path + QLatin1Char(' '))
+                         + QStringLiteral("is to be ") + member.wanted);
+    }
+    return !members.isEmpty();
+}
+
 /// Reports a document that the library does not read as a whole.
 void checkDefinition(const CheckedSet& set, const QString& key, const Place& place,
                      Problems& problems)
 {
-    const VelmDocumentCheck check = Velm::checkDocument(key, place.value);
-    for (const QString& problem : check.problems)
-        problems.add(check.parses ? kJsonType : kJsonSyntax, place,
-                     key + QStringLiteral(": ") + problem);
+    if (!Velm::checkDocument(key, place.value).parses)
+        return problems.add(kJsonSyntax, place, jsonFailure(place.value));
+    const bool isMistyped = checkTypes(key, place, problems);
     const QVector<VelmUnknownKey> unknownKeys = Velm::unknownDocumentKeys(key, place.value);
     for (const VelmUnknownKey& unknown : unknownKeys)
-        problems.add(kJsonKey, place,
-                     key + QStringLiteral(": ") + unknownKey(unknown.key, unknown.known));
-    if (check.problems.isEmpty() && key == documents::fieldConversion() && !place.value.isEmpty())
-        checkConversion(set, objectIn(place.value), place, problems);
-    if (check.problems.isEmpty() && key == documents::genusLayout() && !place.value.isEmpty())
+        problems.add(kJsonKey, place, unknownKey(unknown.key, unknown.known));
+    if (isMistyped || place.value.isEmpty())
+        return;
+    if (key == documents::fieldConversion())
+        rules::checkConversion(set, objectIn(place.value), place, problems);
+    if (key == documents::genusLayout())
         checkLayout(objectIn(place.value), place, problems);
 }
 
@@ -117,7 +104,7 @@ void checkFrameModes(const Place& place, Problems& problems)
             problems.add(kJsonKey, place, unknownKey(mode.key(), known));
         else if (!isInteger(*mode))
             problems.add(kJsonType, place,
-                         QStringLiteral("%1 is to be an integer").arg(mode.key()));
+                         QStringLiteral("%1 is to be a whole number").arg(mode.key()));
     }
 }
 
@@ -128,7 +115,7 @@ void checkFrameTags(const Place& place, Problems& problems)
     for (auto tag = tags.begin(); tag != tags.end(); ++tag) {
         if (!tag->isObject())
             problems.add(kJsonType, place,
-                         QStringLiteral("the tag \"%1\" is to be a JSON object").arg(tag.key()));
+                         QStringLiteral("the tag \"%1\" is to be an object").arg(tag.key()));
     }
 }
 
@@ -144,7 +131,8 @@ void rules::checkDocuments(const CheckedSet& set, Problems& problems)
         for (int row = 0; row < table.size(); ++row) {
             const QString key = table.text(row, QStringLiteral("KEY"));
             const Place place = table.place(row, QStringLiteral("VALUE"));
-            if (isSystem || (key == documents::fieldConversion() && !hasConversion))
+            if ((isSystem || (key == documents::fieldConversion() && !hasConversion))
+                && table.isSound(row, place.column))
                 checkDefinition(set, key, place, problems);
             hasConversion =
                 hasConversion
@@ -153,7 +141,11 @@ void rules::checkDocuments(const CheckedSet& set, Problems& problems)
     }
     const CheckedTable& frames = set.table("VelmFrame");
     for (int row = 0; row < frames.size(); ++row) {
-        checkFrameModes(frames.place(row, QStringLiteral("FRAMEMODE")), problems);
-        checkFrameTags(frames.place(row, QStringLiteral("FRAMETAG")), problems);
+        const Place modes = frames.place(row, QStringLiteral("FRAMEMODE"));
+        const Place tags = frames.place(row, QStringLiteral("FRAMETAG"));
+        if (frames.isSound(row, modes.column))
+            checkFrameModes(modes, problems);
+        if (frames.isSound(row, tags.column))
+            checkFrameTags(tags, problems);
     }
 }

@@ -1,4 +1,6 @@
 #include "check/CheckedSet.h"
+#include "check/EmptyTable.h"
+#include "check/MissingDictionaries.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
 
@@ -8,6 +10,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
+
+#include <algorithm>
 
 namespace {
 
@@ -26,12 +30,12 @@ public:
     {
         const CheckedTable& index = set.table("indexini");
         for (int row = 0; row < index.size(); ++row)
-            m_tables.insert(index.text(row, kCode), index.text(row, QStringLiteral("TABLE")));
+            m_tables.insert(index.plain(row, kCode), index.plain(row, QStringLiteral("TABLE")));
         const CheckedTable& extensions = set.table("IndexiniExtend");
         for (int row = 0; row < extensions.size(); ++row)
             m_extensions.insert(
-                extensions.text(row, kCode),
-                extensions.text(row, QStringLiteral("EXTTABLE")).split(QLatin1Char(';')));
+                extensions.plain(row, kCode),
+                extensions.plain(row, QStringLiteral("EXTTABLE")).split(QLatin1Char(';')));
     }
 
     /// The GIS table of a code; empty if it has none that is defined, which is told elsewhere.
@@ -41,21 +45,27 @@ public:
         return m_set.gisTables().contains(table) ? table : QString();
     }
 
-    /// Reports a field that neither @p table nor an extension table of @p code has.
-    void check(const Rule& rule, const Place& place, const QString& code, const QString& table,
-               const QString& field) const
+    /// Whether @p table or an extension table of @p code has a field.
+    bool has(const QString& code, const QString& table, const QString& field) const
     {
-        const GisTables& tables = m_set.gisTables();
-        if (tables.hasField(table, field))
+        const QStringList tables = m_extensions.value(code) + QStringList{table};
+        return std::any_of(tables.begin(), tables.end(), [&](const QString& each) {
+            return m_set.gisTables().hasField(each, field);
+        });
+    }
+
+    /// Reports a field that neither @p table nor an extension table of @p code has. @p how tells in
+    /// which way the place names it.
+    void check(const Rule& rule, const Place& place, const QString& code, const QString& table,
+               const QString& field, const QString& how) const
+    {
+        if (has(code, table, field) || tellIfWithoutFields(m_set, table, m_problems))
             return;
-        const QStringList extensions = m_extensions.value(code);
-        for (const QString& extension : extensions) {
-            if (tables.hasField(extension, field))
-                return;
-        }
-        m_problems.add(rule, place,
-                       QStringLiteral("table \"%1\" has no field \"%2\"").arg(table, field)
-                           + suggestionAmong(field, tables.fieldNames(table)));
+        const QStringList known = m_set.gisTables().fieldNames(table);
+        m_problems.add(
+            rule, place,
+            how + QStringLiteral(" a field that the table \"%1\" does not have").arg(table)
+                + suggestionAmong(field, known));
     }
 
 private:
@@ -65,16 +75,23 @@ private:
     QHash<QString, QStringList> m_extensions;
 };
 
+QString naming(const QString& field)
+{
+    return QStringLiteral("names \"%1\",").arg(field);
+}
+
 void checkTemplate(const CheckedTable& table, int row, const QString& column,
                    const FieldFinder& finder)
 {
     static const QRegularExpression name(QStringLiteral("\\[([^\\[\\]]+)\\]"));
-    const QString code = table.text(row, kCode);
+    const QString code = table.plain(row, kCode);
     const QString gisTable = finder.tableOf(code);
     auto names = name.globalMatch(table.text(row, column));
-    while (!gisTable.isEmpty() && names.hasNext())
-        finder.check(kUnknownTemplateField, table.place(row, column), code, gisTable,
-                     names.next().captured(1));
+    while (!gisTable.isEmpty() && names.hasNext()) {
+        const QString field = names.next().captured(1);
+        finder.check(kUnknownTemplateField, table.place(row, column), code, gisTable, field,
+                     naming(field));
+    }
 }
 
 /// The fields that the data of an annotation name, under the keys that have a meaning.
@@ -94,49 +111,90 @@ QStringList fieldsIn(const QJsonObject& data)
     return fields;
 }
 
-void checkAnnotationData(const CheckedSet& set, const CheckedTable& table, int row,
-                         const QString& column, const FieldFinder& finder, Problems& problems)
+/// The dictionaries that the data of an annotation name: that of all fields, or of each its own.
+QStringList dictionariesIn(const QJsonObject& data)
+{
+    const QJsonValue value = data.value(QStringLiteral("Dictionary"));
+    QStringList names{value.toString()};
+    const QJsonObject ofFields = value.toObject();
+    for (const auto& name : ofFields)
+        names.append(name.toString());
+    names.removeAll(QString());
+    return names;
+}
+
+void checkAnnotationData(const CheckedTable& table, int row, const QString& column,
+                         const FieldFinder& finder, MissingDictionaries& missing)
 {
     const Place place = table.place(row, column);
     const QJsonObject data = QJsonDocument::fromJson(place.value.toUtf8()).object();
-    const QString code = table.text(row, kCode);
+    const QString code = table.plain(row, kCode);
     const QString gisTable = finder.tableOf(code);
     const QStringList fields = fieldsIn(data);
     for (const QString& field : fields) {
         if (!gisTable.isEmpty())
-            finder.check(kUnknownAnnotationField, place, code, gisTable, field);
+            finder.check(kUnknownAnnotationField, place, code, gisTable, field, naming(field));
     }
-    const QJsonObject dictionaries = data.value(QStringLiteral("Dictionary")).toObject();
-    for (const auto& dictionary : dictionaries) {
-        if (set.has({"SYS_DICTIONARY"}) && !set.dictionaries().contains(dictionary.toString()))
-            problems.add(
-                kUnknownAnnotationDictionary, place,
-                QStringLiteral("there is no dictionary \"%1\"").arg(dictionary.toString()));
-    }
+    const QStringList dictionaries = dictionariesIn(data);
+    for (const QString& name : dictionaries)
+        missing.check(place, name, QStringLiteral("has \"%1\", which ").arg(name));
 }
 
-/// Reports the fields of records that their table does not have. A number is another matter.
-void checkRecordFields(const CheckedSet& set, const FieldFinder& finder)
+/// The fields that records show and write. A number stands for a pipe field.
+class RecordFields
 {
-    const CheckedTable& records = set.table("RecordConfig");
-    for (int row = 0; row < records.size(); ++row) {
-        const QString code = records.text(row, kCode);
-        const QString written = records.text(row, QStringLiteral("WRITETABLE"));
-        const QString own = finder.tableOf(code);
-        const QString table = written.isEmpty() ? own : written;
-        for (const QString& column : {QStringLiteral("SHOWFIELD"), QStringLiteral("ACTUALFIELD")}) {
-            const QString field = records.text(row, column);
-            bool isNumber = false;
-            field.toLongLong(&isNumber);
-            // What is shown may come from the feature's own table.
-            const bool isShown = column == QLatin1String("SHOWFIELD");
-            if (isShown && set.gisTables().hasField(own, field))
-                continue;
-            if (!isNumber && !field.isEmpty() && set.gisTables().contains(table))
-                finder.check(kUnknownRecordField, records.place(row, column), code, table, field);
-        }
+public:
+    RecordFields(const CheckedSet& set, const FieldFinder& finder, Problems& problems)
+        : m_set(set), m_finder(finder), m_problems(problems)
+    {
+        const CheckedTable& fields = set.table("PIP_SysConfig");
+        for (int row = 0; row < fields.size(); ++row)
+            m_pipeFields.insert(fields.value(row, QStringLiteral("FIELDTYPE")).toInt(),
+                                fields.plain(row, QStringLiteral("FIELDNAME")));
     }
-}
+
+    /// Reports the fields of a row that its table does not have. What is shown may come from the
+    /// feature's own table.
+    void check(const CheckedTable& records, int row) const
+    {
+        const QString code = records.plain(row, kCode);
+        const QString written = records.plain(row, QStringLiteral("WRITETABLE"));
+        const QString own = m_finder.tableOf(code);
+        const QString table = written.isEmpty() ? own : written;
+        const QString shown = QStringLiteral("SHOWFIELD");
+        if (!own.isEmpty() && !m_finder.has(code, own, fieldOf(records.plain(row, shown)))
+            && !tellIfWithoutFields(m_set, own, m_problems))
+            checkField(records.place(row, shown), records.plain(row, shown), code, table);
+        const QString actual = QStringLiteral("ACTUALFIELD");
+        checkField(records.place(row, actual), records.plain(row, actual), code, table);
+    }
+
+private:
+    QString fieldOf(const QString& text) const
+    {
+        static const QRegularExpression decimalInteger(QStringLiteral("^[+-]?[0-9]+$"));
+        if (!decimalInteger.match(text).hasMatch())
+            return text;
+        bool fits = false;
+        const int number = text.toInt(&fits);
+        return fits ? m_pipeFields.value(number) : QString();
+    }
+
+    void checkField(const Place& place, const QString& text, const QString& code,
+                    const QString& table) const
+    {
+        const QString field = fieldOf(text);
+        if (!field.isEmpty() && m_set.gisTables().contains(table))
+            m_finder.check(kUnknownRecordField, place, code, table, field,
+                           field == text ? QStringLiteral("is")
+                                         : QStringLiteral("stands for \"%1\",").arg(field));
+    }
+
+    const CheckedSet& m_set;
+    const FieldFinder& m_finder;
+    Problems& m_problems;
+    QHash<int, QString> m_pipeFields;
+};
 
 }  // namespace
 
@@ -146,15 +204,22 @@ void rules::checkFieldReferences(const CheckedSet& set, Problems& problems)
         || !set.table("indexini").has(QStringLiteral("TABLE")))
         return;
     const FieldFinder finder(set, problems);
+    MissingDictionaries missing(set, kUnknownAnnotationDictionary, QStringLiteral("annotation"));
     for (const CheckedTable& table : set.tables()) {
         for (const ColumnSchema& column : table.schema().columns) {
             for (int row = 0; row < table.size(); ++row) {
+                if (!table.isSound(row, column.name))
+                    continue;
                 if (column.holds == Holds::FieldTemplate)
                     checkTemplate(table, row, column.name, finder);
                 else if (column.holds == Holds::AnnotationData)
-                    checkAnnotationData(set, table, row, column.name, finder, problems);
+                    checkAnnotationData(table, row, column.name, finder, missing);
             }
         }
     }
-    checkRecordFields(set, finder);
+    missing.report(problems);
+    const CheckedTable& records = set.table("RecordConfig");
+    const RecordFields fields(set, finder, problems);
+    for (int row = 0; row < records.size(); ++row)
+        fields.check(records, row);
 }

@@ -1,13 +1,17 @@
 #include "check/CheckedSet.h"
+#include "check/FieldTypes.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
+#include "check/WholeNumber.h"
 
 #include "VelmTypes.h"
 
 #include <QDate>
 #include <QHash>
+#include <QRegularExpression>
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -20,7 +24,6 @@ constexpr const Rule& kFieldDecimals = rules::named("field-decimals");
 constexpr const Rule& kDefaultDoesNotFit = rules::named("default-does-not-fit");
 constexpr const Rule& kInBothDatabases = rules::named("in-both-databases");
 
-constexpr int kHidden = 10;  // is added to the type of a field that is not shown
 constexpr int kLongest = 65535;
 constexpr int kMostDecimals = 15;
 
@@ -31,14 +34,10 @@ struct FieldTable
     QString table, name, type, length, decimals, defaultValue;
     bool namesDictionaryByDefault;  // a default value "TBL_..." does
 
-    int number(int row, const QString& column) const { return rows.value(row, column).toInt(); }
-    /// Whether it is a number; what is none is told as that.
-    bool isNumber(int row, const QString& column) const
+    /// None if it is no whole number, which is told as that.
+    std::optional<int> number(int row, const QString& column) const
     {
-        bool converts = false;
-        const QVariant value = rows.value(row, column);
-        const double number = value.toDouble(&converts);
-        return value.toString().isEmpty() || (converts && std::isfinite(number));
+        return wholeNumber(rows.value(row, column));
     }
     /// As the library compares them.
     QString keyOf(int row) const
@@ -82,34 +81,33 @@ void checkNames(const FieldTable& fields, Problems& problems)
             known.insert(fields.keyOf(row), row);
         else
             problems.add(kDuplicateCode, fields.rows.place(row, fields.name),
-                         QStringLiteral("is a field of \"%1\" in row %2 already")
+                         QStringLiteral("is a field of \"%1\" in row %2 already; both are shown")
                              .arg(table)
                              .arg(fields.rows.place(*first, fields.name).row));
     }
 }
 
-bool isKnownType(int type)
-{
-    return type >= 0 && type % kHidden <= Velm::FieldDate && type < 2 * kHidden;
-}
-
 /// Reports a length or decimals that no field can have. Those of integers and dates mean nothing.
 void checkSize(const FieldTable& fields, int row, int type, Problems& problems)
 {
-    if ((type != Velm::FieldText && type != Velm::FieldReal) || !fields.isNumber(row, fields.length)
-        || !fields.isNumber(row, fields.decimals))
+    const std::optional<int> length = fields.number(row, fields.length);
+    const std::optional<int> decimals = fields.number(row, fields.decimals);
+    if ((type != Velm::FieldText && type != Velm::FieldReal) || !length || !decimals)
         return;
-    const int length = fields.number(row, fields.length);
-    const int decimals = fields.number(row, fields.decimals);
-    if (fields.rows.has(fields.length) && (length < 1 || length > kLongest))
+    if (fields.rows.has(fields.length) && (*length < 1 || *length > kLongest))
         problems.add(kFieldLength, fields.rows.place(row, fields.length),
                      QStringLiteral("is not one of 1 to 65535"));
-    else if (decimals < 0 || decimals > kMostDecimals)
+    else if (*decimals < 0 || *decimals > kMostDecimals)
         problems.add(kFieldDecimals, fields.rows.place(row, fields.decimals),
                      QStringLiteral("is not one of 0 to 15"));
-    else if (fields.rows.has(fields.length) && decimals > length)
+    else if (fields.rows.has(fields.length) && *decimals > *length)
         problems.add(kFieldDecimals, fields.rows.place(row, fields.decimals),
-                     QStringLiteral("is more than the length, %1").arg(length));
+                     QStringLiteral("is more than the length, %1").arg(*length));
+}
+
+QString tooLong(int length, const char* what)
+{
+    return QStringLiteral("has more than %1 %2").arg(length).arg(QLatin1String(what));
 }
 
 QString whyNoReal(const QString& value, int length)
@@ -117,52 +115,92 @@ QString whyNoReal(const QString& value, int length)
     bool converts = false;
     const double number = value.toDouble(&converts);
     if (!converts || !std::isfinite(number))
-        return QStringLiteral("is no number");
-    return length < 1 || std::abs(number) < std::pow(10.0, length)
-               ? QString()
-               : QStringLiteral("has more than %1 digits").arg(length);
+        return QStringLiteral("is no number, which the field takes");
+    return length < 1 || std::abs(number) < std::pow(10.0, length) ? QString()
+                                                                   : tooLong(length, "digits");
+}
+
+/// @p greatest is that of the field's type.
+QString whyNoInteger(const QString& value, int length, qint64 greatest)
+{
+    static const QRegularExpression integer(QStringLiteral("^\\s*[+-]?0*([0-9]+)\\s*$"));
+    const QRegularExpressionMatch digits = integer.match(value);
+    if (!digits.hasMatch())
+        return QStringLiteral("is no whole number, which the field takes");
+    bool fits = false;
+    const qint64 number = value.toLongLong(&fits);
+    if (!fits || number > greatest || number < -greatest - 1)
+        return QStringLiteral("is too large; the field takes %1 at most").arg(greatest);
+    return length < 1 || digits.capturedLength(1) <= length ? QString() : tooLong(length, "digits");
 }
 
 /// Why a field cannot take a value; empty if it can.
 QString whyMisfit(const QString& value, int type, int length)
 {
-    bool fits = true;
     switch (type) {
     case Velm::FieldInt:
-        value.toInt(&fits);
-        return fits ? QString() : QStringLiteral("is no integer");
+        return whyNoInteger(value, length, std::numeric_limits<qint32>::max());
     case Velm::FieldLong:
-        value.toLongLong(&fits);
-        return fits ? QString() : QStringLiteral("is no integer");
+        return whyNoInteger(value, length, std::numeric_limits<qint64>::max());
     case Velm::FieldReal:
         return whyNoReal(value, length);
     case Velm::FieldDate:
-        fits = QDate::fromString(value.left(10), Qt::ISODate).isValid();
-        return fits ? QString() : QStringLiteral("is no date as 2026-01-31");
-    default:
-        return length < 1 || value.size() <= length
+        return QDate::fromString(value.left(10), Qt::ISODate).isValid()
                    ? QString()
-                   : QStringLiteral("is longer than %1 characters").arg(length);
+                   : QStringLiteral("is no date as 2026-01-31");
+    default:
+        return length < 1 || value.size() <= length ? QString() : tooLong(length, "characters");
     }
 }
 
-void checkField(const FieldTable& fields, int row, Problems& problems)
+/// Why a default value is none of the codes of the field's dictionary; empty if it is one, or there
+/// is no such dictionary.
+QString whyNoCode(const CheckedSet& set, const FieldTable& fields, int row, const QString& value)
 {
-    const int type = fields.number(row, fields.type);
-    if (!isKnownType(type))
-        return problems.add(kFieldTypeRange, fields.rows.place(row, fields.type),
-                            QStringLiteral("is not one of 0 to 4 or 10 to 14"));
-    const int shownType = type % kHidden;
-    checkSize(fields, row, shownType, problems);
-    const QString value = fields.rows.text(row, fields.defaultValue);
-    const bool isDictionary = value.startsWith(QLatin1String("TBL_"), Qt::CaseInsensitive);
-    if (value.isEmpty() || (isDictionary && fields.namesDictionaryByDefault))
+    const QString dictionary = fields.rows.plain(row, QStringLiteral("DICTIONARY"));
+    const QStringList codes = set.codesOf(dictionary);
+    if (codes.isEmpty() || codes.contains(value))
+        return QString();
+    constexpr int kShown = 8;
+    return QStringLiteral("is no code of the dictionary \"%1\": %2")
+               .arg(dictionary, codes.mid(0, kShown).join(QStringLiteral(", ")))
+           + (codes.size() > kShown ? QStringLiteral(", ...") : QString());
+}
+
+/// Reports a default value that the field cannot take.
+void checkDefault(const CheckedSet& set, const FieldTable& fields, int row, int type,
+                  Problems& problems)
+{
+    const Place place = fields.rows.place(row, fields.defaultValue);
+    if (place.value.isEmpty() || !fields.rows.isSound(row, fields.defaultValue))
         return;
-    const QString misfit =
-        isDictionary ? QStringLiteral("is taken as a text; a dictionary is named by DICTIONARY")
-                     : whyMisfit(value, shownType, fields.number(row, fields.length));
+    const bool isDictionary = place.value.startsWith(QLatin1String("TBL_"), Qt::CaseInsensitive);
+    if (isDictionary && fields.namesDictionaryByDefault)
+        return;
+    QString misfit;
+    if (isDictionary)
+        misfit = QStringLiteral("is taken as a text; a dictionary is named by DICTIONARY");
+    else if (schema::isDictionary(place.value) && set.dictionaries().contains(place.value))
+        misfit = QStringLiteral("is taken as a text; of dictionaries, only those that begin with "
+                                "TBL_ can be named here");
+    else
+        misfit = whyMisfit(place.value, type, fields.number(row, fields.length).value_or(0));
+    if (misfit.isEmpty())
+        misfit = whyNoCode(set, fields, row, place.value);
     if (!misfit.isEmpty())
-        problems.add(kDefaultDoesNotFit, fields.rows.place(row, fields.defaultValue), misfit);
+        problems.add(kDefaultDoesNotFit, place, misfit);
+}
+
+void checkField(const CheckedSet& set, const FieldTable& fields, int row, Problems& problems)
+{
+    const std::optional<int> type = fields.number(row, fields.type);
+    if (!type)
+        return;
+    if (!fieldtypes::isKnown(*type))
+        return problems.add(kFieldTypeRange, fields.rows.place(row, fields.type),
+                            QStringLiteral("is not one of ") + fieldtypes::names());
+    checkSize(fields, row, *type % fieldtypes::kHidden, problems);
+    checkDefault(set, fields, row, *type % fieldtypes::kHidden, problems);
 }
 
 QSet<QString> namesIn(const CheckedTable& table, const QString& column)
@@ -180,7 +218,7 @@ void reportKnown(const CheckedTable& table, const QString& column, const QSet<QS
     for (int row = 0; row < table.size(); ++row) {
         if (known.contains(table.text(row, column).toUpper()))
             problems.add(kInBothDatabases, table.place(row, column),
-                         QStringLiteral("is defined in peltaconfig.db too"));
+                         QStringLiteral("is defined in peltaconfig.db too, and that counts"));
     }
 }
 
@@ -190,20 +228,22 @@ void checkBothDatabases(const CheckedSet& set, const FieldTable& own, const Fiel
 {
     reportKnown(set.table("SYS_GISTABLE"), QStringLiteral("LAYERNAME"),
                 namesIn(set.table("Attributetable"), QStringLiteral("TABLE")), problems);
-    QSet<QString> dictionaries;
-    for (const CheckedTable& table : set.tables()) {
-        if (schema::isDictionary(table.name()))
-            dictionaries.insert(table.name().toUpper());
+    const CheckedTable& lists = set.table("SYS_DICTIONARY");
+    for (int row = 0; row < lists.size(); ++row) {
+        const Place place = lists.place(row, QStringLiteral("NAME"));
+        if (schema::isDictionary(place.value) && set.systemTables().contains(place.value))
+            problems.add(kInBothDatabases, place,
+                         QStringLiteral("is a table of peltaconfig.db too; this one counts"));
     }
-    reportKnown(set.table("SYS_DICTIONARY"), QStringLiteral("NAME"), dictionaries, problems);
     QSet<QString> fields;
     for (int row = 0; row < own.rows.size(); ++row)
         fields.insert(own.keyOf(row));
     for (int row = 0; row < pipe.rows.size(); ++row) {
         if (fields.contains(pipe.keyOf(row)))
-            problems.add(kInBothDatabases, pipe.rows.place(row, pipe.name),
-                         QStringLiteral("is a field of \"%1\" in peltaconfig.db too")
-                             .arg(pipe.rows.text(row, pipe.table)));
+            problems.add(
+                kInBothDatabases, pipe.rows.place(row, pipe.name),
+                QStringLiteral("is a field of \"%1\" in peltaconfig.db too; both are shown")
+                    .arg(pipe.rows.text(row, pipe.table)));
     }
 }
 
@@ -216,7 +256,7 @@ void rules::checkFields(const CheckedSet& set, Problems& problems)
     for (const FieldTable* fields : {&own, &pipe}) {
         checkNames(*fields, problems);
         for (int row = 0; row < fields->rows.size(); ++row)
-            checkField(*fields, row, problems);
+            checkField(set, *fields, row, problems);
     }
     checkBothDatabases(set, own, pipe, problems);
 }

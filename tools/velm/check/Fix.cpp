@@ -3,132 +3,58 @@
 #include "check/CheckedSet.h"
 #include "check/DatabaseFix.h"
 #include "check/Report.h"
+#include "cli/Console.h"
 
 #include "CVelmSystemGlobal.h"
 
-#include <QHash>
-#include <QPair>
 #include <QSet>
 
 #include <algorithm>
 
 namespace {
 
-const CheckedTable* tableOf(const CheckedSet& set, const Place& place)
+/// Tries each change. Why one could not be made is noted with it.
+void tryAll(QVector<Change>& changes, DatabaseFix& fix)
 {
-    for (const CheckedTable& table : set.tables()) {
-        if (table.name() == place.table && table.schema().database == place.database)
-            return &table;
+    QSet<QString> keptCodes;
+    for (Change& change : changes) {
+        if (change.left.isEmpty() && keptCodes.contains(change.place.value))
+            change.left = featureKeepsCode();
+        if (change.left.isEmpty())
+            change.left = change.value.isNull() ? fix.removeRow(change.place)
+                                                : fix.change(change.place, change.value);
+        if (!change.left.isEmpty() && change.isCode && !change.value.isNull())
+            keptCodes.insert(change.place.value);
     }
-    return nullptr;
 }
 
-/// How each layer is written first, by lower-case name.
-QHash<QString, QString> layersOf(const CheckedSet& set)
+QString lineOf(const Change& change)
 {
-    const CheckedTable& work = set.table("Workdef");
-    QHash<QString, QString> layers;
-    for (int row = 0; row < work.size(); ++row) {
-        const QString layer = work.text(row, QStringLiteral("LAYER")).trimmed();
-        if (!layers.contains(layer.toLower()))
-            layers.insert(layer.toLower(), layer);
-    }
-    return layers;
+    const QString place = report::textOf(change.place) + QStringLiteral(": ");
+    if (!change.left.isEmpty())
+        return QStringLiteral("left: ") + place + change.left;
+    if (change.value.isNull())
+        return QStringLiteral("fixed: ") + place + QStringLiteral("the row is removed");
+    return QStringLiteral("fixed: ") + place
+           + QStringLiteral("\"%1\" is \"%2\" now")
+                 .arg(excerpt(change.place.value), excerpt(change.value));
 }
 
-Holds heldBy(const CheckedTable& table, const QString& column)
+bool isLeft(const Change& change)
 {
-    for (const ColumnSchema& schema : table.schema().columns) {
-        if (schema.name == column)
-            return schema.holds;
-    }
-    return Holds::Values;
+    return !change.left.isEmpty();
 }
-
-/// What a column holds, in lower case.
-QSet<QString> namesIn(const CheckedTable& table, const QString& column)
-{
-    QSet<QString> names;
-    for (int row = 0; row < table.size(); ++row)
-        names.insert(table.text(row, column).toLower());
-    return names;
-}
-
-/// The names by which rows are found, as they will be after the changes that are planned.
-class NamesInUse
-{
-public:
-    explicit NamesInUse(const CheckedSet& set)
-    {
-        const CheckedTable& index = set.table("indexini");
-        for (int row = 0; row < index.size(); ++row)
-            m_codes.insert(index.text(row, QStringLiteral("CODE")));
-    }
-
-    /// Plans another name for a row. @return false if another row has it, or if the row belongs to
-    /// a feature that keeps its code
-    bool rename(const CheckedTable& table, const Place& place, const QString& name)
-    {
-        const Holds holds = heldBy(table, place.column);
-        if (holds == Holds::CodeReference && m_codes.contains(place.value))
-            return false;
-        if (!take(table, place.column, name.toLower()))
-            return false;
-        if (holds == Holds::FeatureCode)
-            m_codes.remove(place.value);
-        return true;
-    }
-
-private:
-    bool take(const CheckedTable& table, const QString& column, const QString& name)
-    {
-        const TableSchema& schema = table.schema();
-        if (schema.keyRule == KeyRule::Repeated || !schema.key.contains(column))
-            return true;
-        QSet<QString>& names = m_names[{table.name(), column}];
-        if (names.isEmpty())
-            names = namesIn(table, column);
-        const int before = names.size();
-        names.insert(name);
-        return names.size() > before;
-    }
-
-    QSet<QString> m_codes;                                  // of the index, exact
-    QHash<QPair<QString, QString>, QSet<QString>> m_names;  // by table and column, in lower case
-};
 
 }  // namespace
 
 Fix::Fix(const CheckedSet& set, const QVector<Problem>& problems)
 {
     CVelmSystemGlobal& system = *CVelmSystemGlobal::Instance();
-    apply(plan(set, problems, schema::kSystemFile), set, schema::kSystemFile,
+    apply(planOf(set, problems, schema::kSystemFile), set, schema::kSystemFile,
           system.getSystemConfigDb());
-    apply(plan(set, problems, schema::kPipeFile), set, schema::kPipeFile, system.getPipeConfigDb());
-}
-
-QVector<Fix::Change> Fix::plan(const CheckedSet& set, const QVector<Problem>& problems,
-                               const QString& database)
-{
-    QVector<Change> changes;
-    const QHash<QString, QString> layers = layersOf(set);
-    NamesInUse names(set);
-    for (const Problem& problem : problems) {
-        const Place& place = problem.place;
-        const CheckedTable* table = tableOf(set, place);
-        if (!table || place.database != database || place.row == 0)
-            continue;
-        const QString id = QLatin1String(problem.rule->id);
-        const QString trimmed = place.value.trimmed();
-        if (id == QLatin1String("empty-code"))
-            changes.append({place, QString()});
-        else if (id == QLatin1String("layer-differs-in-case"))
-            changes.append({place, layers.value(trimmed.toLower())});
-        else if (id == QLatin1String("blank-at-end") && !trimmed.isEmpty()
-                 && names.rename(*table, place, trimmed))
-            changes.append({place, trimmed});
-    }
-    return changes;
+    apply(planOf(set, problems, schema::kPipeFile), set, schema::kPipeFile,
+          system.getPipeConfigDb());
+    tellTotals();
 }
 
 void Fix::apply(const QVector<Change>& changes, const CheckedSet& set, const QString& database,
@@ -139,28 +65,46 @@ void Fix::apply(const QVector<Change>& changes, const CheckedSet& set, const QSt
     const bool hasTriggers =
         std::any_of(set.triggers().begin(), set.triggers().end(),
                     [&database](const Place& trigger) { return trigger.database == database; });
-    if (hasTriggers) {
-        m_problems.append(database + QStringLiteral(" is as it was: it has triggers"));
-        return;
-    }
+    if (hasTriggers)
+        return fail(database
+                    + QStringLiteral(" is not changed: it has triggers; remove them first"));
+    if (std::all_of(changes.begin(), changes.end(), isLeft))
+        return tellAll(changes);
     DatabaseFix fix(path);
-    QStringList done;
+    QVector<Change> tried = changes;
+    tryAll(tried, fix);
+    commit(fix, tried, database);
+}
+
+void Fix::commit(DatabaseFix& fix, const QVector<Change>& changes, const QString& database)
+{
+    const bool changesNothing =
+        fix.problem().isEmpty() && std::all_of(changes.begin(), changes.end(), isLeft);
+    if (!changesNothing && !fix.commit())
+        return fail(database + QStringLiteral(" is not changed: ") + fix.problem());
+    tellAll(changes);
+    if (!changesNothing)
+        console::tell(QStringLiteral("kept: ") + fix.copy());
+}
+
+void Fix::tellAll(const QVector<Change>& changes)
+{
     for (const Change& change : changes) {
-        const QString what = report::textOf(change.place);
-        if (change.value.isNull()) {
-            if (fix.removeRow(change.place))
-                done.append(what + QStringLiteral(": the row is removed"));
-        } else if (fix.change(change.place, change.value)) {
-            done.append(QStringLiteral("%1: \"%2\" is \"%3\" now")
-                            .arg(what, change.place.value, change.value));
-        }
+        console::tell(lineOf(change));
+        ++(isLeft(change) ? m_left : m_done);
     }
-    if (done.isEmpty() && fix.problem().isEmpty())
-        return;  // all that was to be changed has changed meanwhile
-    if (!fix.commit()) {
-        m_problems.append(database + QStringLiteral(" is as it was: ") + fix.problem());
-        return;
-    }
-    m_report += done;
-    m_report.append(QStringLiteral("%1 as it was is kept as %2").arg(database, fix.copy()));
+}
+
+void Fix::fail(const QString& problem)
+{
+    console::tell(problem);
+    m_hasFailed = true;
+}
+
+void Fix::tellTotals() const
+{
+    if (m_done + m_left > 0)
+        console::tell(QStringLiteral("%1 fixed, %2 left").arg(m_done).arg(m_left));
+    else if (!m_hasFailed)
+        console::tell(QStringLiteral("nothing to fix"));
 }

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "check/Problems.h"
-
-#include <QStringList>
+#include "check/FixPlan.h"
 
 class CheckedSet;
+class DatabaseFix;
 
 /// What of the findings has one safe answer: blanks at an end, rows without a code, layers that
 /// differ in letter case.
@@ -12,27 +11,23 @@ class Fix
 {
 public:
     /// Mends those of @p problems that it can, in one transaction a database, of which a copy is
-    /// left beside it. A row that has changed since it was read is left, and so is one whose new
-    /// name another row has. A database with triggers is not touched.
+    /// left beside it. A database with triggers is not touched. Tells what was changed, what was
+    /// left and why, where the copies are, and how many of each; and why a database could not be
+    /// mended, and is as it was.
     Fix(const CheckedSet& set, const QVector<Problem>& problems);
 
-    /// What was changed, a line each, and where the copies are.
-    const QStringList& report() const { return m_report; }
-    /// Why a database could not be mended, and is as it was, a line each.
-    const QStringList& problems() const { return m_problems; }
+    bool hasFailed() const { return m_hasFailed; }
+    bool hasChanged() const { return m_done > 0; }
 
 private:
-    struct Change
-    {
-        Place place;
-        QString value;  // the new one; null to remove the row
-    };
-
-    static QVector<Change> plan(const CheckedSet& set, const QVector<Problem>& problems,
-                                const QString& database);
     void apply(const QVector<Change>& changes, const CheckedSet& set, const QString& database,
                const QString& path);
+    void commit(DatabaseFix& fix, const QVector<Change>& changes, const QString& database);
+    void tellAll(const QVector<Change>& changes);
+    void fail(const QString& problem);
+    void tellTotals() const;
 
-    QStringList m_report;
-    QStringList m_problems;
+    bool m_hasFailed = false;
+    int m_done = 0;
+    int m_left = 0;
 };

@@ -15,20 +15,34 @@ GisTables::GisTables(const CheckedSet& set)
 void GisTables::addTables(const CheckedTable& table, const QString& column)
 {
     for (int row = 0; row < table.size(); ++row) {
-        const QString name = table.text(row, column);
+        const QString name = table.plain(row, column);
         if (name.isEmpty())
             continue;
-        m_names.insert(name.toUpper(), name);
-        m_tables[name.toUpper()];
+        m_keys.insert(name.toUpper(), name.toUpper());
+        m_keys.insert(table.text(row, column).toUpper(), name.toUpper());
+        Table& known = m_tables[name.toUpper()];
+        if (known.name.isEmpty())
+            known = {name, table.place(row, column), {}, {}};
     }
 }
 
 void GisTables::addFields(const CheckedTable& fields, const QString& owner, const QString& column)
 {
     for (int row = 0; row < fields.size(); ++row) {
-        const auto found = m_tables.find(fields.text(row, owner).toUpper());
-        const QString name = fields.text(row, column);
-        if (found != m_tables.end())
-            found->insert(name.toUpper(), name);
+        const auto found = m_tables.find(fields.plain(row, owner).toUpper());
+        if (found == m_tables.end())
+            continue;
+        const QString name = fields.plain(row, column);
+        found->fields.insert(name.toUpper());
+        found->fields.insert(fields.text(row, column).toUpper());
+        found->fieldNames.append(name);
     }
+}
+
+QStringList GisTables::tableNames() const
+{
+    QStringList names;
+    for (const Table& table : m_tables)
+        names.append(table.name);
+    return names;
 }

@@ -1,38 +1,47 @@
 #pragma once
 
+#include "check/CheckedTable.h"
+
 #include <QHash>
+#include <QSet>
 #include <QString>
-#include <QVariant>
+#include <QStringList>
 
 class CheckedSet;
-class CheckedTable;
 
 /// All GIS tables of a set with their fields, by upper-case name, as the library puts them together
-/// from both databases.
+/// from both databases. A name with a character too much, which is told as that, is found without
+/// it too.
 class GisTables
 {
 public:
-    using Fields = QHash<QString, QString>;  // upper-case name to the name as it is stored
-
     GisTables() = default;
     explicit GisTables(const CheckedSet& set);
 
-    bool contains(const QString& table) const { return m_tables.contains(table.toUpper()); }
+    bool contains(const QString& table) const { return m_keys.contains(table.toUpper()); }
     bool hasField(const QString& table, const QString& field) const
     {
-        return m_tables.value(table.toUpper()).contains(field.toUpper());
+        return find(table).fields.contains(field.toUpper());
     }
-    /// Names for suggestions.
-    QStringList tableNames() const { return m_names.values(); }
-    QStringList fieldNames(const QString& table) const
-    {
-        return m_tables.value(table.toUpper()).values();
-    }
+    /// Where a table is defined.
+    Place placeOf(const QString& table) const { return find(table).place; }
+    /// Names for suggestions, in no order.
+    QStringList tableNames() const;
+    QStringList fieldNames(const QString& table) const { return find(table).fieldNames; }
 
 private:
+    struct Table
+    {
+        QString name;
+        Place place;
+        QSet<QString> fields;  // in upper case
+        QStringList fieldNames;
+    };
+
     void addTables(const CheckedTable& table, const QString& column);
     void addFields(const CheckedTable& fields, const QString& owner, const QString& column);
+    Table find(const QString& name) const { return m_tables.value(m_keys.value(name.toUpper())); }
 
-    QHash<QString, QString> m_names;
-    QHash<QString, Fields> m_tables;
+    QHash<QString, QString> m_keys;  // of m_tables, by upper-case name
+    QHash<QString, Table> m_tables;
 };

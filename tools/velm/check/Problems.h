@@ -7,20 +7,37 @@
 #include <QString>
 #include <QVector>
 
+#include <array>
+#include <stdexcept>
+
+using Fingerprint = std::array<char, 20>;
+
 struct Problem
 {
     const Rule* rule;
     Place place;
     QString message;
 
-    /// A short text that stays the same when rows are added, moved or changed elsewhere: for
-    /// baselines and code scanning services.
-    QString fingerprint() const;
+    /// Stays the same when rows are added, moved or changed elsewhere: for baselines and code
+    /// scanning services.
+    Fingerprint fingerprint() const;
 };
+
+/// In hexadecimal digits.
+QByteArray textOf(const Fingerprint& fingerprint);
+/// The other way round; zeros for what is none.
+Fingerprint fingerprintOf(const QByteArray& text);
 
 /// A value, shortened to what tells it from others: one of megabytes may have a finding for each
 /// of its parts.
 QString excerpt(const QString& value);
+
+/// There are more findings than are kept; what() tells it.
+class TooManyProblems : public std::length_error
+{
+public:
+    TooManyProblems();
+};
 
 /// Collects what the rules find, each thing once.
 class Problems
@@ -29,12 +46,17 @@ public:
     /// Keeps the rules of these ids only.
     explicit Problems(const QSet<QString>& ids) : m_ids(ids) {}
 
+    /// Throws TooManyProblems beyond 2,000,000.
     void add(const Rule& rule, const Place& place, const QString& message);
 
-    const QVector<Problem>& all() const { return m_problems; }
+    /// By database, table and row; the problems of a row by column, rule, value and cause.
+    const QVector<Problem>& all();
 
 private:
+    const QString& shared(const QString& text);
+
     QSet<QString> m_ids;
     QVector<Problem> m_problems;
-    QSet<QByteArray> m_known;  // rule, place and cause
+    QSet<QString> m_texts;       // keys and what else repeats, which is kept once
+    QSet<QString> m_ofOnePlace;  // rules and causes at the place of the last problem
 };

@@ -1,4 +1,6 @@
 #include "check/CheckedSet.h"
+#include "check/EmptyTable.h"
+#include "check/MissingDictionaries.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
 
@@ -20,33 +22,37 @@ void checkTableNames(const CheckedSet& set, const CheckedTable& table, const Col
     const bool isList = column.holds == Holds::TableReferences;
     const QStringList known = set.gisTables().tableNames();
     for (int row = 0; row < table.size(); ++row) {
-        const QString text = table.text(row, column.name);
+        const QString text = table.plain(row, column.name);
         QStringList names = isList ? text.split(QLatin1Char(';')) : QStringList{text};
         names.removeAll(QString());
         for (const QString& name : qAsConst(names)) {
-            if (!set.gisTables().contains(name))
-                problems.add(isList ? kUnknownExtensionTable : kUnknownGisTable,
-                             table.place(row, column.name),
-                             QStringLiteral("there is no GIS table \"%1\"").arg(name)
-                                 + suggestionAmong(name, known));
+            if (set.gisTables().contains(name))
+                continue;
+            if (tellIfEmpty(set.table("Attributetable"), problems))
+                return;
+            problems.add(
+                isList ? kUnknownExtensionTable : kUnknownGisTable, table.place(row, column.name),
+                (names.size() > 1 ? QStringLiteral("has \"%1\", which names no GIS table").arg(name)
+                                  : QStringLiteral("names no GIS table"))
+                    + suggestionAmong(name, known));
         }
     }
 }
 
-/// Reports dictionaries that do not exist. Of default values only some name one.
-void checkDictionaryNames(const CheckedSet& set, const CheckedTable& table,
-                          const ColumnSchema& column, Problems& problems)
+/// Looks for dictionaries that do not exist. Of default values only some name one.
+void checkDictionaryNames(const CheckedTable& table, const ColumnSchema& column,
+                          MissingDictionaries& missing)
 {
-    const QStringList known = set.dictionaries().values();
+    const bool isDefault = column.holds == Holds::Default;
     for (int row = 0; row < table.size(); ++row) {
-        const QString name = table.text(row, column.name);
-        const bool refers = column.holds == Holds::Default
-                                ? name.startsWith(QLatin1String("TBL_"), Qt::CaseInsensitive)
+        const QString name =
+            isDefault ? table.text(row, column.name) : table.plain(row, column.name);
+        const bool refers = isDefault
+                                ? table.isSound(row, column.name)
+                                      && name.startsWith(QLatin1String("TBL_"), Qt::CaseInsensitive)
                                 : !name.isEmpty();
-        if (refers && !set.dictionaries().contains(name))
-            problems.add(kUnknownDictionary, table.place(row, column.name),
-                         QStringLiteral("there is no dictionary \"%1\"").arg(name)
-                             + suggestionAmong(name, known));
+        if (refers)
+            missing.check(table.place(row, column.name), name);
     }
 }
 
@@ -63,14 +69,17 @@ void checkPipeFields(const CheckedSet& set, const CheckedTable& table, const Col
         const QString text = table.text(row, column.name);
         bool fits = false;
         const int number = text.toInt(&fits);
-        if (decimalInteger.match(text).hasMatch() && !(fits && numbers.contains(number)))
-            problems.add(kUnknownPipeField, table.place(row, column.name),
-                         QStringLiteral("there is no pipe field %1").arg(text));
+        if (!decimalInteger.match(text).hasMatch() || (fits && numbers.contains(number)))
+            continue;
+        if (tellIfEmpty(fields, problems))
+            return;
+        problems.add(kUnknownPipeField, table.place(row, column.name),
+                     QStringLiteral("is the number of no pipe field"));
     }
 }
 
 void checkColumn(const CheckedSet& set, const CheckedTable& table, const ColumnSchema& column,
-                 Problems& problems)
+                 MissingDictionaries& missing, Problems& problems)
 {
     switch (column.holds) {
     case Holds::TableReference:
@@ -80,8 +89,7 @@ void checkColumn(const CheckedSet& set, const CheckedTable& table, const ColumnS
         return;
     case Holds::Default:
     case Holds::DictionaryReference:
-        if (set.has({"SYS_DICTIONARY"}))
-            checkDictionaryNames(set, table, column, problems);
+        checkDictionaryNames(table, column, missing);
         return;
     case Holds::RecordField:
         if (set.has({"PIP_SysConfig"}))
@@ -96,8 +104,10 @@ void checkColumn(const CheckedSet& set, const CheckedTable& table, const ColumnS
 
 void rules::checkReferences(const CheckedSet& set, Problems& problems)
 {
+    MissingDictionaries missing(set, kUnknownDictionary, QStringLiteral("field"));
     for (const CheckedTable& table : set.tables()) {
         for (const ColumnSchema& column : table.schema().columns)
-            checkColumn(set, table, column, problems);
+            checkColumn(set, table, column, missing, problems);
     }
+    missing.report(problems);
 }

@@ -20,13 +20,6 @@ QString shortened(const QString& value)
                                          : value.left(kLongestValue) + QStringLiteral("...");
 }
 
-/// "1 error", "2 errors".
-QString counted(int count, const QString& what)
-{
-    return QString::number(count) + QLatin1Char(' ') + what
-           + (count == 1 ? QString() : QStringLiteral("s"));
-}
-
 QString lineOf(const Problem& problem)
 {
     return QStringLiteral("%1 %2: ").arg(rules::nameOf(problem.rule->severity),
@@ -41,26 +34,48 @@ QString totals(const QVector<Problem>& problems)
         ++counts.at(static_cast<size_t>(problem.rule->severity));
     QStringList parts;
     for (const Severity severity : {Severity::Error, Severity::Warning, Severity::Note})
-        parts.append(counted(counts.at(static_cast<size_t>(severity)), rules::nameOf(severity)));
+        parts.append(
+            report::counted(counts.at(static_cast<size_t>(severity)), rules::nameOf(severity)));
     return parts.join(QStringLiteral(", "));
+}
+
+QString moreLine(const Rule& rule, int more, int all)
+{
+    return QStringLiteral("%1 %2: %3 more of %4 (--all shows them)")
+        .arg(rules::nameOf(rule.severity), QLatin1String(rule.id))
+        .arg(more)
+        .arg(all);
 }
 
 QJsonObject jsonOf(const Problem& problem)
 {
     const Place& place = problem.place;
-    return {{QStringLiteral("rule"), QLatin1String(problem.rule->id)},
-            {QStringLiteral("severity"), rules::nameOf(problem.rule->severity)},
-            {QStringLiteral("database"), place.database},
-            {QStringLiteral("table"), place.table},
-            {QStringLiteral("row"), place.row},
-            {QStringLiteral("keyColumn"), place.keyColumn},
-            {QStringLiteral("key"), excerpt(place.key)},
-            {QStringLiteral("column"), place.column},
-            {QStringLiteral("value"), excerpt(place.value)},
-            {QStringLiteral("message"), problem.message}};
+    QJsonObject object{{QStringLiteral("rule"), QLatin1String(problem.rule->id)},
+                       {QStringLiteral("severity"), rules::nameOf(problem.rule->severity)},
+                       {QStringLiteral("database"), place.database},
+                       {QStringLiteral("message"), problem.message}};
+    const auto add = [&object](const QString& name, const QJsonValue& value, bool isThere) {
+        if (isThere)
+            object.insert(name, value);
+    };
+    add(QStringLiteral("table"), place.table, !place.table.isEmpty());
+    add(QStringLiteral("row"), place.row, place.row != 0);
+    add(QStringLiteral("keyColumn"), place.keyColumn, !place.keyColumn.isEmpty());
+    add(QStringLiteral("key"), excerpt(place.key), !place.keyColumn.isEmpty());
+    add(QStringLiteral("column"), place.column, !place.column.isEmpty());
+    // Without a key it is a column that is meant, and no value of it.
+    add(QStringLiteral("value"), excerpt(place.value),
+        !place.keyColumn.isEmpty() || !place.value.isEmpty());
+    return object;
 }
 
 }  // namespace
+
+QString report::counted(int count, const QString& what)
+{
+    return QString::number(count) + QLatin1Char(' ') + what
+           + (count == 1 ? QString() : QStringLiteral("s"));
+}
 
 bool report::isLine(const Place& place)
 {
@@ -89,21 +104,27 @@ QString report::messageOf(const Problem& problem)
                            : QLatin1Char('"') + value + QStringLiteral("\" ") + problem.message;
 }
 
-void report::printText(const QVector<Problem>& problems, int mostOfARule)
+void report::printText(const QVector<Problem>& problems, int mostOfARule, const QStringList& notes)
 {
-    QHash<const Rule*, int> counts;
+    struct Count
+    {
+        int all = 0;
+        int shown = 0;
+    };
+    QHash<const Rule*, Count> counts;
+    for (const Problem& problem : problems)
+        ++counts[problem.rule].all;
     for (const Problem& problem : problems) {
-        if (++counts[problem.rule] <= mostOfARule)
-            console::print(console::plain(lineOf(problem)));
+        Count& count = counts[problem.rule];
+        // A line for "1 more" says less than that one.
+        if (count.shown == mostOfARule && count.all > mostOfARule + 1)
+            continue;
+        console::print(console::plain(lineOf(problem)));
+        ++count.shown;
+        if (count.shown == mostOfARule && count.all > mostOfARule + 1)
+            console::print(moreLine(*problem.rule, count.all - mostOfARule, count.all));
     }
-    for (const Rule& rule : rules::kAll) {
-        const int count = counts.value(&rule);
-        if (count > mostOfARule)
-            console::print(QStringLiteral("%1 %2: %3 more; --all shows them")
-                               .arg(rules::nameOf(rule.severity), QLatin1String(rule.id))
-                               .arg(count - mostOfARule));
-    }
-    console::print(totals(problems));
+    console::print((QStringList{totals(problems)} + notes).join(QStringLiteral("; ")));
 }
 
 void report::printJson(const QVector<Problem>& problems)

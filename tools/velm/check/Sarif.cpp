@@ -4,6 +4,7 @@
 #include "CVelmSystemGlobal.h"
 
 #include <QDir>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -16,21 +17,30 @@ QJsonObject textObject(const char* text)
     return {{QStringLiteral("text"), QString::fromUtf8(text)}};
 }
 
-/// Relative to the root, where the file stands below it.
-QString uriOf(const QString& file)
-{
-    if (QDir::isAbsolutePath(file))
-        return QUrl::fromLocalFile(file).toString(QUrl::FullyEncoded);
-    QUrl relative;
-    relative.setPath(QDir::cleanPath(QStringLiteral("config/") + file), QUrl::DecodedMode);
-    return relative.toString(QUrl::FullyEncoded);
-}
-
-QString rootUri()
+QString rootFolder()
 {
     const QString root = CVelmSystemGlobal::Instance()->getSystemRootRoute();
-    return QUrl::fromLocalFile(QDir::cleanPath(root) + QLatin1Char('/'))
-        .toString(QUrl::FullyEncoded);
+    return QDir::cleanPath(QDir(root).absolutePath());
+}
+
+QString encoded(const QUrl& url)
+{
+    return url.toString(QUrl::FullyEncoded);
+}
+
+/// The location of a file, named as seen from the folder of the configuration: relative to the
+/// root where it lies below it, else absolute.
+QJsonObject artifactLocation(const QString& file)
+{
+    const QDir root(rootFolder());
+    const QString path = QDir(root.filePath(QStringLiteral("config"))).absoluteFilePath(file);
+    const QString below = root.relativeFilePath(QDir::cleanPath(path));
+    if (QDir::isAbsolutePath(below) || below.startsWith(QLatin1String("..")))
+        return {{QStringLiteral("uri"), encoded(QUrl::fromLocalFile(QDir::cleanPath(path)))}};
+    QUrl relative;
+    relative.setPath(below, QUrl::DecodedMode);
+    return {{QStringLiteral("uri"), encoded(relative)},
+            {QStringLiteral("uriBaseId"), QStringLiteral("ROOT")}};
 }
 
 QJsonObject ruleObject(const Rule& rule)
@@ -58,11 +68,9 @@ QJsonObject logicalLocation(const Place& place)
              place.column.isEmpty() ? QStringLiteral("object") : QStringLiteral("member")}};
 }
 
-QJsonObject locationOf(const Place& place)
+QJsonObject locationOf(const Place& place, const QJsonObject& artifact)
 {
-    QJsonObject file{{QStringLiteral("artifactLocation"),
-                      QJsonObject{{QStringLiteral("uri"), uriOf(place.database)},
-                                  {QStringLiteral("uriBaseId"), QStringLiteral("ROOT")}}}};
+    QJsonObject file{{QStringLiteral("artifactLocation"), artifact}};
     if (report::isLine(place))
         file.insert(QStringLiteral("region"),
                     QJsonObject{{QStringLiteral("startLine"), place.row}});
@@ -70,17 +78,18 @@ QJsonObject locationOf(const Place& place)
             {QStringLiteral("logicalLocations"), QJsonArray{logicalLocation(place)}}};
 }
 
-QJsonObject resultObject(const Problem& problem, int ruleIndex)
+QJsonObject resultObject(const Problem& problem, int ruleIndex, const QJsonObject& artifact)
 {
     const QString text =
         report::textOf(problem.place) + QStringLiteral(": ") + report::messageOf(problem);
+    const QString fingerprint = QString::fromLatin1(textOf(problem.fingerprint()));
     return {{QStringLiteral("ruleId"), QLatin1String(problem.rule->id)},
             {QStringLiteral("ruleIndex"), ruleIndex},
             {QStringLiteral("level"), rules::nameOf(problem.rule->severity)},
             {QStringLiteral("message"), QJsonObject{{QStringLiteral("text"), text}}},
-            {QStringLiteral("locations"), QJsonArray{locationOf(problem.place)}},
+            {QStringLiteral("locations"), QJsonArray{locationOf(problem.place, artifact)}},
             {QStringLiteral("partialFingerprints"),
-             QJsonObject{{QStringLiteral("velm/v1"), problem.fingerprint()}}}};
+             QJsonObject{{QStringLiteral("velm/v1"), fingerprint}}}};
 }
 
 QByteArray compact(const QJsonObject& object)
@@ -98,14 +107,19 @@ void report::printSarif(const QVector<Problem>& problems, const QVector<const Ru
     const QJsonObject driver{{QStringLiteral("name"), QStringLiteral("velm check")},
                              {QStringLiteral("version"), CVelmSystemGlobal::libraryVersion()},
                              {QStringLiteral("rules"), ruleList}};
-    const QJsonObject bases{
-        {QStringLiteral("ROOT"), QJsonObject{{QStringLiteral("uri"), rootUri()}}}};
+    const QString base = encoded(QUrl::fromLocalFile(rootFolder() + QLatin1Char('/')));
+    const QJsonObject bases{{QStringLiteral("ROOT"), QJsonObject{{QStringLiteral("uri"), base}}}};
     JsonArray results("{\"$schema\":\"https://json.schemastore.org/sarif-2.1.0.json\","
                       "\"version\":\"2.1.0\",\"runs\":[{\"tool\":"
                           + compact({{QStringLiteral("driver"), driver}})
                           + ",\"originalUriBaseIds\":" + compact(bases) + ",\"results\":",
                       "}]}");
-    for (const Problem& problem : problems)
-        results.add(resultObject(problem, rules.indexOf(problem.rule)));
+    QHash<QString, QJsonObject> artifacts;  // by file
+    for (const Problem& problem : problems) {
+        QJsonObject& artifact = artifacts[problem.place.database];
+        if (artifact.isEmpty())
+            artifact = artifactLocation(problem.place.database);
+        results.add(compact(resultObject(problem, rules.indexOf(problem.rule), artifact)));
+    }
     results.end();
 }

@@ -1,6 +1,7 @@
 #include "check/Snapshot.h"
 
 #include "check/Quoted.h"
+#include "check/SqlCause.h"
 #include "set/Readable.h"
 
 #include "CVelmString.h"
@@ -27,10 +28,10 @@ public:
           m_isUtf8(encoding == QLatin1String("UTF-8"))
     {}
 
-    /// @p sound tells whether the bytes are valid.
-    QString read(const QByteArray& bytes, bool& sound) const
+    bool isSound(const QByteArray& bytes) const { return !m_isUtf8 || CVelmString::IsUTF8(bytes); }
+
+    QString read(const QByteArray& bytes) const
     {
-        sound = !m_isUtf8 || CVelmString::IsUTF8(bytes);
         QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
         return m_codec->toUnicode(bytes.constData(), bytes.size(), &state);
     }
@@ -40,15 +41,45 @@ private:
     bool m_isUtf8;
 };
 
+/// Empty if the bytes are no GBK.
+QString asGbk(const QByteArray& bytes)
+{
+    static QTextCodec* const codec = QTextCodec::codecForName("GB18030");
+    return CVelmString::IsGBK(bytes) ? codec->toUnicode(bytes) : QString();
+}
+
+constexpr int kGreatestCellMiB = 64;  // in memory it takes four times as much
+
+/// A column as it is read: a text as its bytes, and in the place of what is too large a text.
+QString readable(const QString& column)
+{
+    constexpr int kBytes = kGreatestCellMiB * 1024 * 1024;
+    return QStringLiteral(
+               "case typeof(%1) when 'text' then "
+               "case when length(cast(%1 as blob)) > %2 then 'large' else cast(%1 as blob) end "
+               "when 'blob' then case when length(%1) > %2 then 'large' else %1 end else %1 end")
+        .arg(quoted(column), QString::number(kBytes));
+}
+
 QString selectOf(const HeldDatabase::Entry& stored, const QString& rowNumber)
 {
     QStringList columns{rowNumber};
     for (const QString& column : stored.columns)
-        columns.append(
-            QStringLiteral("case typeof(%1) when 'text' then cast(%1 as blob) else %1 end")
-                .arg(quoted(column)));
+        columns.append(readable(column));
     return QStringLiteral("select ") + columns.join(QStringLiteral(", ")) + QStringLiteral(" from ")
            + quoted(stored.name);
+}
+
+/// Why a row cannot be read; empty if it can.
+QString tooLarge(const QSqlQuery& rows, const QStringList& columns)
+{
+    for (int i = 0; i < columns.size(); ++i) {
+        const QVariant value = rows.value(i + 1);
+        if (value.userType() == QMetaType::QString && !value.isNull())
+            return QStringLiteral("row %1, column %2 holds more than %3 MiB")
+                .arg(rows.value(0).toString(), columns.at(i), QString::number(kGreatestCellMiB));
+    }
+    return QString();
 }
 
 CheckedRow rowOf(const QSqlQuery& rows, int columns, const TextReader& reader, qint64& budget)
@@ -57,10 +88,10 @@ CheckedRow rowOf(const QSqlQuery& rows, int columns, const TextReader& reader, q
     for (int i = 0; i < columns; ++i) {
         QVariant value = rows.value(i + 1);
         if (value.userType() == QMetaType::QByteArray) {
-            bool sound = true;
-            value = reader.read(value.toByteArray(), sound);
-            if (!sound)
-                row.damaged.append(i);
+            const QByteArray bytes = value.toByteArray();
+            value = reader.read(bytes);
+            if (!reader.isSound(bytes))
+                row.damaged.insert(i, asGbk(bytes));
         }
         budget -= sizeOf(value);
         row.cells.append(value);
@@ -81,13 +112,13 @@ Snapshot::Snapshot(const QString& fileName, const QString& path)
     if (problem.isEmpty())
         readSchema();
     else
-        m_problem = fileName + QStringLiteral(": ") + problem;
+        m_problem = fileName + QStringLiteral(": ") + sqlCause(problem);
 }
 
 void Snapshot::fail(const QString& what, const QString& problem)
 {
     if (m_problem.isEmpty() && !problem.isEmpty())
-        m_problem = QStringLiteral("%1, %2: %3").arg(m_fileName, what, problem.trimmed());
+        m_problem = QStringLiteral("%1, %2: %3").arg(m_fileName, what, sqlCause(problem));
 }
 
 void Snapshot::readSchema()
@@ -97,11 +128,12 @@ void Snapshot::readSchema()
     fail(what, HeldDatabase::run(encoding, QStringLiteral("pragma encoding")));
     m_encoding = encoding.value(0).toString();
     QSqlQuery entry = m_database.query();
-    fail(what, HeldDatabase::run(entry, QStringLiteral("select type, name from sqlite_master")));
+    fail(what, HeldDatabase::run(entry,
+                                 QStringLiteral("select type, name, tbl_name from sqlite_master")));
     for (; m_problem.isEmpty() && entry.isValid(); entry.next()) {
         const QString type = entry.value(0).toString();
         if (type == QLatin1String("trigger"))
-            m_triggers.append(entry.value(1).toString());
+            m_triggers.append({entry.value(1).toString(), entry.value(2).toString()});
         else if (type == QLatin1String("table") || type == QLatin1String("view"))
             m_tables.append(entry.value(1).toString());
     }
@@ -116,10 +148,20 @@ void Snapshot::read(CheckedTable& table, qint64& budget)
     fail(QStringLiteral("table ") + table.name(), m_database.find(table.name(), stored));
     if (!m_problem.isEmpty() || stored.name.isEmpty())
         return;
-    if (stored.kind.isEmpty())
-        readRows(table, stored, budget);
-    else
-        table.setReplacedBy(stored.kind);
+    if (!stored.kind.isEmpty())
+        return table.setReplacedBy(stored.kind);
+    readTypes(table, stored.name);
+    readRows(table, stored, budget);
+}
+
+void Snapshot::readTypes(CheckedTable& table, const QString& name)
+{
+    QSqlQuery column = m_database.query();
+    fail(QStringLiteral("table ") + name,
+         HeldDatabase::run(column, QStringLiteral("select name, type from pragma_table_info(?)"),
+                           {name}));
+    for (; column.isValid(); column.next())
+        table.setType(column.value(0).toString(), column.value(1).toString());
 }
 
 void Snapshot::readRows(CheckedTable& table, const HeldDatabase::Entry& stored, qint64& budget)
@@ -133,8 +175,11 @@ void Snapshot::readRows(CheckedTable& table, const HeldDatabase::Entry& stored, 
         && !rows.exec(selectOf(stored, QStringLiteral("0"))))
         return fail(what, rows.lastError().databaseText());
     const TextReader reader(m_encoding);
-    while (rows.next() && budget >= 0)
-        table.append(rowOf(rows, stored.columns.size(), reader, budget));
+    while (m_problem.isEmpty() && budget >= 0 && rows.next()) {
+        fail(what, tooLarge(rows, stored.columns));
+        if (m_problem.isEmpty())
+            table.append(rowOf(rows, stored.columns.size(), reader, budget));
+    }
     fail(what, rows.lastError().databaseText());
     if (budget < 0)
         fail(what, QStringLiteral("the tables hold more than 512 MiB"));

@@ -21,7 +21,12 @@ public:
     const QString& problem() const { return m_problem; }
 
     const QStringList& tableNames() const { return m_tables; }
-    const QStringList& triggers() const { return m_triggers; }
+    struct Trigger
+    {
+        QString name;
+        QString table;
+    };
+    const QVector<Trigger>& triggers() const { return m_triggers; }
 
     /// Reads all rows of a table, if it is one. @p budget are the bytes that may still be read.
     void read(CheckedTable& table, qint64& budget);
@@ -31,6 +36,7 @@ public:
 
 private:
     void readSchema();
+    void readTypes(CheckedTable& table, const QString& name);
     void readRows(CheckedTable& table, const HeldDatabase::Entry& stored, qint64& budget);
     void fail(const QString& what, const QString& problem);
 
@@ -38,7 +44,7 @@ private:
     HeldDatabase m_database;
     bool m_exists = false;
     QStringList m_tables;
-    QStringList m_triggers;
+    QVector<Trigger> m_triggers;
     QString m_encoding;
     QString m_problem;
 };

@@ -29,7 +29,7 @@ Place placeOf(const QFileInfo& file, int line)
 void checkLineCount(const QFileInfo& file, int lines, Problems& problems)
 {
     if (lines > 1)
-        problems.add(kTextFileLines, placeOf(file, 2),
+        problems.add(kTextFileLines, placeOf(file, 0),
                      QStringLiteral("has more than one line, so none is read"));
     else if (lines == 0)
         problems.add(kTextFileLines, placeOf(file, 0),

@@ -1,4 +1,6 @@
 #include "check/CheckedSet.h"
+#include "check/JsonFailure.h"
+#include "check/PlainName.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
 
@@ -27,14 +29,9 @@ void checkJson(const QString& text, ColumnType type, const Place& place, Problem
 {
     if (text.isEmpty())
         return;
-    QJsonParseError error{};
-    const QByteArray bytes = text.toUtf8();
-    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
-    // Qt's words for it are in the language of the library, and a fingerprint is to be in none.
-    if (error.error != QJsonParseError::NoError)
-        problems.add(kJsonSyntax, place,
-                     QStringLiteral("is no JSON at character %1")
-                         .arg(QString::fromUtf8(bytes.left(error.offset)).size() + 1));
+    const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());
+    if (document.isNull())
+        problems.add(kJsonSyntax, place, jsonFailure(text));
     else if (type == ColumnType::JsonObject && !document.isObject())
         problems.add(kJsonType, place, QStringLiteral("is to be a JSON object"));
 }
@@ -58,17 +55,36 @@ bool isName(Holds holds)
            && holds != Holds::Default;
 }
 
-bool isControl(QChar ch)
+/// Up to three characters of a text, quoted, that something is true of.
+template<class Predicate>
+QString namesOf(const QString& text, const Predicate& isMeant)
 {
-    return ch.category() == QChar::Other_Control || ch == QChar::LineSeparator
-           || ch == QChar::ParagraphSeparator;
+    constexpr int kMost = 3;
+    QStringList names;
+    const QVector<uint> characters = text.toUcs4();
+    for (const uint character : characters) {
+        const QString name = QLatin1Char('"') + QString::fromUcs4(&character, 1) + QLatin1Char('"');
+        if (isMeant(character) && !names.contains(name) && names.size() < kMost)
+            names.append(name);
+    }
+    return names.join(QStringLiteral(", "));
+}
+
+/// "a tab", "a line break" or "a control character".
+QString nameOfControl(const QString& text)
+{
+    if (text.contains(QLatin1Char('\t')))
+        return QStringLiteral("a tab");
+    return text.contains(QLatin1Char('\n')) || text.contains(QLatin1Char('\r'))
+               ? QStringLiteral("a line break")
+               : QStringLiteral("a control character");
 }
 
 void checkName(const QString& text, const Place& place, Problems& problems)
 {
     if (std::any_of(text.begin(), text.end(), isControl))
-        problems.add(kControlCharacter, place, QStringLiteral("holds a control character"));
-    if (text.trimmed() != text)
+        problems.add(kControlCharacter, place, QStringLiteral("holds ") + nameOfControl(text));
+    else if (text.trimmed() != text)
         problems.add(kBlankAtEnd, place, QStringLiteral("begins or ends with a blank"));
 }
 
@@ -77,9 +93,13 @@ void checkLayer(const QString& text, const Place& place, Problems& problems)
     static const QRegularExpression forbidden(QStringLiteral("[<>/\\\\\":;?*|=`]"));
     constexpr int kLongest = 255;
     if (text.trimmed().isEmpty())
-        problems.add(kLayerName, place, QStringLiteral("names no layer"));
+        problems.add(kLayerName, place, QStringLiteral("is empty"));
     else if (text.contains(forbidden))
-        problems.add(kLayerName, place, QStringLiteral("holds characters that no layer may have"));
+        problems.add(kLayerName, place,
+                     QStringLiteral("holds %1, which no layer may have")
+                         .arg(namesOf(text, [](uint character) {
+                             return forbidden.match(QString::fromUcs4(&character, 1)).hasMatch();
+                         })));
     else if (text.size() > kLongest)
         problems.add(kLayerName, place, QStringLiteral("is longer than 255 characters"));
 }
@@ -109,19 +129,29 @@ bool goesIntoStatements(const CheckedTable& table, const ColumnSchema& column)
     return schema.written || (schema.queried && schema.key.contains(column.name));
 }
 
+QString notUtf8(const QString& gbk)
+{
+    const QString problem = QStringLiteral("is no valid UTF-8");
+    return gbk.isEmpty() ? problem
+                         : problem + QStringLiteral("; as GBK it reads \"%1\"").arg(excerpt(gbk));
+}
+
 void checkText(const CheckedTable& table, int row, const ColumnSchema& column, Problems& problems)
 {
     const Place place = table.place(row, column.name);
     const QString& text = place.value;
     if (table.isDamaged(row, column.name))
-        return problems.add(kInvalidUtf8, place, QStringLiteral("is no valid UTF-8"));
+        return problems.add(kInvalidUtf8, place, notUtf8(table.asGbk(row, column.name)));
+    if (text.contains(QChar::Null))
+        return problems.add(kEmbeddedNul, place,
+                            QStringLiteral("holds a NUL character, the character %1 of it")
+                                .arg(text.indexOf(QChar::Null) + 1));
     if (column.type != ColumnType::Text)
         checkJson(text, column.type, place, problems);
-    if (text.contains(QChar::Null))
-        return problems.add(kEmbeddedNul, place, QStringLiteral("holds a NUL character"));
-    if (isName(column.holds))
+    const bool isLayer = column.holds == Holds::Layer;
+    if (isName(column.holds) && !(isLayer && text.trimmed().isEmpty()))
         checkName(text, place, problems);
-    if (column.holds == Holds::Layer)
+    if (isLayer)
         checkLayer(text, place, problems);
     if (text.contains(QLatin1Char('\'')) && goesIntoStatements(table, column))
         problems.add(kSingleQuote, place, QStringLiteral("holds a single quote"));
@@ -129,7 +159,11 @@ void checkText(const CheckedTable& table, int row, const ColumnSchema& column, P
         && columnsOfTextFiles().contains(table.name() + QLatin1Char('.') + column.name))
         problems.add(kComma, place, QStringLiteral("holds a comma"));
     if (!isAscii(text) && !fitsGbk(text))
-        problems.add(kNotInGbk, place, QStringLiteral("holds characters that GBK does not have"));
+        problems.add(kNotInGbk, place,
+                     QStringLiteral("holds %1, which GBK does not have")
+                         .arg(namesOf(text, [](uint character) {
+                             return !fitsGbk(QString::fromUcs4(&character, 1));
+                         })));
 }
 
 }  // namespace

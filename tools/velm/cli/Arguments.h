@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QCommandLineParser>
+#include <QHash>
 #include <QStringList>
 #include <QVector>
 
@@ -27,17 +27,31 @@ public:
     /// or an error, which is told), the answer is its exit code.
     std::optional<int> parse(const QStringList& arguments);
 
-    bool isSet(const QString& name) const { return m_parser.isSet(name); }
-    QString value(const QString& name) const { return m_parser.value(name); }
-    QStringList values(const QString& name) const { return m_parser.values(name); }
-    QStringList positional() const { return m_parser.positionalArguments(); }
+    bool isSet(const QString& name) const { return m_given.contains(name); }
+    /// The last one that was given; empty if none was.
+    QString value(const QString& name) const { return values(name).value(values(name).size() - 1); }
+    QStringList values(const QString& name) const { return m_given.value(name); }
+    QStringList positional() const { return m_positional; }
     bool json() const { return isSet(QStringLiteral("json")); }
 
     /// Tells what is wrong with the arguments and where to read on. @return ExitUsage
     int usageError(const QString& problem) const;
 
 private:
+    struct Option
+    {
+        QString name;
+        QString description;  // empty for one that --help does not show
+        QString valueName;    // empty if it takes no value
+
+        QString written() const;
+    };
+
     void addCommonOptions();
+    const Option* find(const QString& written) const;
+    QString read(QStringList arguments);
+    QString readOption(const QString& argument, QStringList& behind);
+    QString unknown(const QString& argument) const;
     QString helpText() const;
     QString optionsText() const;
 
@@ -46,6 +60,7 @@ private:
     QString m_description;
     QStringList m_examples;
     bool m_needsRoot = true;
-    QVector<QStringList> m_shownOptions;  // how it is written, and what it does
-    QCommandLineParser m_parser;
+    QVector<Option> m_options;
+    QHash<QString, QStringList> m_given;  // values by name; empty ones of options without
+    QStringList m_positional;
 };

@@ -56,8 +56,10 @@ QStringList similarTo(const QString& text, const QStringList& candidates)
     }
     std::sort(alike.begin(), alike.end());
     QStringList suggestions;
-    for (const auto& [slips, candidate] : alike.mid(0, kMostSuggestions))
-        suggestions.append(candidate);
+    for (const auto& [slips, candidate] : alike.mid(0, kMostSuggestions)) {
+        if (slips == 0 || alike.first().first > 0)  // the very name in other letters is meant
+            suggestions.append(candidate);
+    }
     return suggestions;
 }
 
@@ -72,9 +74,11 @@ QString didYouMean(const QStringList& suggestions)
 {
     if (suggestions.isEmpty())
         return QString();
-    QString list = suggestions.first();
-    for (int i = 1; i < suggestions.size(); ++i)
-        list += (i + 1 == suggestions.size() ? QStringLiteral(" or ") : QStringLiteral(", "))
-                + suggestions.at(i);
+    QString list;
+    for (int i = 0; i < suggestions.size(); ++i) {
+        if (i > 0)
+            list += i + 1 == suggestions.size() ? QStringLiteral(" or ") : QStringLiteral(", ");
+        list += QLatin1Char('"') + suggestions.at(i) + QLatin1Char('"');
+    }
     return QStringLiteral("; did you mean ") + list + QLatin1Char('?');
 }

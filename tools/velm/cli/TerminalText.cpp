@@ -98,6 +98,11 @@ int lineWidth()
     return width > 0 ? std::max(width, kNarrowest) : kUsual;
 }
 
+bool isTerminal()
+{
+    return velm::detail::platform::outputWidth() > 0;
+}
+
 QStringList wrapped(const QString& text, int width)
 {
     QStringList lines;

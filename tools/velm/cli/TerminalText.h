@@ -23,6 +23,9 @@ QString padded(const QString& text, int width);
 /// The columns that a line of help may take: those of the terminal, 80 in a file or a pipe.
 int lineWidth();
 
+/// Whether standard output is a terminal.
+bool isTerminal();
+
 /// The lines of @p text, those that are wider broken between words; a word that is wider stays
 /// whole.
 QStringList wrapped(const QString& text, int width);

@@ -110,7 +110,7 @@ QVector<TableSchema> symbolTables()
             "Workdef", code, KeyRule::Exact,
             {text("CODE", "feature code", Holds::CodeReference),
              text("LAYER", "layer", Holds::Layer),
-             integer("ENTTYPE", "entity type: 1 general, 3 text, 5 special line"),
+             integer("ENTTYPE", "entity type: 1 general, 3 text, 5 special line; -1: not given"),
              text("PAR1", "drawing parameter"), text("PAR2", "drawing parameter"),
              text("TEXT", "short description"),
              optional(integer("COLOR", "colour index; -1 or no such column: not given"))}))),
@@ -118,7 +118,7 @@ QVector<TableSchema> symbolTables()
             "QuobAreaLine", code, KeyRule::Exact,
             {text("CODE", "feature code, exact; of several rows the last one counts",
                   Holds::CodeReference),
-             text("ENTTYPE", "entity type of the boundary"),
+             text("ENTTYPE", "entity type of the boundary, 0 to 8, or nothing"),
              real("LINEWIDTH", "width of the boundary"), real("LINETYPESCALE", "line type scale"),
              integer("HATCHCOLOR", "colour index of the hatch; 7 for a code without a row"),
              integer("HATCHBKCOLOR", "colour index of its background; 7 for a code without a row"),
@@ -132,9 +132,10 @@ QVector<TableSchema> symbolTables()
              text("TEXT", "text", Holds::FieldTemplate),
              annotationData("EXTDATA", "JSON object, free data"), real("HEIGHT", "height"),
              real("ROTATE", "rotation"), real("FACTOR", "width factor"),
-             real("LINETYPE", "line type"), integer("INPUT", "how the value is entered, 0 to 2"),
-             integer("ANNTYPE", "annotation type, 0 to 5"),
-             integer("ENTTYPE", "entity type, 0 to 8")})),
+             real("LINETYPE", "line type"),
+             integer("INPUT", "how the value is entered, 0 to 2; the host gives it its meaning"),
+             integer("ANNTYPE", "annotation type, 0 to 5; the host gives it its meaning"),
+             integer("ENTTYPE", "entity type, 0 to 8: 1 general, 3 text, 5 special line")})),
     };
 }
 
@@ -153,7 +154,7 @@ QVector<TableSchema> attributeTables()
             {text("TABLE", "table that owns the field; a row of an unknown table is left out",
                   Holds::TableReference),
              text("NAME", "field name", Holds::Field), text("TEXT", "display text", Holds::Name),
-             integer("TYPE", "0 text, 1 integer, 2 long, 3 real, 4 date; from 10 on the field is "
+             integer("TYPE", "0 text, 1 integer, 2 long, 3 real, 4 date; 10 more and the field is "
                              "not shown"),
              integer("LENGTH", "characters or digits"),
              integer("DECIMAL", "digits behind the point"),

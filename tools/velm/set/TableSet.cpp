@@ -94,7 +94,7 @@ QString writeDatabase(const DatabaseTables& content, const QString& path)
     Velm::ErrorStatus status = database.initDatabase(path, QString());
     if (status != Velm::VelmOk)
         return QStringLiteral("the database cannot be made: ")
-               + database.getQSqlDatabase().lastError().text();
+               + database.getQSqlDatabase().lastError().databaseText();
     status = database.startTransaction(true);
     for (const SetTable& table : content.tables) {
         if (status == Velm::VelmOk)

@@ -1,5 +1,6 @@
 #include "set/TextImport.h"
 
+#include "cli/FileCause.h"
 #include "set/OlderSet.h"
 
 #include "CVelmFindFile.h"
@@ -77,7 +78,7 @@ QString TextImport::readFile(const QString& folder, const QString& name)
         return QString();
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return path + QStringLiteral(": ") + file.errorString();
+        return path + QStringLiteral(": ") + whyNotRead(path);
     QByteArray bytes = file.readAll();
     if (bytes.startsWith("\xEF\xBB\xBF"))
         bytes.remove(0, 3);
@@ -161,8 +162,9 @@ void TextImport::addRow(const QString& tableName, const QStringList& columns,
     const QString known = tableName + QLatin1Char('/') + value;
     const auto earlier = m_rowOfKey.constFind(known);
     if (!key.isEmpty() && earlier != m_rowOfKey.constEnd()) {
-        reject(earlier->second,
-               QStringLiteral("line %1 has the same %2").arg(m_line).arg(key.toLower()));
+        reject(
+            earlier->second,
+            QStringLiteral("line %1 has the same %2, and counts").arg(m_line).arg(key.toLower()));
         target.rows[earlier->first] = row;
         m_rowOfKey.insert(known, {earlier->first, m_line});
         return;

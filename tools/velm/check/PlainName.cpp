@@ -1,0 +1,17 @@
+#include "check/PlainName.h"
+
+#include <algorithm>
+
+bool isControl(QChar ch)
+{
+    return ch.category() == QChar::Other_Control || ch == QChar::LineSeparator
+           || ch == QChar::ParagraphSeparator;
+}
+
+QString plainName(const QString& name)
+{
+    QString plain = name;
+    QChar* const end = std::remove_if(plain.begin(), plain.end(), isControl);
+    plain.truncate(static_cast<int>(end - plain.begin()));
+    return plain.trimmed();
+}
