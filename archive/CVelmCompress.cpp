@@ -33,7 +33,7 @@ struct OpenArchive
     QString open(const QString& path)
     {
         file.setFileName(path);
-        if (!file.open(QIODevice::ReadOnly))
+        if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
             return aboutEntry(path, file.errorString());
         QString problem = reader.open();
         if (problem.isEmpty())

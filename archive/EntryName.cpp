@@ -19,7 +19,10 @@ bool isDevice(const QString& part)
         QStringLiteral("^(con|prn|aux|nul|conin\\$|conout\\$|(com|lpt)[0-9\\x{B9}\\x{B2}\\x{B3}])"
                        "[ ]*([.:].*)?$"),
         QRegularExpression::CaseInsensitiveOption);
-    return devices.match(part).hasMatch();
+    constexpr int kShortest = 3;
+    const bool mayBe =
+        part.size() >= kShortest && QStringLiteral("cpanlCPANL").contains(part.at(0));
+    return mayBe && devices.match(part).hasMatch();
 }
 
 bool hasForbiddenCharacter(const QString& part)
@@ -61,13 +64,12 @@ QString decodedEntryName(const QByteArray& bytes, bool isUtf8)
 
 QString entryNameProblem(const QString& name)
 {
-    constexpr int kMostParts = 200;
     QString path = name;
     if (path.endsWith(QLatin1Char('/')))
         path.chop(1);
     const QStringList parts = path.split(QLatin1Char('/'));
-    if (parts.size() > kMostParts)
-        return QStringLiteral("has more than %1 folders").arg(kMostParts);
+    if (parts.size() > kMostNameParts)
+        return QStringLiteral("has too many folders");
     for (const QString& part : parts) {
         const QString problem = partProblem(part);
         if (!problem.isEmpty())

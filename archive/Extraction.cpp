@@ -22,6 +22,12 @@ bool isNamed(const QString& entry, const QString& name)
            || entry.at(name.size()) == QLatin1Char('/');
 }
 
+/// The part of a name before its last "/"; empty if there is none.
+QString folderOf(const QString& name)
+{
+    return name.left(std::max(0, name.lastIndexOf(QLatin1Char('/'))));
+}
+
 QString isThere(const QString& path)
 {
     return aboutEntry(path, QStringLiteral("is there already"));
@@ -32,7 +38,10 @@ QString isThere(const QString& path)
 Extraction::Extraction(ZipReader& archive, const CompressSettings& settings, const QString& folder)
     : m_archive(archive), m_settings(settings), m_limits(settings),
       m_folder(QDir::cleanPath(QFileInfo(folder).absoluteFilePath()))
-{}
+{
+    if (QFileInfo::exists(m_folder))
+        m_there.insert(QString());
+}
 
 Extraction::~Extraction()
 {
@@ -87,26 +96,49 @@ QString Extraction::admit(const ZipEntry& entry)
 /// Notes the folders of a name and looks at the places that they will have.
 QString Extraction::addFolders(const QString& name)
 {
+    const QString last = folderOf(name);
+    if (last == m_lastAdded)
+        return QString();
     for (int end = name.indexOf(QLatin1Char('/')); end >= 0;
          end = name.indexOf(QLatin1Char('/'), end + 1)) {
-        const QString folder = name.left(end);
-        const QString key = entryNameKey(folder);
-        if (m_files.contains(key))
-            return QStringLiteral("a file of the archive has the name of its folder");
-        if (m_folders.contains(key))
-            continue;
-        m_folders.insert(key);
-        const QFileInfo place(m_folder + QLatin1Char('/') + folder);
-        if (place.isSymLink())
-            return QStringLiteral("a link is in the place of its folder \"%1\"").arg(folder);
-        if (place.exists() && !place.isDir())
-            return QStringLiteral("a file is in the place of its folder \"%1\"").arg(folder);
+        const QString problem = addFolder(name.left(end));
+        if (!problem.isEmpty())
+            return problem;
     }
+    m_lastAdded = last;
     return QString();
+}
+
+QString Extraction::addFolder(const QString& folder)
+{
+    const QString key = entryNameKey(folder);
+    if (m_files.contains(key))
+        return QStringLiteral("a file of the archive has the name of its folder");
+    if (m_folders.contains(key))
+        return QString();
+    m_folders.insert(key);
+    if (!mayBeThere(folder))
+        return QString();
+    const QFileInfo place(m_folder + QLatin1Char('/') + folder);
+    if (place.isSymLink())
+        return QStringLiteral("a link is in the place of its folder \"%1\"").arg(folder);
+    if (place.exists() && !place.isDir())
+        return QStringLiteral("a file is in the place of its folder \"%1\"").arg(folder);
+    if (place.exists())
+        m_there.insert(key);
+    return QString();
+}
+
+/// Whether the folder is there in which something of that name will lie.
+bool Extraction::mayBeThere(const QString& name) const
+{
+    return m_there.contains(entryNameKey(folderOf(name)));
 }
 
 QString Extraction::placeProblem(const QString& name) const
 {
+    if (!mayBeThere(name))
+        return QString();
     const QFileInfo place(m_folder + QLatin1Char('/') + name);
     if (place.isDir() && !place.isSymLink())
         return QStringLiteral("a folder is in its place");

@@ -28,6 +28,8 @@ public:
 private:
     QString admit(const ZipEntry& entry);
     QString addFolders(const QString& name);
+    QString addFolder(const QString& folder);
+    bool mayBeThere(const QString& name) const;
     QString placeProblem(const QString& name) const;
 
     QString makeFolder();
@@ -43,6 +45,8 @@ private:
     QVector<ZipEntry> m_chosen;
     QSet<QString> m_files;      // their names, in one spelling
     QSet<QString> m_folders;    // the same
+    QSet<QString> m_there;      // those of them that are there, "" for the one to extract into
+    QString m_lastAdded;        // folder
     QStringList m_madeFolders;  // in the order of making
     QString m_content;          // where the files are made
     QString m_lastFolder;       // that was made there

@@ -10,7 +10,7 @@
 
 namespace velm::detail {
 
-SourceTree::SourceTree(const QString& except) : m_except(QFileInfo(except).canonicalFilePath()) {}
+SourceTree::SourceTree(const QString& except) : m_except(except) {}
 
 QString SourceTree::add(const QString& path)
 {
@@ -55,9 +55,13 @@ QString SourceTree::addEntry(const QFileInfo& entry, const QString& name)
         m_leftOut.append(entry.filePath());
         return QString();
     }
-    if (!isFolder && !m_except.isEmpty() && entry.canonicalFilePath() == m_except)
+    if (entry.fileName() == m_except.fileName()
+        && entry.canonicalFilePath() == m_except.canonicalFilePath())
         return QString();
-    const QString problem = entryNameProblem(name);
+    // Of the folders that it lies in was asked before.
+    QString problem = entryNameProblem(name.mid(name.lastIndexOf(QLatin1Char('/')) + 1));
+    if (problem.isEmpty() && name.count(QLatin1Char('/')) >= kMostNameParts)
+        problem = QStringLiteral("has too many folders");
     if (!problem.isEmpty())
         return aboutEntry(entry.filePath(), QStringLiteral("its name ") + problem);
     const QString key = entryNameKey(name);

@@ -1,12 +1,11 @@
 #pragma once
 
 #include <QDateTime>
+#include <QFileInfo>
 #include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QVector>
-
-class QFileInfo;
 
 namespace velm::detail {
 
@@ -41,7 +40,7 @@ private:
     QString addEntry(const QFileInfo& entry, const QString& name);
     QString addFolders();
 
-    QString m_except;
+    QFileInfo m_except;
     QVector<Source> m_sources;
     QVector<Source> m_open;  // folders that are still to be looked into, the next one last
     QSet<QString> m_names;

@@ -1,10 +1,15 @@
 #include "archive/ZipDevice.h"
 
 #include <algorithm>
+#include <cstring>
+#include <utility>
 
 namespace velm::detail {
 
 namespace {
+
+constexpr int kPart = 1 << 16;         // bytes read at a time
+constexpr int kMostWritten = 1 << 20;  // bytes that are held before they are written
 
 ZipDevice& of(voidpf stream)
 {
@@ -16,42 +21,31 @@ voidpf ZCALLBACK openDevice(voidpf opaque, const void*, int)
     return opaque;
 }
 
-uLong ZCALLBACK readDevice(voidpf, voidpf stream, void* buffer, uLong size)
+uLong ZCALLBACK readDevice(voidpf, voidpf stream, void* bytes, uLong size)
 {
-    const auto asked = static_cast<qint64>(size);
-    const qint64 got = of(stream).device().read(static_cast<char*>(buffer), asked);
-    of(stream).note(asked, got);
-    return static_cast<uLong>(std::max<qint64>(0, got));
+    return static_cast<uLong>(
+        of(stream).read(static_cast<char*>(bytes), static_cast<qint64>(size)));
 }
 
-uLong ZCALLBACK writeDevice(voidpf, voidpf stream, const void* buffer, uLong size)
+uLong ZCALLBACK writeDevice(voidpf, voidpf stream, const void* bytes, uLong size)
 {
-    const auto asked = static_cast<qint64>(size);
-    const qint64 put = of(stream).device().write(static_cast<const char*>(buffer), asked);
-    of(stream).note(asked, put);
-    return static_cast<uLong>(std::max<qint64>(0, put));
+    return static_cast<uLong>(
+        of(stream).write(static_cast<const char*>(bytes), static_cast<qint64>(size)));
 }
 
 ZPOS64_T ZCALLBACK tellDevice(voidpf, voidpf stream)
 {
-    return static_cast<ZPOS64_T>(of(stream).device().pos());
+    return static_cast<ZPOS64_T>(of(stream).position());
 }
 
 long ZCALLBACK seekDevice(voidpf, voidpf stream, ZPOS64_T offset, int origin)
 {
-    QIODevice& device = of(stream).device();
-    qint64 base = 0;
-    if (origin == ZLIB_FILEFUNC_SEEK_CUR)
-        base = device.pos();
-    else if (origin == ZLIB_FILEFUNC_SEEK_END)
-        base = device.size();
-    const qint64 place = base + static_cast<qint64>(offset);
-    return place >= 0 && device.seek(place) ? 0 : -1;
+    return of(stream).seek(static_cast<qint64>(offset), origin) ? 0 : -1;
 }
 
-int ZCALLBACK leaveDevice(voidpf, voidpf)
+int ZCALLBACK leaveDevice(voidpf, voidpf stream)
 {
-    return 0;
+    return of(stream).flush() ? 0 : -1;
 }
 
 int ZCALLBACK wasShort(voidpf, voidpf stream)
@@ -73,6 +67,78 @@ zlib_filefunc64_def ZipDevice::functions()
     functions.zerror_file = wasShort;
     functions.opaque = this;
     return functions;
+}
+
+bool ZipDevice::seek(qint64 offset, int origin)
+{
+    qint64 base = 0;
+    if (origin == ZLIB_FILEFUNC_SEEK_CUR)
+        base = m_position;
+    else if (origin == ZLIB_FILEFUNC_SEEK_END)
+        base = std::max(m_device.size(), m_written.at + m_written.bytes.size());
+    // Nobody writes so far behind the end, and a place that an archive claims may overflow.
+    if (offset < -base || offset > m_device.size() + 2 * kMostWritten - base)
+        return false;
+    m_position = base + offset;
+    return true;
+}
+
+qint64 ZipDevice::read(char* bytes, qint64 size)
+{
+    qint64 done = 0;
+    while (done < size) {
+        const Part& part = partWith(m_position);
+        if (!part.holds(m_position))
+            break;
+        const qint64 offset = m_position - part.at;
+        const qint64 count = std::min(size - done, part.bytes.size() - offset);
+        std::memcpy(bytes + done, part.bytes.constData() + offset, static_cast<size_t>(count));
+        done += count;
+        m_position += count;
+    }
+    m_isShort = m_isShort || done != size;
+    return done;
+}
+
+/// The part that holds a place; one that does not if there is nothing at that place.
+const ZipDevice::Part& ZipDevice::partWith(qint64 place)
+{
+    if (m_read[0].holds(place))
+        return m_read[0];
+    std::swap(m_read[0], m_read[1]);
+    if (m_read[0].holds(place))
+        return m_read[0];
+    m_read[0].at = place;
+    m_read[0].bytes.resize(kPart);
+    const qint64 got = m_device.seek(place) ? m_device.read(m_read[0].bytes.data(), kPart) : 0;
+    m_read[0].bytes.truncate(static_cast<int>(std::max<qint64>(0, got)));
+    return m_read[0];
+}
+
+qint64 ZipDevice::write(const char* bytes, qint64 size)
+{
+    const qint64 end = m_written.at + m_written.bytes.size();
+    const bool touches = m_position >= m_written.at && m_position <= end;
+    if ((!touches || m_written.bytes.size() >= kMostWritten) && !flush())
+        return 0;
+    if (m_written.bytes.isEmpty())
+        m_written.at = m_position;
+    const auto offset = static_cast<int>(m_position - m_written.at);
+    const auto count = static_cast<int>(size);
+    m_written.bytes.replace(offset, count, bytes, count);
+    m_position += size;
+    return size;
+}
+
+bool ZipDevice::flush()
+{
+    const qint64 size = m_written.bytes.size();
+    const bool isDone = size == 0
+                        || (m_device.seek(m_written.at)
+                            && m_device.write(m_written.bytes.constData(), size) == size);
+    m_isShort = m_isShort || !isDone;
+    m_written.bytes.resize(0);
+    return isDone;
 }
 
 }  // namespace velm::detail

@@ -1,6 +1,5 @@
 #include "archive/ZipReader.h"
 
-#include "archive/CompressSettings.h"
 #include "archive/EntryName.h"
 #include "archive/ZipTime.h"
 
@@ -130,15 +129,14 @@ QString ZipReader::read(const ZipEntry& entry, const Sink& sink)
 
 QString ZipReader::readOpened(const Sink& sink)
 {
-    QByteArray part(kArchivePart, Qt::Uninitialized);
     while (true) {
         const int got =
-            unzReadCurrentFile(m_archive, part.data(), static_cast<unsigned>(part.size()));
+            unzReadCurrentFile(m_archive, m_part.data(), static_cast<unsigned>(m_part.size()));
         if (got < 0)
             return QStringLiteral("its content is damaged");
         if (got == 0)
             return QString();
-        const QString problem = sink(part.constData(), got);
+        const QString problem = sink(m_part.constData(), got);
         if (!problem.isEmpty())
             return problem;
     }

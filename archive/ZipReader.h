@@ -1,7 +1,7 @@
 #pragma once
 
+#include "archive/CompressSettings.h"
 #include "archive/ZipDevice.h"
-#include "CVelmCompress.h"
 
 #include <minizip/unzip.h>
 
@@ -42,6 +42,7 @@ private:
     QString readOpened(const Sink& sink);
 
     ZipDevice m_device;
+    QByteArray m_part = QByteArray(kArchivePart, Qt::Uninitialized);
     unzFile m_archive = nullptr;
     quint64 m_directoryEnd = 0;  // behind the entry that was read last
 };

@@ -1,6 +1,5 @@
 #include "archive/ZipWriter.h"
 
-#include "archive/CompressSettings.h"
 #include "archive/ZipTime.h"
 
 #include <QtEndian>
@@ -110,14 +109,14 @@ QString ZipWriter::beginEntry(const QString& name, const QDateTime& modified, bo
 
 QString ZipWriter::copy(QIODevice& content, const Progress& progress)
 {
-    QByteArray part(kArchivePart, Qt::Uninitialized);
     while (true) {
-        const qint64 got = content.read(part.data(), part.size());
+        const qint64 got = content.read(m_part.data(), m_part.size());
         if (got < 0)
             return content.errorString();
         if (got == 0)
             return QString();
-        if (zipWriteInFileInZip(m_archive, part.constData(), static_cast<unsigned>(got)) != ZIP_OK)
+        if (zipWriteInFileInZip(m_archive, m_part.constData(), static_cast<unsigned>(got))
+            != ZIP_OK)
             return failed();
         const QString problem = progress(got);
         if (!problem.isEmpty())

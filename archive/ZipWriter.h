@@ -1,5 +1,6 @@
 #pragma once
 
+#include "archive/CompressSettings.h"
 #include "archive/ZipDevice.h"
 
 #include <QDateTime>
@@ -40,6 +41,7 @@ private:
     QString failed() const;
 
     ZipDevice m_device;
+    QByteArray m_part = QByteArray(kArchivePart, Qt::Uninitialized);
     int m_level;
     zipFile m_archive = nullptr;
     int m_entries = 0;

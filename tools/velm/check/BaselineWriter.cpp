@@ -2,12 +2,10 @@
 #include "check/Report.h"
 #include "cli/FileCause.h"
 #include "cli/JsonArray.h"
-#include "set/StagingFolder.h"
 
-#include "common/files/AtomicFile.h"
+#include "common/files/StagedFile.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <tuple>
@@ -70,16 +68,8 @@ bool writeList(const QVector<Problem>& problems, QFile& file)
 
 QString baselinefile::write(const QVector<Problem>& problems, const QString& path)
 {
-    const QString folder = QFileInfo(path).absolutePath();
-    StagingFolder::removeLeftOver(folder);
-    StagingFolder staging;
-    if (!QFileInfo(folder).isDir() || !staging.make(folder))
+    velm::detail::StagedFile file(path);
+    if (!file.open().isEmpty() || !writeList(problems, file.file()))
         return path + QStringLiteral(": ") + whyNotWritten(path);
-    QFile file(staging.path(QStringLiteral("baseline")));
-    if (!file.open(QIODevice::WriteOnly) || !writeList(problems, file))
-        return path + QStringLiteral(": ") + whyNotWritten(path);
-    file.close();
-    QString problem;
-    velm::detail::AtomicFile made(QFileInfo(path).absoluteFilePath(), file.fileName());
-    return made.commit(problem) ? QString() : path + QStringLiteral(": ") + problem;
+    return file.commit();
 }

@@ -65,7 +65,7 @@ void DatabaseFix::makeCopy()
     if (!m_problem.isEmpty())
         return;
     const QString folder = QFileInfo(m_path).absolutePath();
-    StagingFolder::removeLeftOver(folder);
+    velm::detail::StagingFolder::removeLeftOver(folder);
     CVelmDatabase copied;
     if (!m_staging.make(folder))
         m_problem = QStringLiteral("no copy could be kept of it: its folder may not be written");

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "check/CheckedTable.h"
-#include "set/StagingFolder.h"
+
+#include "common/files/StagingFolder.h"
 
 #include "CVelmDatabase.h"
 
@@ -38,7 +39,7 @@ private:
 
     QString m_path;
     CVelmDatabase m_database;
-    StagingFolder m_staging;
+    velm::detail::StagingFolder m_staging;
     QSqlQuery m_change;  // the last one, which the next mostly equals
     QString m_copy;      // empty until it is in its place
     QString m_problem;
