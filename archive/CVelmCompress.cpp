@@ -200,8 +200,10 @@ bool CVelmCompress::list(const QString& archive, QVector<VelmArchiveEntry>& entr
             return problem;
         QVector<VelmArchiveEntry> found;
         found.reserve(from.entries.size());
-        for (const ZipEntry& entry : qAsConst(from.entries))
+        for (const ZipEntry& entry : qAsConst(from.entries)) {
             found.append(entry);
+            found.last().modified = entry.modified.toLocalTime();
+        }
         entries = found;
         return QString();
     });

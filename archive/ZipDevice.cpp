@@ -76,8 +76,8 @@ bool ZipDevice::seek(qint64 offset, int origin)
         base = m_position;
     else if (origin == ZLIB_FILEFUNC_SEEK_END)
         base = std::max(m_device.size(), m_written.at + m_written.bytes.size());
-    // Nobody writes so far behind the end, and a place that an archive claims may overflow.
-    if (offset < -base || offset > m_device.size() + 2 * kMostWritten - base)
+    constexpr qint64 kFarthest = 1LL << 62;  // an archive may claim any place
+    if (offset < -base || offset > kFarthest - base)
         return false;
     m_position = base + offset;
     return true;

@@ -35,7 +35,7 @@ QDateTime timeOfFields(const QByteArray& fields)
         if (id == kTimeField && size >= 5 && at + 5 <= fields.size()
             && (fields.at(at) & kHasModified) != 0)
             return QDateTime::fromSecsSinceEpoch(
-                qFromLittleEndian<qint32>(fields.constData() + at + 1));
+                qFromLittleEndian<qint32>(fields.constData() + at + 1), Qt::UTC);
         at += size;
     }
     return QDateTime();

@@ -9,7 +9,7 @@ namespace velm::detail {
 /// of Info-ZIP); empty where 32 bits do not hold it.
 QByteArray timeField(const QDateTime& modified);
 
-/// The time that the fields behind a name tell; invalid if they tell none.
+/// The time, in UTC, that the fields behind a name tell; invalid if they tell none.
 QDateTime timeOfFields(const QByteArray& fields);
 
 /// A local time in the form of MS-DOS, years 1980 to 2107 in steps of 2 seconds, and back.

@@ -10,6 +10,8 @@ namespace velm::detail {
 
 namespace {
 
+constexpr qint64 kMostWithout64 = 0xF0000000;  // what does not compress becomes a little larger
+
 template<class Number>
 void put(QByteArray& bytes, Number number)
 {
@@ -58,6 +60,8 @@ QString ZipWriter::open()
 {
     zlib_filefunc64_def functions = m_device.functions();
     m_archive = zipOpen2_64(nullptr, APPEND_STATUS_CREATE, nullptr, &functions);
+    if (m_level > 0)
+        m_deflater = std::make_unique<Deflater>(m_level);
     return m_archive ? QString() : QStringLiteral("out of memory");
 }
 
@@ -67,7 +71,7 @@ QString ZipWriter::addFile(const QString& name, const QDateTime& modified, QIODe
     QString problem = beginEntry(name, modified, false, size);
     if (problem.isEmpty())
         problem = copy(content, progress);
-    if (problem.isEmpty() && zipCloseFileInZip(m_archive) != ZIP_OK)
+    if (problem.isEmpty() && zipCloseFileInZipRaw64(m_archive, m_size, m_crc) != ZIP_OK)
         problem = failed();
     return problem;
 }
@@ -88,7 +92,6 @@ QString ZipWriter::beginEntry(const QString& name, const QDateTime& modified, bo
     constexpr uLong kArchived = 0x20;
     constexpr uLong kMadeByDos = 45;  // version 4.5 of the format, and system 0
     constexpr uLong kIsUtf8 = 1U << 11;
-    constexpr qint64 kMostWithout64 = 0xF0000000;  // what does not compress becomes a little larger
     constexpr int kMostNameBytes = 0xFFFF;
     const QByteArray bytes = name.toUtf8();
     if (bytes.size() > kMostNameBytes)
@@ -99,29 +102,46 @@ QString ZipWriter::beginEntry(const QString& name, const QDateTime& modified, bo
     const QByteArray time = timeField(modified);
     const auto timeSize = static_cast<uInt>(time.size());
     const int method = isFolder || m_level == 0 ? 0 : Z_DEFLATED;
+    m_is64 = size > kMostWithout64;
     const int result = zipOpenNewFileInZip4_64(
         m_archive, bytes.constData(), &info, time.constData(), timeSize, time.constData(), timeSize,
-        nullptr, method, m_level, 0, -MAX_WBITS, MAX_MEM_LEVEL - 1, Z_DEFAULT_STRATEGY, nullptr, 0,
-        kMadeByDos, kIsUtf8, size > kMostWithout64 ? 1 : 0);
+        nullptr, method, m_level, isFolder ? 0 : 1, -MAX_WBITS, MAX_MEM_LEVEL - 1,
+        Z_DEFAULT_STRATEGY, nullptr, 0, kMadeByDos, kIsUtf8, m_is64 ? 1 : 0);
     ++m_entries;
     return result == ZIP_OK ? QString() : failed();
 }
 
+/// Compresses a content, or hands it on as it is.
 QString ZipWriter::copy(QIODevice& content, const Progress& progress)
 {
-    while (true) {
-        const qint64 got = content.read(m_part.data(), m_part.size());
+    const auto toArchive = [this](const char* bytes, int size) { return put(bytes, size); };
+    m_crc = crc32(0, nullptr, 0);
+    m_size = 0;
+    qint64 got = m_part.size();
+    while (got == m_part.size()) {  // a file gives less at its end only
+        got = content.read(m_part.data(), m_part.size());
         if (got < 0)
             return content.errorString();
-        if (got == 0)
-            return QString();
-        if (zipWriteInFileInZip(m_archive, m_part.constData(), static_cast<unsigned>(got))
-            != ZIP_OK)
-            return failed();
-        const QString problem = progress(got);
+        const auto size = static_cast<int>(got);
+        m_crc = crc32(m_crc, reinterpret_cast<const Bytef*>(m_part.constData()),
+                      static_cast<uInt>(size));
+        m_size += static_cast<quint64>(size);
+        QString problem = m_deflater ? m_deflater->take(m_part.constData(), size, toArchive)
+                                     : put(m_part.constData(), size);
+        if (problem.isEmpty() && !m_is64 && m_size > static_cast<quint64>(kMostWithout64))
+            problem = QStringLiteral("it grew while it was read");
+        if (problem.isEmpty() && size > 0)
+            problem = progress(size);
         if (!problem.isEmpty())
             return problem;
     }
+    return m_deflater ? m_deflater->end(toArchive) : QString();
+}
+
+QString ZipWriter::put(const char* bytes, int size)
+{
+    const int result = zipWriteInFileInZip(m_archive, bytes, static_cast<unsigned>(size));
+    return result == ZIP_OK ? QString() : failed();
 }
 
 QString ZipWriter::close()

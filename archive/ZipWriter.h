@@ -1,12 +1,14 @@
 #pragma once
 
 #include "archive/CompressSettings.h"
+#include "archive/Deflater.h"
 #include "archive/ZipDevice.h"
 
 #include <QDateTime>
 #include <QString>
 
 #include <functional>
+#include <memory>
 
 #include <minizip/zip.h>
 
@@ -37,14 +39,19 @@ public:
 private:
     QString beginEntry(const QString& name, const QDateTime& modified, bool isFolder, qint64 size);
     QString copy(QIODevice& content, const Progress& progress);
+    QString put(const char* bytes, int size);
     bool widenEnd();
     QString failed() const;
 
     ZipDevice m_device;
+    std::unique_ptr<Deflater> m_deflater;  // null if contents are stored as they are
     QByteArray m_part = QByteArray(kArchivePart, Qt::Uninitialized);
     int m_level;
     zipFile m_archive = nullptr;
     int m_entries = 0;
+    quint64 m_size = 0;  // of the content that is added
+    uLong m_crc = 0;     // the same
+    bool m_is64 = false;
 };
 
 }  // namespace velm::detail

@@ -21,6 +21,7 @@ target_link_libraries(velm_files PUBLIC Qt5::Core PRIVATE velm_flags)
 add_library(velm_objects OBJECT
     include/CVelmEvent.h  # for moc
     archive/CVelmCompress.cpp
+    archive/Deflater.cpp
     archive/EntryName.cpp
     archive/Extraction.cpp
     archive/ReadLimits.cpp
