@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 /// What each system does in its own way with a terminal.
 namespace velm::detail::platform {
@@ -11,6 +12,12 @@ bool outputTakesEscapes();
 
 /// The number of columns of the terminal that standard output is; 0 if it is none.
 int outputWidth();
+/// The same of standard error.
+int errorWidth();
+
+/// Asks for a line that the terminal does not show, and ends with Enter. False if there is no
+/// terminal, or if the user breaks off (Ctrl+C, Ctrl+D).
+bool readHidden(const QString& question, QString& line);
 
 enum class Stream
 {

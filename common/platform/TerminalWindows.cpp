@@ -28,6 +28,36 @@ bool writeToConsole(HANDLE console, const QString& text)
     return true;
 }
 
+int widthOf(DWORD handle)
+{
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    const bool isConsole = GetConsoleScreenBufferInfo(GetStdHandle(handle), &info) != 0;
+    return isConsole ? info.srWindow.Right - info.srWindow.Left + 1 : 0;
+}
+
+/// Reads keys up to Enter. False if the user breaks off.
+bool readKeys(HANDLE console, QString& line)
+{
+    constexpr wchar_t kBreak = 3;  // Ctrl+C
+    constexpr wchar_t kEnd = 4;    // Ctrl+D
+    QString keys;
+    wchar_t key = 0;
+    DWORD count = 0;
+    while (ReadConsoleW(console, &key, 1, &count, nullptr) != 0 && count == 1) {
+        if (key == L'\r' || key == L'\n') {
+            line = keys;
+            return true;
+        }
+        if (key == kBreak || key == kEnd)
+            return false;
+        if (key == L'\b')
+            keys.chop(1);
+        else
+            keys.append(QChar(static_cast<ushort>(key)));
+    }
+    return false;
+}
+
 }  // namespace
 
 bool outputTakesEscapes()
@@ -43,9 +73,32 @@ bool outputTakesEscapes()
 
 int outputWidth()
 {
-    CONSOLE_SCREEN_BUFFER_INFO info{};
-    const bool isConsole = GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info) != 0;
-    return isConsole ? info.srWindow.Right - info.srWindow.Left + 1 : 0;
+    return widthOf(STD_OUTPUT_HANDLE);
+}
+
+int errorWidth()
+{
+    return widthOf(STD_ERROR_HANDLE);
+}
+
+bool readHidden(const QString& question, QString& line)
+{
+    const HANDLE console = CreateFileW(L"CONIN$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ,
+                                       nullptr, OPEN_EXISTING, 0, nullptr);
+    DWORD usual = 0;
+    if (console == INVALID_HANDLE_VALUE || GetConsoleMode(console, &usual) == 0) {
+        if (console != INVALID_HANDLE_VALUE)
+            CloseHandle(console);
+        return false;
+    }
+    writeText(Stream::Error, question.toUtf8());
+    // Keys are read one by one, so that none ends the program or is shown.
+    SetConsoleMode(console, 0);
+    const bool isWhole = readKeys(console, line);
+    SetConsoleMode(console, usual);
+    CloseHandle(console);
+    writeText(Stream::Error, "\n");
+    return isWhole;
 }
 
 bool writeText(Stream stream, const QByteArray& text)

@@ -7,10 +7,12 @@
 namespace commands {
 
 int check(const QStringList& arguments);
+int crypt(const QStringList& arguments);
 int doctor(const QStringList& arguments);
 int importText(const QStringList& arguments);
 int init(const QStringList& arguments);
 int list(const QStringList& arguments);
 int lookup(const QStringList& arguments);
+int zip(const QStringList& arguments);
 
 }  // namespace commands

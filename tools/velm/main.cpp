@@ -21,14 +21,16 @@ struct Command
     int (*run)(const QStringList& arguments);
 };
 
-constexpr std::array<Command, 6> kCommands{{
+constexpr std::array<Command, 8> kCommands{{
     {"check", "check a configuration set across all of its tables", &commands::check},
+    {"crypt", "encrypt or decrypt a file", &commands::crypt},
     {"doctor", "tell what the library finds on this machine, and what is missing",
      &commands::doctor},
     {"import-text", "bring the text files of the older set into a database", &commands::importText},
     {"init", "write the sample configuration set into a folder", &commands::init},
     {"list", "list feature codes", &commands::list},
     {"lookup", "show what a feature code is and how it is drawn", &commands::lookup},
+    {"zip", "make, list, extract or test a zip archive", &commands::zip},
 }};
 
 QString helpText()
@@ -49,7 +51,7 @@ QString helpText()
                 + QString::fromLatin1(command.summary) + QLatin1Char('\n');
     const QString notes = QStringLiteral(
         "\"velm COMMAND --help\" tells more. The configuration is --root DIR, else VELM_ROOT; "
-        "import-text and init read none and take no --root.\n"
+        "crypt, import-text, init and zip read none and take no --root.\n"
         "Files and pipes get UTF-8, text and JSON alike; a terminal gets what it shows.\n"
         "Exit codes: 0 fine, 1 nothing found or something missing, 2 wrong usage, 3 a file cannot "
         "be read or written.");
