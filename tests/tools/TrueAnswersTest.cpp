@@ -100,11 +100,13 @@ TEST_F(TrueAnswers, ShowsTheOptionsOfEveryCommand)
         const char* command;
         const char* line;
     } cases[] = {{"check", "  --sarif  "},
+                 {"crypt", "  --key-env NAME   Take the key"},
                  {"doctor", "  --root DIR  Folder that holds"},
                  {"import-text", "  -o FILE     The database to make.\n"},
                  {"init", "  --force     Replace files that exist.\n"},
                  {"list", "  --match TEXT   Codes whose code"},
-                 {"lookup", "  --by KEY    What CODE is"}};
+                 {"lookup", "  --by KEY    What CODE is"},
+                 {"zip", "  --into DIR      extract: the folder"}};
     for (const auto& c : cases) {
         const QString help = velm({QLatin1String(c.command), u"--help"_s}).output;
         EXPECT_TRUE(help.contains(QLatin1String(c.line))) << help.toStdString();
