@@ -165,7 +165,7 @@ bool CVelmCompress::compress(const QStringList& paths, const QString& archive)
             return aboutEntry(archive, QStringLiteral("is there already"));
         SourceTree tree(archive);
         for (const QString& path : paths) {
-            const QString problem = tree.add(path);
+            QString problem = tree.add(path);
             if (!problem.isEmpty())
                 return problem;
         }
@@ -195,7 +195,7 @@ bool CVelmCompress::list(const QString& archive, QVector<VelmArchiveEntry>& entr
 {
     return run([&]() -> QString {
         OpenArchive from;
-        const QString problem = from.open(archive);
+        QString problem = from.open(archive);
         if (!problem.isEmpty())
             return problem;
         QVector<VelmArchiveEntry> found;
@@ -227,7 +227,7 @@ bool CVelmCompress::readEntry(const QString& archive, const QString& name, QByte
 {
     return run([&]() -> QString {
         OpenArchive from;
-        const QString problem = from.open(archive);
+        QString problem = from.open(archive);
         if (!problem.isEmpty())
             return problem;
         const auto entry =
@@ -237,7 +237,7 @@ bool CVelmCompress::readEntry(const QString& archive, const QString& name, QByte
             return aboutEntry(name, QStringLiteral("there is no such entry"));
         QByteArray bytes;
         ReadLimits limits(*m_settings);
-        const QString unread = readContent(from, *entry, limits, bytes);
+        QString unread = readContent(from, *entry, limits, bytes);
         if (unread.isEmpty())
             content = bytes;
         return unread;

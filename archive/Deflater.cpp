@@ -25,7 +25,7 @@ Deflater::~Deflater()
 
 QString Deflater::end(const Sink& sink)
 {
-    const QString problem = run(nullptr, 0, Z_FINISH, sink);
+    QString problem = run(nullptr, 0, Z_FINISH, sink);
     deflateReset(&m_stream);
     return problem;
 }
@@ -40,7 +40,7 @@ QString Deflater::run(const char* bytes, int size, int flush, const Sink& sink)
         m_stream.avail_out = static_cast<uInt>(kOut);
         deflate(&m_stream, flush);
         const int made = kOut - static_cast<int>(m_stream.avail_out);
-        const QString problem = made > 0 ? sink(m_out.constData(), made) : QString();
+        QString problem = made > 0 ? sink(m_out.constData(), made) : QString();
         if (!problem.isEmpty())
             return problem;
     } while (m_stream.avail_out == 0);

@@ -71,7 +71,7 @@ QString entryNameProblem(const QString& name)
     if (parts.size() > kMostNameParts)
         return QStringLiteral("has too many folders");
     for (const QString& part : parts) {
-        const QString problem = partProblem(part);
+        QString problem = partProblem(part);
         if (!problem.isEmpty())
             return problem;
     }

@@ -59,7 +59,7 @@ QString Extraction::choose(const QVector<ZipEntry>& entries, const QStringList& 
             if (isNamed(entry.name, names.at(i)))
                 isWanted = found[i] = true;
         }
-        const QString problem = isWanted ? admit(entry) : QString();
+        QString problem = isWanted ? admit(entry) : QString();
         if (!problem.isEmpty())
             return aboutEntry(entry.name, problem);
     }
@@ -101,7 +101,7 @@ QString Extraction::addFolders(const QString& name)
         return QString();
     for (int end = name.indexOf(QLatin1Char('/')); end >= 0;
          end = name.indexOf(QLatin1Char('/'), end + 1)) {
-        const QString problem = addFolder(name.left(end));
+        QString problem = addFolder(name.left(end));
         if (!problem.isEmpty())
             return problem;
     }
@@ -202,12 +202,12 @@ QString Extraction::makeFile(const ZipEntry& entry, const QString& path)
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
         return QStringLiteral("it cannot be made: ") + file.errorString();
     const auto write = [&](const char* bytes, int size) {
-        const QString problem = m_limits.take(entry, size);
+        QString problem = m_limits.take(entry, size);
         if (!problem.isEmpty() || file.write(bytes, size) == size)
             return problem;
         return QStringLiteral("it cannot be written: ") + file.errorString();
     };
-    const QString problem = m_archive.read(entry, write);
+    QString problem = m_archive.read(entry, write);
     if (problem.isEmpty() && entry.modified.isValid())
         file.setFileTime(entry.modified, QFileDevice::FileModificationTime);
     return problem;
@@ -219,8 +219,7 @@ QString Extraction::moveAll(const QString& from, const QString& to)
     const QStringList names = QDir(from).entryList(
         QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Unsorted);
     for (const QString& name : names) {
-        const QString problem =
-            moveEntry(from + QLatin1Char('/') + name, to + QLatin1Char('/') + name);
+        QString problem = moveEntry(from + QLatin1Char('/') + name, to + QLatin1Char('/') + name);
         if (!problem.isEmpty())
             return problem;
     }

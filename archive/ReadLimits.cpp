@@ -4,7 +4,7 @@ namespace velm::detail {
 
 QString ReadLimits::admit(const ZipEntry& entry)
 {
-    const QString problem = ratioProblem(entry, entry.size);
+    QString problem = ratioProblem(entry, entry.size);
     if (!problem.isEmpty())
         return problem;
     if (entry.size > m_settings.mostBytes - m_claimed)
@@ -20,7 +20,7 @@ QString ReadLimits::take(const ZipEntry& entry, qint64 bytes)
     m_entry = entry.place;
     m_takenOfEntry = (isSame ? m_takenOfEntry : 0) + bytes;
     m_taken += bytes;
-    const QString problem = ratioProblem(entry, m_takenOfEntry);
+    QString problem = ratioProblem(entry, m_takenOfEntry);
     if (!problem.isEmpty())
         return problem;
     if (m_taken > m_settings.mostBytes)

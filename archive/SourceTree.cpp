@@ -22,7 +22,7 @@ QString SourceTree::add(const QString& path)
     if (entry.fileName().isEmpty())
         return aboutEntry(path, QStringLiteral("has no name of its own"));
     const int before = m_sources.size();
-    const QString problem = addEntry(QFileInfo(entry.canonicalFilePath()), entry.fileName());
+    QString problem = addEntry(QFileInfo(entry.canonicalFilePath()), entry.fileName());
     if (problem.isEmpty() && m_sources.size() == before && m_open.isEmpty())
         return aboutEntry(path, QStringLiteral("is neither a file nor a folder"));
     return problem.isEmpty() ? addFolders() : problem;
@@ -39,7 +39,7 @@ QString SourceTree::addFolders()
         const QFileInfoList entries = dir.entryInfoList(
             QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
         for (const QFileInfo& entry : entries) {
-            const QString problem = addEntry(entry, folder.name + entry.fileName());
+            QString problem = addEntry(entry, folder.name + entry.fileName());
             if (!problem.isEmpty())
                 return problem;
         }

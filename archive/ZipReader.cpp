@@ -60,7 +60,7 @@ QString ZipReader::readEntries(QVector<ZipEntry>& entries)
     int step = unzGoToFirstFile(m_archive);
     for (; step == UNZ_OK; step = unzGoToNextFile(m_archive)) {
         ZipEntry entry;
-        const QString problem = currentEntry(entry);
+        QString problem = currentEntry(entry);
         if (!problem.isEmpty())
             return problem;
         entries.append(entry);
@@ -120,7 +120,7 @@ QString ZipReader::read(const ZipEntry& entry, const Sink& sink)
     unz64_file_pos place = entry.place;
     if (unzGoToFilePos64(m_archive, &place) != UNZ_OK || unzOpenCurrentFile(m_archive) != UNZ_OK)
         return damaged();
-    const QString problem = readOpened(sink);
+    QString problem = readOpened(sink);
     const int closed = unzCloseCurrentFile(m_archive);
     if (!problem.isEmpty() || closed == UNZ_OK)
         return problem;
@@ -136,7 +136,7 @@ QString ZipReader::readOpened(const Sink& sink)
             return QStringLiteral("its content is damaged");
         if (got == 0)
             return QString();
-        const QString problem = sink(m_part.constData(), got);
+        QString problem = sink(m_part.constData(), got);
         if (!problem.isEmpty())
             return problem;
     }

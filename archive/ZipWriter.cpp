@@ -78,7 +78,7 @@ QString ZipWriter::addFile(const QString& name, const QDateTime& modified, QIODe
 
 QString ZipWriter::addFolder(const QString& name, const QDateTime& modified)
 {
-    const QString problem = beginEntry(name, modified, true, 0);
+    QString problem = beginEntry(name, modified, true, 0);
     if (!problem.isEmpty())
         return problem;
     return zipCloseFileInZip(m_archive) == ZIP_OK ? QString() : failed();

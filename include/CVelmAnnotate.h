@@ -45,8 +45,8 @@ public:
     /// ENTTYPE, checked in this order, is out of range; VelmDatabaseOpenFailed; VelmSqlExecFailed
     Velm::ErrorStatus getAnnotateItem(const QString& code, VelmAnnItem& item);
 
-    /// Gets one item: of @p code, with what getAnnotateItem() answers and writes into a new item.
-    /// Answers whether to go on.
+    /// Gets one item: of @p code, with what getAnnotateItem() answers and writes into a new item;
+    /// but a quote in a code is a character here like any other. Answers whether to go on.
     using AnnotateItemVisitor =
         std::function<bool(const QString& code, Velm::ErrorStatus status, const VelmAnnItem& item)>;
     /// The items of many codes in their order, each code as often as it is named. The database is

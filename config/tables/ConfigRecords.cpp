@@ -42,12 +42,6 @@ bool holdsTexts(const QSqlDatabase& database, const QString& table, const QStrin
     return count.toInt() > 0;
 }
 
-/// Whether a key stands in a statement as no more than itself.
-bool isPlain(const QString& key)
-{
-    return !key.contains(QLatin1Char('\'')) && !key.contains(QChar(0));
-}
-
 }  // namespace
 
 ConfigRecords::ConfigRecords(const QString& table, const QString& keyColumn,
@@ -113,8 +107,6 @@ void ConfigRecords::readAll(const QString& sql, const QStringList& keys)
 
 Velm::ErrorStatus ConfigRecords::read(const QString& key, Record& row)
 {
-    if (m_status == Velm::VelmNoData && !isPlain(key))
-        return readConfigRecord(m_database, m_table, m_keyColumn, key, row);
     if (m_status == Velm::VelmNoData && m_isPrepared)
         return search(key, row);
     row = m_rows.value(key);

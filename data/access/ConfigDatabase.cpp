@@ -186,7 +186,8 @@ QString describe(const QSqlError& error)
         kind = QStringLiteral("damaged: ");
     else if (code == kNotADatabase)
         kind = QStringLiteral("not a database: ");
-    return kind + error.text().trimmed();
+    // The driver's own words behind SQLite's are in the language of the program.
+    return kind + (error.databaseText().isEmpty() ? error.text() : error.databaseText()).trimmed();
 }
 
 }  // namespace velm::detail

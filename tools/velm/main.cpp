@@ -113,10 +113,11 @@ int run(QStringList arguments)
             arguments.removeAt(i);
             return runCommand(argument, arguments);
         }
+        if (argument == QLatin1String("--root") && ++i == arguments.size())
+            return usageError(QStringLiteral("--root needs a folder behind it"));
         if (argument == QLatin1String("--root"))
-            ++i;
-        else if (argument != QLatin1String("--json")
-                 && !argument.startsWith(QLatin1String("--root=")))
+            continue;
+        if (argument != QLatin1String("--json") && !argument.startsWith(QLatin1String("--root=")))
             return usageError(QStringLiteral("there is no option \"") + argument
                               + QStringLiteral("\" before a command"));
     }

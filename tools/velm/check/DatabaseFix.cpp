@@ -39,7 +39,8 @@ bool isRefusal(const QSqlQuery& query)
 
 }  // namespace
 
-DatabaseFix::DatabaseFix(const QString& path) : m_path(path)
+DatabaseFix::DatabaseFix(const QString& path)
+    : m_path(path), m_identity(velm::detail::platform::fileIdentity(path))
 {
     if (m_database.initDatabase(path, QString()) != Velm::VelmOk)
         m_problem = QStringLiteral("it cannot be opened");
@@ -153,5 +154,8 @@ bool DatabaseFix::commit()
         return false;
     run(QStringLiteral("commit"), QStringLiteral("the changes could not be committed: "));
     m_committed = m_problem.isEmpty();
-    return m_committed;
+    if (velm::detail::platform::fileIdentity(m_path) != m_identity)
+        m_problem = QStringLiteral("another program has put another file in its place meanwhile, "
+                                   "which is not changed");
+    return m_problem.isEmpty();
 }

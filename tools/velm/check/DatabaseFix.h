@@ -40,8 +40,9 @@ private:
     QString m_path;
     CVelmDatabase m_database;
     velm::detail::StagingFolder m_staging;
-    QSqlQuery m_change;  // the last one, which the next mostly equals
-    QString m_copy;      // empty until it is in its place
+    QByteArray m_identity;  // of the file that was opened
+    QSqlQuery m_change;     // the last one, which the next mostly equals
+    QString m_copy;         // empty until it is in its place
     QString m_problem;
     bool m_committed = false;
 };

@@ -7,6 +7,7 @@
 
 #include "CVelmSystemGlobal.h"
 
+#include <QFileInfo>
 #include <QSet>
 
 #include <algorithm>
@@ -50,6 +51,9 @@ bool isLeft(const Change& change)
 Fix::Fix(const CheckedSet& set, const QVector<Problem>& problems)
 {
     CVelmSystemGlobal& system = *CVelmSystemGlobal::Instance();
+    // What a run that was killed has left, also where nothing is to be changed.
+    for (const QString& path : {system.getSystemConfigDb(), system.getPipeConfigDb()})
+        velm::detail::StagingFolder::removeLeftOver(QFileInfo(path).absolutePath());
     apply(planOf(set, problems, schema::kSystemFile), set, schema::kSystemFile,
           system.getSystemConfigDb());
     apply(planOf(set, problems, schema::kPipeFile), set, schema::kPipeFile,

@@ -20,9 +20,9 @@ int selectRoot(const Arguments& arguments)
     const bool exists =
         named ? CVelmSystemGlobal::Instance()->setSystemRootRoute(root) : QFileInfo(root).isDir();
     if (!exists) {
-        console::tell(
-            QStringLiteral("cannot open the configuration \"%1\": there is no such folder")
-                .arg(root));
+        console::tell(QStringLiteral("cannot open the configuration \"%1\": ").arg(root)
+                      + (QFileInfo::exists(root) ? QStringLiteral("it is no folder")
+                                                 : QStringLiteral("there is no such folder")));
         return ExitCannotOpen;
     }
     return ExitFine;

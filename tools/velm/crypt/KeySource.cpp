@@ -75,7 +75,7 @@ void keysource::addOptions(Arguments& args)
 
 QString keysource::read(const Arguments& args, bool isNew, QString& key)
 {
-    const QString problem = readAny(args, isNew, key);
+    QString problem = readAny(args, isNew, key);
     const int size = key.toLocal8Bit().size();
     if (problem.isEmpty() && size < kKeyBytes)
         console::tell(QStringLiteral("warning: the key has %1 of 8 bytes; zeros stand for the rest")
