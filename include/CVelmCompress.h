@@ -22,8 +22,8 @@ struct VelmArchiveEntry
     qint64 compressedSize = 0;  ///< in bytes
     QDateTime modified;         ///< in local time; invalid if the archive does not tell
     quint32 crc = 0;            ///< CRC-32 of the content
-    bool isFolder = false;
-    bool isEncrypted = false;  ///< such an entry is listed, and not read
+    bool isFolder = false;      ///< a folder, which has no content
+    bool isEncrypted = false;   ///< such an entry is listed, and not read
 };
 
 /// Zip archives: makes, lists, tests and extracts them. Names are written as UTF-8, marked so;

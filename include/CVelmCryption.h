@@ -31,6 +31,8 @@ public:
 
 protected:
     CVelmCryption() = default;
+    /// A cipher has no data in this class, so there is nothing to copy.
     CVelmCryption(const CVelmCryption& other) = default;
+    /// Likewise.
     CVelmCryption& operator=(const CVelmCryption& other) = default;
 };

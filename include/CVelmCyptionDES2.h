@@ -19,8 +19,11 @@ class Des;
 class VELMCOMMON_EXPORT CVelmCyptionDES2 : public CVelmCryption
 {
 public:
+    /// Without a key, until initializeKey(), the round keys are all zero.
     CVelmCyptionDES2();
+    /// With the same round keys.
     CVelmCyptionDES2(const CVelmCyptionDES2& other);
+    /// Takes the round keys of the other.
     CVelmCyptionDES2& operator=(const CVelmCyptionDES2& other);
     /// Wipes the round keys.
     ~CVelmCyptionDES2() override;
