@@ -30,8 +30,9 @@ public:
     /// The reverse, as far as nothing was lost.
     void decryptString(Velm::CryptionType type, QString& out, const QString& in);
 
-    // Files. Nothing happens for an unknown type, a missing file or an empty one.
+    /// Encrypts a file. Nothing happens for an unknown @p type, a missing file or an empty one.
     void encryptFile(Velm::CryptionType type, const QString& inPath, const QString& outPath);
+    /// Decrypts a file; the rest like encryptFile().
     void decryptFile(Velm::CryptionType type, const QString& inPath, const QString& outPath);
 
 private:
