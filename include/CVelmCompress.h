@@ -44,6 +44,7 @@ public:
     /// Called now and then with the entry that is worked at, the bytes that are done and those that
     /// there are, all before compression; false breaks off.
     using Progress = std::function<bool(const QString& name, qint64 done, qint64 total)>;
+    /// Tells @p progress from now on; none ends that.
     void setProgress(const Progress& progress);
 
     /// How hard to compress, 0 (stored) to 9; 6 unless told, and for any other number.
