@@ -120,8 +120,8 @@ constexpr KeyParts makeKeyParts()
 {
     KeyParts all{};
     for (size_t part = 0; part < all.size(); ++part) {
-        for (quint64 seven = 0; seven < 128; ++seven)
-            all[part][seven] = spread(permuted(seven << (49 - 7 * part), 56, kPC2));
+        for (size_t seven = 0; seven < 128; ++seven)
+            all[part][seven] = spread(permuted(quint64(seven) << (49 - 7 * part), 56, kPC2));
     }
     return all;
 }
@@ -135,8 +135,8 @@ constexpr KeyBytes makeKeyBytes()
 {
     KeyBytes all{};
     for (size_t byte = 0; byte < all.size(); ++byte) {
-        for (quint64 seven = 0; seven < 128; ++seven)
-            all[byte][seven] = permuted(seven << (57 - 8 * byte), 64, kPC1);
+        for (size_t seven = 0; seven < 128; ++seven)
+            all[byte][seven] = permuted(quint64(seven) << (57 - 8 * byte), 64, kPC1);
     }
     return all;
 }

@@ -44,7 +44,8 @@ void ProgressBar::show(const QString& what, qint64 done, qint64 total)
         return;
     m_timer.restart();
     m_pauseMs = kNextMs;
-    const double part = total > 0 ? std::min(1.0, static_cast<double>(done) / total) : 0.0;
+    const double part =
+        total > 0 ? std::min(1.0, static_cast<double>(done) / static_cast<double>(total)) : 0.0;
     const int full = static_cast<int>(part * kBar);
     const QString bar = QLatin1Char('[') + QString(full, QLatin1Char('#'))
                         + QString(kBar - full, QLatin1Char('.')) + QStringLiteral("] ")
