@@ -1,6 +1,7 @@
 #include "check/CheckedSet.h"
 #include "check/EmptyTable.h"
 #include "check/LayerNames.h"
+#include "check/PlainName.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
 #include "check/WholeNumber.h"
@@ -42,12 +43,6 @@ bool firstCounts(const CheckedTable& table)
     return names.contains(table.name());
 }
 
-/// "row 3"; of a table without row numbers "another row".
-QString rowName(const Place& place)
-{
-    return place.row == 0 ? QStringLiteral("another row") : QStringLiteral("row %1").arg(place.row);
-}
-
 /// Which of several rows of a key counts, told at @p place.
 QString whichCounts(const CheckedTable& table, const Place& place, const Place& first,
                     const Place& last)
@@ -85,9 +80,9 @@ void checkUnique(const CheckedTable& table, const QString& column, const Uniquen
         const Place place = table.place(row, column);
         const auto [first, last] = exact.value(place.value);
         const auto [firstAlike, lastAlike] = folded.value(place.value.toLower());
-        if (place.value.isEmpty()) {
+        if (table.isSound(row, column) && isBlank(place.value)) {
             if (rules.empty)
-                problems.add(*rules.empty, place, QStringLiteral("is empty"));
+                problems.add(*rules.empty, place, emptyOrBlank(place.value));
         } else if (first < row) {
             if (rules.same)
                 problems.add(

@@ -1,4 +1,5 @@
 #include "check/CheckedSet.h"
+#include "check/PlainName.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
 
@@ -11,18 +12,28 @@ constexpr const Rule& kDuplicateEntry = rules::named("dictionary-duplicate-entry
 const QString kCode = QStringLiteral("CODE");
 const QString kValue = QStringLiteral("VALUE");
 
-/// Reports empty and repeated texts in a column of a dictionary.
+/// Reports empty and repeated texts in a column of a dictionary. Of a row without both the code is
+/// told.
 void checkEntries(const CheckedTable& table, const QString& column, Problems& problems)
 {
-    QSet<QString> known;
+    QHash<QString, int> known;
     for (int row = 0; table.has(column) && row < table.size(); ++row) {
-        const QString text = table.text(row, column);
-        if (text.trimmed().isEmpty())
-            problems.add(kEmptyEntry, table.place(row, column), QStringLiteral("is empty"));
-        else if (known.contains(text))
-            problems.add(kDuplicateEntry, table.place(row, column),
-                         QStringLiteral("stands in the dictionary already"));
-        known.insert(text);
+        const Place place = table.place(row, column);
+        const QString& text = place.value;
+        const bool isTold =
+            column == kValue && table.has(kCode) && isBlank(table.text(row, kCode));
+        if (table.isSound(row, column) && isBlank(text)) {
+            if (!isTold)
+                problems.add(kEmptyEntry, place, emptyOrBlank(text));
+            continue;
+        }
+        const auto first = known.constFind(text);
+        if (first == known.constEnd())
+            known.insert(text, row);
+        else
+            problems.add(kDuplicateEntry, place,
+                         QStringLiteral("stands in %1 too")
+                             .arg(rowName(table.place(*first, column))));
     }
 }
 
@@ -35,7 +46,7 @@ void checkList(const CheckedTable& table, int row, Problems& problems)
     QSet<QString> known;
     const QStringList entries = place.value.split(QLatin1Char(';'));
     for (const QString& entry : entries) {
-        if (entry.trimmed().isEmpty())
+        if (isBlank(entry))
             problems.add(kEmptyEntry, place, QStringLiteral("has an empty entry"));
         else if (known.contains(entry))
             problems.add(kDuplicateEntry, place,

@@ -1,4 +1,5 @@
 #include "check/CheckedSet.h"
+#include "check/DictionaryCodes.h"
 #include "check/FieldTypes.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
@@ -153,23 +154,9 @@ QString whyMisfit(const QString& value, int type, int length)
     }
 }
 
-/// Why a default value is none of the codes of the field's dictionary; empty if it is one, or there
-/// is no such dictionary.
-QString whyNoCode(const CheckedSet& set, const FieldTable& fields, int row, const QString& value)
-{
-    const QString dictionary = fields.rows.plain(row, QStringLiteral("DICTIONARY"));
-    const QStringList codes = set.codesOf(dictionary);
-    if (codes.isEmpty() || codes.contains(value))
-        return QString();
-    constexpr int kShown = 8;
-    return QStringLiteral("is no code of the dictionary \"%1\": %2")
-               .arg(dictionary, codes.mid(0, kShown).join(QStringLiteral(", ")))
-           + (codes.size() > kShown ? QStringLiteral(", ...") : QString());
-}
-
 /// Reports a default value that the field cannot take.
-void checkDefault(const CheckedSet& set, const FieldTable& fields, int row, int type,
-                  Problems& problems)
+void checkDefault(const CheckedSet& set, DictionaryCodes& codes, const FieldTable& fields, int row,
+                  int type, Problems& problems)
 {
     const Place place = fields.rows.place(row, fields.defaultValue);
     if (place.value.isEmpty() || !fields.rows.isSound(row, fields.defaultValue))
@@ -186,12 +173,14 @@ void checkDefault(const CheckedSet& set, const FieldTable& fields, int row, int 
     else
         misfit = whyMisfit(place.value, type, fields.number(row, fields.length).value_or(0));
     if (misfit.isEmpty())
-        misfit = whyNoCode(set, fields, row, place.value);
+        misfit =
+            codes.whyNone(fields.rows.plain(row, QStringLiteral("DICTIONARY")), place.value);
     if (!misfit.isEmpty())
         problems.add(kDefaultDoesNotFit, place, misfit);
 }
 
-void checkField(const CheckedSet& set, const FieldTable& fields, int row, Problems& problems)
+void checkField(const CheckedSet& set, DictionaryCodes& codes, const FieldTable& fields, int row,
+                Problems& problems)
 {
     const std::optional<int> type = fields.number(row, fields.type);
     if (!type)
@@ -200,7 +189,7 @@ void checkField(const CheckedSet& set, const FieldTable& fields, int row, Proble
         return problems.add(kFieldTypeRange, fields.rows.place(row, fields.type),
                             QStringLiteral("is not one of ") + fieldtypes::names());
     checkSize(fields, row, *type % fieldtypes::kHidden, problems);
-    checkDefault(set, fields, row, *type % fieldtypes::kHidden, problems);
+    checkDefault(set, codes, fields, row, *type % fieldtypes::kHidden, problems);
 }
 
 QSet<QString> namesIn(const CheckedTable& table, const QString& column)
@@ -253,10 +242,11 @@ void rules::checkFields(const CheckedSet& set, Problems& problems)
 {
     const FieldTable own = systemFields(set);
     const FieldTable pipe = pipeFields(set);
+    DictionaryCodes codes(set);
     for (const FieldTable* fields : {&own, &pipe}) {
         checkNames(*fields, problems);
         for (int row = 0; row < fields->rows.size(); ++row)
-            checkField(set, *fields, row, problems);
+            checkField(set, codes, *fields, row, problems);
     }
     checkBothDatabases(set, own, pipe, problems);
 }
