@@ -1,5 +1,6 @@
 #include "check/CheckedSet.h"
 
+#include "check/PlainName.h"
 #include "check/Snapshot.h"
 
 #include "CVelmSystemGlobal.h"
@@ -76,6 +77,9 @@ void CheckedSet::findDictionaries()
         // One that lacks a column, or is none, is told as that.
         if (schema::isDictionary(table.name()) && velm::detail::isIdentifier(table.name()))
             m_dictionaries.insert(table.name());
+        else if (schema::isDictionary(table.name())
+                 && velm::detail::isIdentifier(plainName(table.name())))
+            m_dictionaries.insert(plainName(table.name()));
     }
     const CheckedTable& pipe = table("SYS_DICTIONARY");
     for (int row = 0; row < pipe.size(); ++row) {

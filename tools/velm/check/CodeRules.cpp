@@ -5,6 +5,7 @@
 #include "check/Rules.h"
 #include "check/RuleTable.h"
 #include "check/WholeNumber.h"
+#include "cli/Suggestions.h"
 
 #include "VelmTypes.h"
 
@@ -24,6 +25,7 @@ constexpr const Rule& kSpecialLineType = rules::named("special-line-type");
 constexpr const Rule& kLayerDiffersInCase = rules::named("layer-differs-in-case");
 
 const QString kCode = QStringLiteral("CODE");
+const QString kDefault = QStringLiteral("[Default]");
 
 /// What a column must keep; null where anything goes.
 struct Uniqueness
@@ -151,17 +153,32 @@ QHash<QString, int> codesOf(const CheckedTable& table)
     return codes;
 }
 
+/// Whether a table has a row for all codes that have none of their own.
+bool hasDefault(const CheckedTable& table)
+{
+    return table.name().startsWith(QLatin1String("RecordConfig"));
+}
+
 /// Whether a code stands for all that have no rows of their own.
 bool isDefault(const CheckedTable& table, const QString& code)
 {
-    return table.name().startsWith(QLatin1String("RecordConfig"))
-           && code == QLatin1String("[Default]");
+    return hasDefault(table) && code == kDefault;
+}
+
+/// What may be meant by a code that is not known.
+QString hintFor(const Rule& rule, const CheckedTable& table, const QString& code,
+                const QStringList& known, Problems& problems)
+{
+    return hasDefault(table) && code.compare(kDefault, Qt::CaseInsensitive) == 0
+               ? didYouMean({kDefault})
+               : problems.suggestionAmong(rule, code, known);
 }
 
 /// Reports the codes of @p table that @p other, whose codes are @p known, does not have.
 void checkKnown(const CheckedTable& table, const CheckedTable& other,
                 const QHash<QString, int>& known, const Rule& rule, Problems& problems)
 {
+    const QStringList candidates = &rule == &kUnknownCode ? known.keys() : QStringList();
     for (int row = 0; row < table.size(); ++row) {
         const QString code = table.plain(row, kCode);
         if (code.isEmpty() || isDefault(table, code) || known.contains(code))
@@ -169,7 +186,8 @@ void checkKnown(const CheckedTable& table, const CheckedTable& other,
         if (tellIfEmpty(other, problems))
             return;
         problems.add(rule, table.place(row, kCode),
-                     QStringLiteral("has no row in ") + other.name());
+                     QStringLiteral("has no row in ") + other.name()
+                         + hintFor(rule, table, code, candidates, problems));
     }
 }
 

@@ -71,7 +71,8 @@ void checkField(const CheckedSet& set, const QString& table, const ConvertedFiel
                  field.path + QStringLiteral(" is for ")
                      + (isNamed ? QString() : QStringLiteral("\"%1\", ").arg(field.name))
                      + QStringLiteral("a field that the table \"%1\" does not have").arg(table)
-                     + problems.suggestionAmong(kConversionField, field.name, set.gisTables().fieldNames(table)));
+                     + problems.suggestionAmong(kConversionField, field.name,
+                                                set.gisTables().fieldNames(table)));
 }
 
 /// Whether the table that the document names is there; reports it if it is not.

@@ -3,9 +3,12 @@
 #include "check/Rules.h"
 #include "check/RuleTable.h"
 
+#include "data/values/DictionaryName.h"
+
 namespace {
 
 constexpr const Rule& kWithoutEntries = rules::named("dictionary-without-entries");
+constexpr const Rule& kName = rules::named("dictionary-name");
 constexpr const Rule& kEmptyEntry = rules::named("dictionary-empty-entry");
 constexpr const Rule& kDuplicateEntry = rules::named("dictionary-duplicate-entry");
 
@@ -20,8 +23,7 @@ void checkEntries(const CheckedTable& table, const QString& column, Problems& pr
     for (int row = 0; table.has(column) && row < table.size(); ++row) {
         const Place place = table.place(row, column);
         const QString& text = place.value;
-        const bool isTold =
-            column == kValue && table.has(kCode) && isBlank(table.text(row, kCode));
+        const bool isTold = column == kValue && table.has(kCode) && isBlank(table.text(row, kCode));
         if (table.isSound(row, column) && isBlank(text)) {
             if (!isTold)
                 problems.add(kEmptyEntry, place, emptyOrBlank(text));
@@ -31,9 +33,9 @@ void checkEntries(const CheckedTable& table, const QString& column, Problems& pr
         if (first == known.constEnd())
             known.insert(text, row);
         else
-            problems.add(kDuplicateEntry, place,
-                         QStringLiteral("stands in %1 too")
-                             .arg(rowName(table.place(*first, column))));
+            problems.add(
+                kDuplicateEntry, place,
+                QStringLiteral("stands in %1 too").arg(rowName(table.place(*first, column))));
     }
 }
 
@@ -62,6 +64,11 @@ void rules::checkDictionaries(const CheckedSet& set, Problems& problems)
     for (const CheckedTable& table : set.tables()) {
         if (!schema::isDictionary(table.name()) || !table.exists())
             continue;
+        if (!velm::detail::isIdentifier(table.name()))
+            problems.addOnce(QStringLiteral("dictionary ") + table.name(), kName, table.place(),
+                             QStringLiteral("\"%1\" counts as no dictionary, since its name has "
+                                            "others than letters, digits, _ and $")
+                                 .arg(table.name()));
         if (table.size() == 0 && table.has(kCode) && table.has(kValue))
             problems.add(kWithoutEntries, table.place(), QStringLiteral("has no entries"));
         checkEntries(table, kCode, problems);

@@ -32,9 +32,8 @@ public:
             m_tables.insert(index.plain(row, kCode), index.plain(row, QStringLiteral("TABLE")));
         const CheckedTable& extensions = set.table("IndexiniExtend");
         for (int row = 0; row < extensions.size(); ++row)
-            m_extensions.insert(
-                extensions.plain(row, kCode),
-                extensions.plain(row, QStringLiteral("EXTTABLE")));
+            m_extensions.insert(extensions.plain(row, kCode),
+                                extensions.plain(row, QStringLiteral("EXTTABLE")));
     }
 
     /// The GIS table of a code; empty if it has none that is defined, which is told elsewhere.

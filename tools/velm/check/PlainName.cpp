@@ -23,6 +23,5 @@ bool isBlank(const QString& text)
 
 QString emptyOrBlank(const QString& text)
 {
-    return text.isEmpty() ? QStringLiteral("is empty")
-                          : QStringLiteral("holds nothing but blanks");
+    return text.isEmpty() ? QStringLiteral("is empty") : QStringLiteral("holds nothing but blanks");
 }
