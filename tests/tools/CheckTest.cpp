@@ -718,7 +718,7 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
     runSql({u"update indexini set CODE = '310301 ' where CODE = '310301'"_s,
             u"insert into indexini (CODE, NAME, WIDTH) values (' 110102', 'taken', 0)"_s,
             u"update Workdef set LAYER = 'jmd_m' where CODE = '320102'"_s,
-            u"insert into VelmCmdSetting values ('', '[]')"_s,
+            u"insert into VelmCmdSetting values ('  ', '[]')"_s,
             u"insert into VelmFrame (ConfigName) values (' N'), ('N ')"_s});
     const Answer answer =
         check({u"--fix"_s, u"--json"_s, u"--rule"_s, u"blank-at-end"_s, u"--rule"_s,
@@ -736,7 +736,7 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
     EXPECT_EQ(
         told.split(u": peltaconfig.db "_s).join(u": "_s).split(u'\n'),
         (QStringList{
-            u"fixed: VelmCmdSetting row 12 CMDNAME: the row is removed"_s,
+            u"fixed: VelmCmdSetting row 12 (CMDNAME   ) CMDNAME: the row is removed"_s,
             u"fixed: indexini row 123 (CODE 310301 ) CODE: \"310301 \" is \"310301\" now"_s,
             u"left: indexini row 621 (CODE  110102) CODE: without the blank it would be a "
             "second \"110102\""_s,

@@ -23,5 +23,8 @@ bool isBlank(const QString& text)
 
 QString emptyOrBlank(const QString& text)
 {
-    return text.isEmpty() ? QStringLiteral("is empty") : QStringLiteral("holds nothing but blanks");
+    if (text.isEmpty())
+        return QStringLiteral("is empty");
+    return text.trimmed().isEmpty() ? QStringLiteral("holds nothing but blanks")
+                                    : QStringLiteral("holds nothing that anybody sees");
 }
