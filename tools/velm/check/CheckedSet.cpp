@@ -1,5 +1,6 @@
 #include "check/CheckedSet.h"
 
+#include "check/PlainName.h"
 #include "check/Snapshot.h"
 
 #include "CVelmSystemGlobal.h"
@@ -70,32 +71,15 @@ void CheckedSet::readPipe()
     read(snapshot, schema::kPipeFile);
 }
 
-QStringList CheckedSet::codesOf(const QString& dictionary) const
-{
-    QStringList codes;
-    for (const CheckedTable& table : m_tables) {
-        const bool isMeant = table.name() == dictionary && schema::isDictionary(dictionary);
-        for (int row = 0; isMeant && row < table.size(); ++row)
-            codes.append(table.text(row, QStringLiteral("CODE")));
-    }
-    const CheckedTable& pipe = table("SYS_DICTIONARY");
-    for (int row = 0; row < pipe.size(); ++row) {
-        if (pipe.plain(row, QStringLiteral("NAME")) != dictionary || dictionary.isEmpty())
-            continue;
-        codes.clear();  // it takes the place of a table
-        const int count = pipe.text(row, QStringLiteral("LISTVALUE")).count(QLatin1Char(';')) + 1;
-        for (int code = 0; code < count; ++code)
-            codes.append(QString::number(code));
-    }
-    return codes;
-}
-
 void CheckedSet::findDictionaries()
 {
     for (const CheckedTable& table : qAsConst(m_tables)) {
         // One that lacks a column, or is none, is told as that.
         if (schema::isDictionary(table.name()) && velm::detail::isIdentifier(table.name()))
             m_dictionaries.insert(table.name());
+        else if (schema::isDictionary(table.name())
+                 && velm::detail::isIdentifier(plainName(table.name())))
+            m_dictionaries.insert(plainName(table.name()));
     }
     const CheckedTable& pipe = table("SYS_DICTIONARY");
     for (int row = 0; row < pipe.size(); ++row) {

@@ -41,8 +41,6 @@ public:
     const QStringList& systemTables() const { return m_systemTables; }
     /// Names of all dictionaries that the library loads, or would if nothing were amiss with them.
     const QSet<QString>& dictionaries() const { return m_dictionaries; }
-    /// The codes of a dictionary, in stored order; none if there is no such dictionary.
-    QStringList codesOf(const QString& dictionary) const;
 
     /// Key columns without an index.
     const QVector<Place>& withoutIndex() const { return m_withoutIndex; }

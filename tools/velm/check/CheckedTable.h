@@ -20,6 +20,9 @@ struct Place
     QString value;
 };
 
+/// "row 3"; of a table without row numbers "another row".
+QString rowName(const Place& place);
+
 struct CheckedRow
 {
     qint64 id;  ///< rowid; 0 in a table without

@@ -31,12 +31,16 @@ QJsonObject objectIn(const QString& text)
 }
 
 /// Reports lists of the layout of records that are shorter or longer than the list of headers.
-void checkLayout(const QJsonObject& document, const Place& place, Problems& problems)
+/// Beside keys that are not known, one that is not there is mistyped, and told as that.
+void checkLayout(const QJsonObject& document, bool hasUnknownKeys, const Place& place,
+                 Problems& problems)
 {
+    if (hasUnknownKeys && !document.contains(QStringLiteral("HeaderList")))
+        return;
     const int headers = document.value(QStringLiteral("HeaderList")).toArray().size();
     for (const char* name : {"FieldType", "FieldDecimal"}) {
         const int size = document.value(QLatin1String(name)).toArray().size();
-        if (size != headers)
+        if (size != headers && !(hasUnknownKeys && !document.contains(QLatin1String(name))))
             problems.add(kLayoutLists, place,
                          QStringLiteral("%1 has %2 elements, HeaderList %3")
                              .arg(QLatin1String(name))
@@ -82,7 +86,7 @@ void checkDefinition(const CheckedSet& set, const QString& key, const Place& pla
     if (key == documents::fieldConversion())
         rules::checkConversion(set, objectIn(place.value), place, problems);
     if (key == documents::genusLayout())
-        checkLayout(objectIn(place.value), place, problems);
+        checkLayout(objectIn(place.value), !unknownKeys.isEmpty(), place, problems);
 }
 
 bool isInteger(const QJsonValue& value)

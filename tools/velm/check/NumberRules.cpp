@@ -98,7 +98,8 @@ void checkNumber(const CheckedTable& table, int row, const ColumnSchema& column,
     if (!std::isfinite(number))
         return problems.add(kNotFinite, place, QStringLiteral("is no finite number"));
     if (range && (number < range->least || number > range->greatest))
-        return problems.add(range->rule, place, QLatin1String(range->wanted));
+        return problems.add(range->rule, place,
+                            isEmpty ? QStringLiteral("is empty") : QLatin1String(range->wanted));
     QString message;
     const Rule* notWhole = column.type == ColumnType::Integer && !isEmpty
                                ? whyNotWhole(value, number, message)
