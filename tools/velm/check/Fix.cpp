@@ -2,6 +2,7 @@
 
 #include "check/CheckedSet.h"
 #include "check/DatabaseFix.h"
+#include "check/MendedNames.h"
 #include "check/Report.h"
 #include "cli/Console.h"
 
@@ -50,9 +51,10 @@ bool isLeft(const Change& change)
 Fix::Fix(const CheckedSet& set, const QVector<Problem>& problems)
 {
     CVelmSystemGlobal& system = *CVelmSystemGlobal::Instance();
-    apply(planOf(set, problems, schema::kSystemFile), set, schema::kSystemFile,
+    MendedNames names(set);
+    apply(planOf(set, names, problems, schema::kSystemFile), set, schema::kSystemFile,
           system.getSystemConfigDb());
-    apply(planOf(set, problems, schema::kPipeFile), set, schema::kPipeFile,
+    apply(planOf(set, names, problems, schema::kPipeFile), set, schema::kPipeFile,
           system.getPipeConfigDb());
     tellTotals();
 }
