@@ -431,14 +431,23 @@ TEST_F(CheckTest, RefusesWhatItCannotRead)
     refuses(u"peltaconfig.db, table globaldefines: row 2, column value holds more than 64 MiB"_s);
     runSql({u"update globaldefines set value = '' where rowid = 2"_s});
     const QString file = path(u"config/peltaconfig.db"_s);
-    const QString root = querySql(u"select rootpage from sqlite_master where name='Workdef'"_s)[0];
-    {
+    const auto damage = [&](const QString& name, const QByteArray& bytes, int at) {
+        const QString root =
+            querySql(u"select rootpage from sqlite_master where name = '%1'"_s.arg(name))[0];
         QFile database(file);
-        ASSERT_TRUE(database.open(QIODevice::ReadWrite));
-        ASSERT_TRUE(database.seek((root.toInt() - 1) * 4096));
-        database.write(QByteArray(4096, 'x'));
-    }
+        EXPECT_TRUE(database.open(QIODevice::ReadWrite));
+        EXPECT_TRUE(database.seek((root.toInt() - 1) * 4096 + at));
+        database.write(bytes);
+    };
+    damage(u"IX_VelmFrame_ConfigName"_s, QByteArray(1, 'x'), 4090);
+    refuses(u"peltaconfig.db, table VelmFrame, index IX_VelmFrame_ConfigName: it is damaged"_s);
+    damage(u"IX_VelmAnnotate_CODE"_s, QByteArray(4096, '\xFF'), 0);
+    refuses(u"peltaconfig.db, table VelmAnnotate, index IX_VelmAnnotate_CODE: "_s);
+    damage(u"Workdef"_s, QByteArray(4096, 'x'), 0);
     refuses(u"peltaconfig.db, table Workdef: "_s);
+    writeFile(u"config/peltaconfig.db"_s, QByteArray());
+    refuses(u"the file is empty"_s);
+    EXPECT_TRUE(velm({u"--root"_s, this->root(), u"list"_s}).talk.contains(u"the file is empty"_s));
     writeFile(u"config/peltaconfig.db"_s, "no database, whatever its name may say");
     refuses(u"peltaconfig.db"_s);
     ASSERT_TRUE(QFile::remove(path(u"config/PipeConfig.db"_s)));
@@ -718,6 +727,30 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
                                         "remove them first"_s));
     EXPECT_EQ(querySql(u"select count(*) from VelmCmdSetting where CmdName = ''"_s),
               QStringList{u"1"_s});
+}
+
+TEST_F(CheckTest, LeavesWhatHasNoSafeAnswer)
+{
+    runSql({u"update indexini set USECODE = 'SJD ' where rowid = 1"_s,
+            u"update indexini set USECODE = '110102 ' where rowid = 3"_s,
+            u"update indexini set USECODE = ' NEW' where rowid = 4"_s,
+            u"update indexini set USECODE = 'new ' where rowid = 5"_s,
+            u"update Workdef set LAYER = 'New1' where rowid = 1"_s,
+            u"update Workdef set LAYER = 'NEW1' where rowid = 2"_s});
+    runSql({u"insert into SYS_GISTABLE values ('jmd_pg ', '', 2)"_s,
+            u"insert into SYS_DICTIONARY values ('TBL_FWJG ', 'x;y')"_s},
+           u"config/PipeConfig.db"_s);
+    QStringList left;
+    for (const QString& line : check({u"--fix"_s}).talk.remove(u'\r').split(u'\n')) {
+        if (line.startsWith(u"velm: left: "_s))
+            left.append(line.section(u": "_s, 3));
+    }
+    EXPECT_EQ(left, (QStringList{u"without the blank it would be the user code of \"110102\" too"_s,
+                                 u"without the blank it would be the code of another feature"_s,
+                                 u"without the blank it would be the user code of \"110104\" too"_s,
+                                 u"as many rows have it as have \"New1\""_s,
+                                 u"without the blank it would be a second \"TBL_FWJG\""_s,
+                                 u"without the blank it would be a second \"jmd_pg\""_s}));
 }
 
 TEST_F(CheckTest, MendsAllOrNothingAlsoWhenKilled)

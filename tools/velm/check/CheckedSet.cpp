@@ -33,8 +33,10 @@ bool CheckedSet::has(std::initializer_list<const char*> names) const
 void CheckedSet::read(Snapshot& snapshot, const QString& fileName)
 {
     for (CheckedTable& table : m_tables) {
-        if (table.schema().database == fileName)
-            snapshot.read(table, m_budget);
+        if (table.schema().database != fileName)
+            continue;
+        snapshot.read(table, m_budget);
+        snapshot.readIndexes(table);
     }
     for (const Snapshot::Trigger& trigger : snapshot.triggers()) {
         Place place;
