@@ -316,7 +316,15 @@ const Broken kBroken[] = {
     {"json-key", kSystem,
      u"update globaldefines set value = '{\"FrameData\":{\"FrameSise\":{}}}' where key = "
      "'GlobalParam'",
-     u"globaldefines VALUE {\"FrameData\":{\"FrameSise\":{}}}"},
+     u"globaldefines VALUE {\"FrameData\":{\"FrameSise\":{}}}",
+     u"the key \"FrameData.FrameSise\" is not known; did you mean \"FrameSize\"?"},
+    {"json-syntax", kSystem, u"update VelmFrame set FRAMEMODE = ' ' where rowid = 1",
+     u"VelmFrame FRAMEMODE", u"is empty"},
+    {"json-syntax", kSystem,
+     u"update globaldefines set value = '{\"[\":' || replace(hex(zeroblob(300)), '0', '[') || "
+     "replace(hex(zeroblob(300)), '0', ']') || '}' where key = 'GlobalParam'",
+     u"globaldefines VALUE {\"[\":[[[[[[[[[[[[[[[[[[[[[[[[[[[",
+     u"is nested deeper than 512 levels, the most that are read, at character 517"},
     {"conversion-table", kSystem,
      u"update globaldefines set value = '{\"TableInfo\":{\"TableName\":\"NO\"}}' where key = "
      "'字段转换'",
@@ -507,6 +515,7 @@ TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)
     const QJsonValue location = result[u"locations"_s][0];
     EXPECT_EQ(location[u"logicalLocations"_s][0][u"fullyQualifiedName"_s].toString(),
               u"peltaconfig.db/Workdef/x2/CODE"_s);
+    EXPECT_EQ(location[u"logicalLocations"_s][0][u"properties"_s][u"row"_s].toInt(), 70002);
     const QString base = run[u"originalUriBaseIds"_s][u"ROOT"_s][u"uri"_s].toString();
     EXPECT_EQ(QUrl(base, QUrl::StrictMode).toLocalFile(), root() + u'/') << base.toStdString();
 }
@@ -786,6 +795,7 @@ TEST_F(CheckTest, MendsAllOrNothingAlsoWhenKilled)
 
 TEST_F(CheckTest, ChecksAgainWhenAFileChanges)
 {
+    runSql({u"pragma journal_mode=wal"_s});
     QProcess watching;
     watching.start(program(), {u"--root"_s, root(), u"check"_s, u"--watch"_s});
     QByteArray output;
@@ -800,6 +810,7 @@ TEST_F(CheckTest, ChecksAgainWhenAFileChanges)
     EXPECT_TRUE(waitFor("0 errors, 0 warnings, 0 notes")) << output.toStdString();
     runSql({u"update Workdef set COLOR = 999 where CODE = '310301'"_s});
     EXPECT_TRUE(waitFor("1 error, 0 warnings, 0 notes")) << output.toStdString();
+    EXPECT_EQ(output.count("checking again"), 1) << "what the check itself leaves is no change";
     watching.kill();
     watching.waitForFinished();
 }

@@ -64,11 +64,11 @@ QString MendedNames::rename(const CheckedTable& table, const ColumnSchema& colum
     if (column.holds == Holds::UserCode)
         return renameUserCode(place, name);
     if (column.holds == Holds::FeatureCode) {
-        const QString problem = whyNoCode(name);
+        QString problem = whyNoCode(name);
         if (!problem.isEmpty())
             return problem;
     }
-    const QString taken = whyTaken(table, column.name, name);
+    QString taken = whyTaken(table, column.name, name);
     if (taken.isEmpty() && column.holds == Holds::FeatureCode)
         m_codes.remove(place.value);
     return taken;
