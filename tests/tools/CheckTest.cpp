@@ -426,6 +426,33 @@ TEST_F(CheckTest, ReportsWhatIsMissingOnce)
     EXPECT_TRUE(found(check({u"--json"_s})).contains(u"text-file-field"_s));
 }
 
+TEST_F(CheckTest, ChecksTheLinesThatStandInForATable)
+{
+    runSql({u"delete from Workdef"_s, u"delete from Attributetable"_s,
+            u"delete from Attributefield"_s});
+    writeFile(u"config/work.def"_s, "110101,<bad>,99,kz,1.0,t,999\n");
+    writeFile(u"config/attribute.def"_s,
+              "T,A,a,A,9\nF,A,n,n,77,1,0\nF,A,m,m,0,-4,0\nF,A,,o,0,1,0\nF,A,N,n,0,1,0\n");
+    QStringList lines;
+    for (const QString& line : check({}).output.split(u'\n'))
+        lines.append(line.section(u": "_s, 0, 1).section(u' ', 1));
+    for (const char* line : {"layer-name: work.def line 1 (CODE 110101) LAYER",
+                             "entity-type-range: work.def line 1 (CODE 110101) ENTTYPE",
+                             "colour-range: work.def line 1 (CODE 110101) COLOR",
+                             "table-type-range: attribute.def line 1 (TABLE A) TYPE",
+                             "field-type-range: attribute.def line 2 (TABLE A, NAME n) TYPE",
+                             "field-length: attribute.def line 3 (TABLE A, NAME m) LENGTH",
+                             "empty-field-name: attribute.def line 4 (TABLE A, NAME ) NAME",
+                             "duplicate-code: attribute.def line 5 (TABLE A, NAME N) NAME"})
+        EXPECT_EQ(lines.count(QLatin1String(line)), 1) << line << lines.join(u'\n').toStdString();
+    EXPECT_EQ(lines.filter(u"Workdef"_s), QStringList()) << "not empty";
+    ASSERT_TRUE(QFile::remove(path(u"config/work.def"_s)));
+    ASSERT_TRUE(QDir().mkdir(path(u"config/work.def"_s)));
+    const Answer refused = check({});
+    EXPECT_EQ(refused.exitCode, 3);
+    EXPECT_TRUE(refused.talk.trimmed().endsWith(u"config/work.def: it is no file"_s));
+}
+
 TEST_F(CheckTest, RefusesWhatItCannotRead)
 {
     const auto refuses = [this](const QString& cause) {

@@ -14,6 +14,7 @@ CheckedSet::CheckedSet()
     readSystem();
     readPipe();
     findDictionaries();
+    readStandIns();
     m_gisTables = GisTables(*this);
 }
 
@@ -90,6 +91,25 @@ QStringList CheckedSet::codesOf(const QString& dictionary) const
             codes.append(QString::number(code));
     }
     return codes;
+}
+
+void CheckedSet::readStandIns()
+{
+    for (const auto& [name, tableName] : StandIn::files()) {
+        const QString& wanted = tableName;
+        const auto table =
+            std::find_if(m_tables.begin(), m_tables.end(),
+                         [&wanted](const CheckedTable& table) { return table.name() == wanted; });
+        if (table->size() > 0)
+            continue;
+        const StandIn file(name);
+        if (m_problem.isEmpty())
+            m_problem = file.problem();
+        if (file.isThere())
+            m_standIns.append(file);
+        if (file.isTaken() && file.takesOneLine())
+            table->setStoodInFor();
+    }
 }
 
 void CheckedSet::findDictionaries()

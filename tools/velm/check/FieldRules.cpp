@@ -46,12 +46,16 @@ struct FieldTable
     }
 };
 
-FieldTable systemFields(const CheckedSet& set)
+FieldTable systemFields(const CheckedTable& fields)
 {
-    return {set.table("Attributefield"), QStringLiteral("TABLE"),
-            QStringLiteral("NAME"),      QStringLiteral("TYPE"),
-            QStringLiteral("LENGTH"),    QStringLiteral("DECIMAL"),
-            QStringLiteral("DEFAULT"),   true};
+    return {fields,
+            QStringLiteral("TABLE"),
+            QStringLiteral("NAME"),
+            QStringLiteral("TYPE"),
+            QStringLiteral("LENGTH"),
+            QStringLiteral("DECIMAL"),
+            QStringLiteral("DEFAULT"),
+            true};
 }
 
 FieldTable pipeFields(const CheckedSet& set)
@@ -203,6 +207,13 @@ void checkField(const CheckedSet& set, const FieldTable& fields, int row, Proble
     checkDefault(set, fields, row, *type % fieldtypes::kHidden, problems);
 }
 
+void checkTable(const CheckedSet& set, const FieldTable& fields, Problems& problems)
+{
+    checkNames(fields, problems);
+    for (int row = 0; row < fields.rows.size(); ++row)
+        checkField(set, fields, row, problems);
+}
+
 QSet<QString> namesIn(const CheckedTable& table, const QString& column)
 {
     QSet<QString> names;
@@ -251,12 +262,14 @@ void checkBothDatabases(const CheckedSet& set, const FieldTable& own, const Fiel
 
 void rules::checkFields(const CheckedSet& set, Problems& problems)
 {
-    const FieldTable own = systemFields(set);
+    const FieldTable own = systemFields(set.table("Attributefield"));
     const FieldTable pipe = pipeFields(set);
-    for (const FieldTable* fields : {&own, &pipe}) {
-        checkNames(*fields, problems);
-        for (int row = 0; row < fields->rows.size(); ++row)
-            checkField(set, *fields, row, problems);
-    }
+    for (const FieldTable* fields : {&own, &pipe})
+        checkTable(set, *fields, problems);
     checkBothDatabases(set, own, pipe, problems);
+}
+
+void rules::checkFields(const CheckedSet& set, const CheckedTable& fields, Problems& problems)
+{
+    checkTable(set, systemFields(fields), problems);
 }
