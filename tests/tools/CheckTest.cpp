@@ -317,7 +317,8 @@ const Broken kBroken[] = {
      u"update globaldefines set value = '{\"FrameData\":{\"FrameSise\":{}}}' where key = "
      "'GlobalParam'",
      u"globaldefines VALUE {\"FrameData\":{\"FrameSise\":{}}}",
-     u"the key \"FrameData.FrameSise\" is not known; did you mean \"FrameSize\"?"},
+     u"the key \"FrameData.FrameSise\" is not known; did you mean \"FrameSize\" or "
+     "\"FrameSave\"?"},
     {"json-syntax", kSystem, u"update VelmFrame set FRAMEMODE = ' ' where rowid = 1",
      u"VelmFrame FRAMEMODE", u"is empty"},
     {"json-syntax", kSystem,
