@@ -375,11 +375,20 @@ const Broken kBroken[] = {
     {"json-key", kSystem,
      u"update globaldefines set value = '{\"FrameData\":{\"FrameSise\":{}}}' where key = "
      "'GlobalParam'",
-     u"globaldefines VALUE {\"FrameData\":{\"FrameSise\":{}}}"},
+     u"globaldefines VALUE {\"FrameData\":{\"FrameSise\":{}}}",
+     u"the key \"FrameData.FrameSise\" is not known; did you mean \"FrameSize\" or "
+     "\"FrameSave\"?"},
     {"json-key", kSystem,
      u"update globaldefines set value = '{\"Headerlist\":[\"a\"],\"FieldType\":[0],"
      "\"FieldDecimal\":[0]}' where key = '图属库'",
      u"globaldefines VALUE {\"Headerlist\":[\"a\"],\"FieldType\":"},
+    {"json-syntax", kSystem, u"update VelmFrame set FRAMEMODE = ' ' where rowid = 1",
+     u"VelmFrame FRAMEMODE", u"is empty"},
+    {"json-syntax", kSystem,
+     u"update globaldefines set value = '{\"[\":' || replace(hex(zeroblob(300)), '0', '[') || "
+     "replace(hex(zeroblob(300)), '0', ']') || '}' where key = 'GlobalParam'",
+     u"globaldefines VALUE {\"[\":[[[[[[[[[[[[[[[[[[[[[[[[[[[",
+     u"is nested deeper than 512 levels, the most that are read, at character 517"},
     {"conversion-table", kSystem,
      u"update globaldefines set value = '{\"TableInfo\":{\"TableName\":\"NO\"}}' where key = "
      "'字段转换'",
@@ -481,6 +490,33 @@ TEST_F(CheckTest, ReportsWhatIsMissingOnce)
     EXPECT_TRUE(found(check({u"--json"_s})).contains(u"text-file-field"_s));
 }
 
+TEST_F(CheckTest, ChecksTheLinesThatStandInForATable)
+{
+    runSql({u"delete from Workdef"_s, u"delete from Attributetable"_s,
+            u"delete from Attributefield"_s});
+    writeFile(u"config/work.def"_s, "110101,<bad>,99,kz,1.0,t,999\n");
+    writeFile(u"config/attribute.def"_s,
+              "T,A,a,A,9\nF,A,n,n,77,1,0\nF,A,m,m,0,-4,0\nF,A,,o,0,1,0\nF,A,N,n,0,1,0\n");
+    QStringList lines;
+    for (const QString& line : check({}).output.split(u'\n'))
+        lines.append(line.section(u": "_s, 0, 1).section(u' ', 1));
+    for (const char* line : {"layer-name: work.def line 1 (CODE 110101) LAYER",
+                             "entity-type-range: work.def line 1 (CODE 110101) ENTTYPE",
+                             "colour-range: work.def line 1 (CODE 110101) COLOR",
+                             "table-type-range: attribute.def line 1 (TABLE A) TYPE",
+                             "field-type-range: attribute.def line 2 (TABLE A, NAME n) TYPE",
+                             "field-length: attribute.def line 3 (TABLE A, NAME m) LENGTH",
+                             "empty-field-name: attribute.def line 4 (TABLE A, NAME ) NAME",
+                             "duplicate-code: attribute.def line 5 (TABLE A, NAME N) NAME"})
+        EXPECT_EQ(lines.count(QLatin1String(line)), 1) << line << lines.join(u'\n').toStdString();
+    EXPECT_EQ(lines.filter(u"Workdef"_s), QStringList()) << "not empty";
+    ASSERT_TRUE(QFile::remove(path(u"config/work.def"_s)));
+    ASSERT_TRUE(QDir().mkdir(path(u"config/work.def"_s)));
+    const Answer refused = check({});
+    EXPECT_EQ(refused.exitCode, 3);
+    EXPECT_TRUE(refused.talk.trimmed().endsWith(u"config/work.def: it is no file"_s));
+}
+
 TEST_F(CheckTest, RefusesWhatItCannotRead)
 {
     const auto refuses = [this](const QString& cause) {
@@ -494,14 +530,23 @@ TEST_F(CheckTest, RefusesWhatItCannotRead)
     refuses(u"peltaconfig.db, table globaldefines: row 2, column value holds more than 64 MiB"_s);
     runSql({u"update globaldefines set value = '' where rowid = 2"_s});
     const QString file = path(u"config/peltaconfig.db"_s);
-    const QString root = querySql(u"select rootpage from sqlite_master where name='Workdef'"_s)[0];
-    {
+    const auto damage = [&](const QString& name, const QByteArray& bytes, int at) {
+        const QString root =
+            querySql(u"select rootpage from sqlite_master where name = '%1'"_s.arg(name))[0];
         QFile database(file);
-        ASSERT_TRUE(database.open(QIODevice::ReadWrite));
-        ASSERT_TRUE(database.seek((root.toInt() - 1) * 4096));
-        database.write(QByteArray(4096, 'x'));
-    }
+        EXPECT_TRUE(database.open(QIODevice::ReadWrite));
+        EXPECT_TRUE(database.seek((root.toInt() - 1) * 4096 + at));
+        database.write(bytes);
+    };
+    damage(u"IX_VelmFrame_ConfigName"_s, QByteArray(1, 'x'), 4090);
+    refuses(u"peltaconfig.db, table VelmFrame, index IX_VelmFrame_ConfigName: it is damaged"_s);
+    damage(u"IX_VelmAnnotate_CODE"_s, QByteArray(4096, '\xFF'), 0);
+    refuses(u"peltaconfig.db, table VelmAnnotate, index IX_VelmAnnotate_CODE: "_s);
+    damage(u"Workdef"_s, QByteArray(4096, 'x'), 0);
     refuses(u"peltaconfig.db, table Workdef: "_s);
+    writeFile(u"config/peltaconfig.db"_s, QByteArray());
+    refuses(u"the file is empty"_s);
+    EXPECT_TRUE(velm({u"--root"_s, this->root(), u"list"_s}).talk.contains(u"the file is empty"_s));
     writeFile(u"config/peltaconfig.db"_s, "no database, whatever its name may say");
     refuses(u"peltaconfig.db"_s);
     ASSERT_TRUE(QFile::remove(path(u"config/PipeConfig.db"_s)));
@@ -561,6 +606,7 @@ TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)
     const QJsonValue location = result[u"locations"_s][0];
     EXPECT_EQ(location[u"logicalLocations"_s][0][u"fullyQualifiedName"_s].toString(),
               u"peltaconfig.db/Workdef/x2/CODE"_s);
+    EXPECT_EQ(location[u"logicalLocations"_s][0][u"properties"_s][u"row"_s].toInt(), 70002);
     const QString base = run[u"originalUriBaseIds"_s][u"ROOT"_s][u"uri"_s].toString();
     EXPECT_EQ(QUrl(base, QUrl::StrictMode).toLocalFile(), root() + u'/') << base.toStdString();
 }
@@ -783,6 +829,30 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
               QStringList{u"1"_s});
 }
 
+TEST_F(CheckTest, LeavesWhatHasNoSafeAnswer)
+{
+    runSql({u"update indexini set USECODE = 'SJD ' where rowid = 1"_s,
+            u"update indexini set USECODE = '110102 ' where rowid = 3"_s,
+            u"update indexini set USECODE = ' NEW' where rowid = 4"_s,
+            u"update indexini set USECODE = 'new ' where rowid = 5"_s,
+            u"update Workdef set LAYER = 'New1' where rowid = 1"_s,
+            u"update Workdef set LAYER = 'NEW1' where rowid = 2"_s});
+    runSql({u"insert into SYS_GISTABLE values ('jmd_pg ', '', 2)"_s,
+            u"insert into SYS_DICTIONARY values ('TBL_FWJG ', 'x;y')"_s},
+           u"config/PipeConfig.db"_s);
+    QStringList left;
+    for (const QString& line : check({u"--fix"_s}).talk.remove(u'\r').split(u'\n')) {
+        if (line.startsWith(u"velm: left: "_s))
+            left.append(line.section(u": "_s, 3));
+    }
+    EXPECT_EQ(left, (QStringList{u"without the blank it would be the user code of \"110102\" too"_s,
+                                 u"without the blank it would be the code of another feature"_s,
+                                 u"without the blank it would be the user code of \"110104\" too"_s,
+                                 u"as many rows have it as have \"New1\""_s,
+                                 u"without the blank it would be a second \"TBL_FWJG\""_s,
+                                 u"without the blank it would be a second \"jmd_pg\""_s}));
+}
+
 TEST_F(CheckTest, MendsAllOrNothingAlsoWhenKilled)
 {
     runSql({u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 20000) "
@@ -816,6 +886,7 @@ TEST_F(CheckTest, MendsAllOrNothingAlsoWhenKilled)
 
 TEST_F(CheckTest, ChecksAgainWhenAFileChanges)
 {
+    runSql({u"pragma journal_mode=wal"_s});
     QProcess watching;
     watching.start(program(), {u"--root"_s, root(), u"check"_s, u"--watch"_s});
     QByteArray output;
@@ -830,6 +901,7 @@ TEST_F(CheckTest, ChecksAgainWhenAFileChanges)
     EXPECT_TRUE(waitFor("0 errors, 0 warnings, 0 notes")) << output.toStdString();
     runSql({u"update Workdef set COLOR = 999 where CODE = '310301'"_s});
     EXPECT_TRUE(waitFor("1 error, 0 warnings, 0 notes")) << output.toStdString();
+    EXPECT_EQ(output.count("checking again"), 1) << "what the check itself leaves is no change";
     watching.kill();
     watching.waitForFinished();
 }

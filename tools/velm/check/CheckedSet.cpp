@@ -15,6 +15,7 @@ CheckedSet::CheckedSet()
     readSystem();
     readPipe();
     findDictionaries();
+    readStandIns();
     m_gisTables = GisTables(*this);
 }
 
@@ -34,8 +35,10 @@ bool CheckedSet::has(std::initializer_list<const char*> names) const
 void CheckedSet::read(Snapshot& snapshot, const QString& fileName)
 {
     for (CheckedTable& table : m_tables) {
-        if (table.schema().database == fileName)
-            snapshot.read(table, m_budget);
+        if (table.schema().database != fileName)
+            continue;
+        snapshot.read(table, m_budget);
+        snapshot.readIndexes(table);
     }
     for (const Snapshot::Trigger& trigger : snapshot.triggers()) {
         Place place;
@@ -69,6 +72,25 @@ void CheckedSet::readPipe()
     Snapshot snapshot(schema::kPipeFile, CVelmSystemGlobal::Instance()->getPipeConfigDb());
     m_hasPipe = snapshot.exists();
     read(snapshot, schema::kPipeFile);
+}
+
+void CheckedSet::readStandIns()
+{
+    for (const auto& [name, tableName] : StandIn::files()) {
+        const QString& wanted = tableName;
+        const auto table =
+            std::find_if(m_tables.begin(), m_tables.end(),
+                         [&wanted](const CheckedTable& table) { return table.name() == wanted; });
+        if (table->size() > 0)
+            continue;
+        const StandIn file(name);
+        if (m_problem.isEmpty())
+            m_problem = file.problem();
+        if (file.isThere())
+            m_standIns.append(file);
+        if (file.isTaken() && file.takesOneLine())
+            table->setStoodInFor();
+    }
 }
 
 void CheckedSet::findDictionaries()

@@ -2,6 +2,7 @@
 
 #include "check/CheckedTable.h"
 #include "check/GisTables.h"
+#include "check/StandIn.h"
 
 #include <QSet>
 #include <QStringList>
@@ -42,6 +43,9 @@ public:
     /// Names of all dictionaries that the library loads, or would if nothing were amiss with them.
     const QSet<QString>& dictionaries() const { return m_dictionaries; }
 
+    /// The text files that stand in for tables.
+    const QVector<StandIn>& standIns() const { return m_standIns; }
+
     /// Key columns without an index.
     const QVector<Place>& withoutIndex() const { return m_withoutIndex; }
     /// Each with its database and its table.
@@ -52,9 +56,11 @@ private:
     void readPipe();
     void read(Snapshot& snapshot, const QString& fileName);
     void findDictionaries();
+    void readStandIns();
 
     QVector<CheckedTable> m_tables;
     GisTables m_gisTables;
+    QVector<StandIn> m_standIns;
     QStringList m_systemTables;
     QSet<QString> m_dictionaries;
     QVector<Place> m_withoutIndex;

@@ -230,15 +230,16 @@ void checkSpecialLines(const CheckedTable& index, const CheckedTable& work,
 void checkLayerNames(const CheckedTable& work, Problems& problems)
 {
     const QString column = QStringLiteral("LAYER");
-    const QHash<QString, QString> usual = usualLayerNames(work);
+    const QHash<QString, UsualName> usual = usualLayerNames(work);
     for (int row = 0; work.has(column) && row < work.size(); ++row) {
         const QString layer = work.text(row, column).trimmed();
-        const QString name = usual.value(layer.toLower());
-        if (layer != name)
+        const UsualName known = usual.value(layer.toLower());
+        const QString who = known.isTied ? QStringLiteral("other rows have it")
+                                         : QStringLiteral("most rows have it");
+        if (layer != known.name)
             problems.add(kLayerDiffersInCase, work.place(row, column),
-                         QStringLiteral("differs from \"%1\", as most rows have it, in letter case "
-                                        "only")
-                             .arg(name));
+                         QStringLiteral("differs from \"%1\", as %2, in letter case only")
+                             .arg(known.name, who));
     }
 }
 

@@ -49,9 +49,10 @@ void checkLayout(const QJsonObject& document, bool hasUnknownKeys, const Place& 
     }
 }
 
-QString unknownKey(const QString& key, const QStringList& known)
+QString unknownKey(const VelmUnknownKey& unknown)
 {
-    return QStringLiteral("the key \"%1\" is not known").arg(key) + suggestionAmong(key, known);
+    return QStringLiteral("the key \"%1\" is not known").arg(unknown.path)
+           + suggestionAmong(unknown.key, unknown.known);
 }
 
 /// Reports the members of another type than the library reads. @return whether there are such
@@ -80,7 +81,7 @@ void checkDefinition(const CheckedSet& set, const QString& key, const Place& pla
     const bool isMistyped = checkTypes(key, place, problems);
     const QVector<VelmUnknownKey> unknownKeys = Velm::unknownDocumentKeys(key, place.value);
     for (const VelmUnknownKey& unknown : unknownKeys)
-        problems.add(kJsonKey, place, unknownKey(unknown.key, unknown.known));
+        problems.add(kJsonKey, place, unknownKey(unknown));
     if (isMistyped || place.value.isEmpty())
         return;
     if (key == documents::fieldConversion())
@@ -105,7 +106,7 @@ void checkFrameModes(const Place& place, Problems& problems)
     const QJsonObject modes = objectIn(place.value);
     for (auto mode = modes.begin(); mode != modes.end(); ++mode) {
         if (!known.contains(mode.key()))
-            problems.add(kJsonKey, place, unknownKey(mode.key(), known));
+            problems.add(kJsonKey, place, unknownKey({mode.key(), known, mode.key()}));
         else if (!isInteger(*mode))
             problems.add(kJsonType, place,
                          QStringLiteral("%1 is to be a whole number").arg(mode.key()));

@@ -13,7 +13,7 @@ constexpr const Rule& kEmptyTable = rules::named("empty-table");
 bool tellIfEmpty(const CheckedTable& table, Problems& problems)
 {
     const bool isEmpty = table.exists() && table.size() == 0;
-    if (isEmpty)
+    if (isEmpty && !table.isStoodInFor())
         problems.add(kEmptyTable, table.place(), QStringLiteral("has no rows"));
     return isEmpty;
 }

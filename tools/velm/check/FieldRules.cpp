@@ -62,12 +62,16 @@ struct FieldTable
     }
 };
 
-FieldTable systemFields(const CheckedSet& set)
+FieldTable systemFields(const CheckedTable& fields)
 {
-    return {set.table("Attributefield"), QStringLiteral("TABLE"),
-            QStringLiteral("NAME"),      QStringLiteral("TYPE"),
-            QStringLiteral("LENGTH"),    QStringLiteral("DECIMAL"),
-            QStringLiteral("DEFAULT"),   true};
+    return {fields,
+            QStringLiteral("TABLE"),
+            QStringLiteral("NAME"),
+            QStringLiteral("TYPE"),
+            QStringLiteral("LENGTH"),
+            QStringLiteral("DECIMAL"),
+            QStringLiteral("DEFAULT"),
+            true};
 }
 
 FieldTable pipeFields(const CheckedSet& set)
@@ -240,6 +244,14 @@ void checkField(const CheckedSet& set, DictionaryCodes& codes, const FieldTable&
     checkDefault(set, codes, fields, row, *type % fieldtypes::kHidden, problems);
 }
 
+void checkTable(const CheckedSet& set, DictionaryCodes& codes, const FieldTable& fields,
+                Problems& problems)
+{
+    checkNames(fields, problems);
+    for (int row = 0; row < fields.rows.size(); ++row)
+        checkField(set, codes, fields, row, problems);
+}
+
 QSet<QString> namesIn(const CheckedTable& table, const QString& column)
 {
     QSet<QString> names;
@@ -288,17 +300,20 @@ void checkBothDatabases(const CheckedSet& set, const FieldTable& own, const Fiel
 
 void rules::checkFields(const CheckedSet& set, Problems& problems)
 {
-    const FieldTable own = systemFields(set);
+    const FieldTable own = systemFields(set.table("Attributefield"));
     const FieldTable pipe = pipeFields(set);
     DictionaryCodes codes(set);
-    for (const FieldTable* fields : {&own, &pipe}) {
-        checkNames(*fields, problems);
-        for (int row = 0; row < fields->rows.size(); ++row)
-            checkField(set, codes, *fields, row, problems);
-    }
+    for (const FieldTable* fields : {&own, &pipe})
+        checkTable(set, codes, *fields, problems);
     const CheckedTable& numbered = set.table("PIP_SysConfig");
     const QString name = QStringLiteral("FIELDNAME");
     for (int row = 0; numbered.has(name) && row < numbered.size(); ++row)
         tellIfNameless(numbered, row, name, problems);
     checkBothDatabases(set, own, pipe, problems);
+}
+
+void rules::checkFields(const CheckedSet& set, const CheckedTable& fields, Problems& problems)
+{
+    DictionaryCodes codes(set);
+    checkTable(set, codes, systemFields(fields), problems);
 }

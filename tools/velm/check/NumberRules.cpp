@@ -133,8 +133,12 @@ void checkColumn(const CheckedTable& table, const ColumnSchema& column, Problems
 
 void rules::checkNumbers(const CheckedSet& set, Problems& problems)
 {
-    for (const CheckedTable& table : set.tables()) {
-        for (const ColumnSchema& column : table.schema().columns)
-            checkColumn(table, column, problems);
-    }
+    for (const CheckedTable& table : set.tables())
+        checkNumbers(table, problems);
+}
+
+void rules::checkNumbers(const CheckedTable& table, Problems& problems)
+{
+    for (const ColumnSchema& column : table.schema().columns)
+        checkColumn(table, column, problems);
 }

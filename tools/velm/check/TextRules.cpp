@@ -202,12 +202,15 @@ void checkText(const CheckedTable& table, int row, const ColumnSchema& column, P
 
 void rules::checkTexts(const CheckedSet& set, Problems& problems)
 {
-    for (const CheckedTable& table : set.tables()) {
-        for (const ColumnSchema& column : table.schema().columns) {
-            const bool isText =
-                column.type != ColumnType::Integer && column.type != ColumnType::Real;
-            for (int row = 0; isText && table.has(column.name) && row < table.size(); ++row)
-                checkText(table, row, column, problems);
-        }
+    for (const CheckedTable& table : set.tables())
+        checkTexts(table, problems);
+}
+
+void rules::checkTexts(const CheckedTable& table, Problems& problems)
+{
+    for (const ColumnSchema& column : table.schema().columns) {
+        const bool isText = column.type != ColumnType::Integer && column.type != ColumnType::Real;
+        for (int row = 0; isText && table.has(column.name) && row < table.size(); ++row)
+            checkText(table, row, column, problems);
     }
 }
