@@ -11,6 +11,7 @@ struct VelmUnknownKey
 {
     QString key;        ///< as it is written
     QStringList known;  ///< the keys that are known in its place
+    QString path;       ///< the keys that lead to it, and this one, as of VelmMistypedMember
 };
 
 /// A member of a JSON document that has another type than the library reads.

@@ -39,7 +39,7 @@ RECORD(VelmColor, 12, b, 8);
 RECORD(VelmProcessParam, 16, m_exitCode, 12);
 RECORD(VelmWorkItem, 28, layer, 24);
 RECORD(VelmDocumentCheck, 8, problems, 4);
-RECORD(VelmUnknownKey, 8, known, 4);
+RECORD(VelmUnknownKey, 12, path, 8);
 RECORD(VelmFieldItem, 44, m_fieldExport, 40);
 RECORD(VelmFieldItem, 44, m_fieldLength, 8);
 

@@ -54,6 +54,11 @@ QString joined(const QStringList& steps)
 
 }  // namespace
 
+QString Reader::pathOf(const QString& key) const
+{
+    return joined(m_keys + QStringList{key});
+}
+
 bool Reader::fail(const char* problem, const char* wanted)
 {
     if (m_problems.size() == kMostProblems)

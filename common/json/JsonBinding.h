@@ -106,6 +106,7 @@ struct UnknownKey
 {
     QString key;
     QStringList known;  // those of the object's record
+    QString path;       // of keys, this one too
 };
 
 /// Reads values into members and collects what fails, each with the path of its member.
@@ -248,9 +249,12 @@ private:
         for (const auto& entry : object.GetObject()) {
             const QString key = toQString(entry.name);
             if (!known.contains(key) && m_unknown->size() < kMostProblems)
-                m_unknown->append({key, known});
+                m_unknown->append({key, known, pathOf(key)});
         }
     }
+
+    /// The path of a key of the object that is being read.
+    QString pathOf(const QString& key) const;
 
     static constexpr int kMostProblems = 100;
 

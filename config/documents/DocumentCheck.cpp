@@ -59,7 +59,7 @@ QVector<VelmUnknownKey> Velm::unknownDocumentKeys(const QString& key, const QStr
         key, text, [](const json::Error&) {}, &unknown);
     QVector<VelmUnknownKey> keys;
     for (const json::UnknownKey& found : qAsConst(unknown))
-        keys.append({found.key, found.known});
+        keys.append({found.key, found.known, found.path});
     return keys;
 }
 

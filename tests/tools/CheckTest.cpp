@@ -83,6 +83,9 @@ const Broken kBroken[] = {
      u"Attributetable TABLE JMD_PG"},
     {"empty-table", kPipe, u"delete from PIP_SysConfig", u"PIP_SysConfig"},
     {"empty-table", kPipe, u"delete from SYS_ATTRIBUTEDEF", u"SYS_ATTRIBUTEDEF"},
+    {"empty-table", kPipe, u"delete from SYS_DICTIONARY", u"SYS_DICTIONARY"},
+    {"empty-table", kPipe, u"delete from SYS_GISTABLE; delete from SYS_ATTRIBUTEDEF",
+     u"SYS_GISTABLE"},
     {"key-type", kSystem,
      u"create table c as select * from IndexiniExtend; drop table IndexiniExtend; create table "
      "IndexiniExtend (CODE STRING, EXTTABLE); insert into IndexiniExtend select * from c",
@@ -121,17 +124,26 @@ const Broken kBroken[] = {
      u"update indexini set CODE = cast(x'B7BF' as text) where CODE = '110101'; update Workdef set "
      "CODE = '房' where CODE = '110101'",
      u"indexini CODE \xFFFD\xFFFD", u"is no valid UTF-8; as GBK it reads \"房\""},
+    {"invalid-utf8", kSystem,
+     u"update indexini set CODE = CODE || cast(x'ff' as text) where CODE = '110101'",
+     u"indexini CODE 110101\xFFFD"},
     {"embedded-nul", kSystem,
      u"update indexini set NAME = 'a' || char(0) || 'b' where CODE = '310301'",
      u"indexini NAME a␀b"},
     {"embedded-nul", kSystem, u"update indexini set CODE = CODE || char(0) where CODE = '310301'",
      u"indexini CODE 310301␀"},
+    {"embedded-nul", kSystem,
+     u"update indexini set CODE = CODE || char(0) || 'b' where CODE = '110109'",
+     u"indexini CODE 110109␀b"},
     {"control-character", kSystem,
      u"update indexini set NAME = 'a' || char(9) || 'b' where CODE = '310301'",
      u"indexini NAME a\tb"},
     {"control-character", kSystem,
      u"update Attributetable set [TABLE] = 'JMD_PG' || char(9) where [TABLE] = 'JMD_PG'",
      u"Attributetable TABLE JMD_PG"},
+    {"control-character", kSystem,
+     u"update indexini set CODE = CODE || char(65279) where CODE = '310301'",
+     u"indexini CODE 310301\xFEFF", u"holds U+FEFF, which nobody sees"},
     {"blank-at-end", kSystem,
      u"update indexini set NAME = '房屋' || char(12288) where CODE = '310301'",
      u"indexini NAME 房屋"},
@@ -142,14 +154,23 @@ const Broken kBroken[] = {
      u"indexini CODE  310301"},
     {"blank-at-end", kPipe, u"update SYS_DICTIONARY set NAME = 'DX_GC ' where NAME = 'DX_GC'",
      u"SYS_DICTIONARY NAME DX_GC"},
+    {"blank-at-end", kSystem, u"update indexini set NAME = NAME || char(160) where CODE = '310301'",
+     u"indexini NAME 一般房屋\xA0"},
+    {"blank-at-end", kSystem,
+     u"update Workdef set LAYER = printf('%300s', LAYER) where CODE = '310301'",
+     u"Workdef LAYER                                 "},
     {"single-quote", kSystem, u"update Workdef set TEXT = 'O''Brien' where CODE = '310301'",
      u"Workdef TEXT O'Brien"},
     {"comma", kSystem, u"update Workdef set TEXT = 'a,b' where CODE = '310301'",
      u"Workdef TEXT a,b"},
     {"not-in-gbk", kSystem, u"update Workdef set PAR1 = '\U0001F600' where CODE = '310301'",
      u"Workdef PAR1 \U0001F600"},
+    {"not-in-gbk", kSystem, u"update Workdef set PAR1 = char(8203) where CODE = '310301'",
+     u"Workdef PAR1 \x200B", u"holds U+200B, which GBK does not have"},
     {"empty-code", kSystem, u"insert into VelmCmdSetting values ('', '[]')",
      u"VelmCmdSetting CMDNAME"},
+    {"empty-code", kSystem, u"insert into VelmCmdSetting values ('  ', '[]')",
+     u"VelmCmdSetting CMDNAME", u"holds nothing but blanks"},
     {"duplicate-code", kSystem, u"insert into globaldefines values ('图属库', '')",
      u"globaldefines KEY 图属库", u"stands in row 5 too; row 5 counts, as the first"},
     {"duplicate-code", kSystem,
@@ -172,6 +193,10 @@ const Broken kBroken[] = {
      u"RecordConfig CODE wild"},
     {"unknown-code", kSystem, u"update QuobAreaLine set CODE = '[Default]' where CODE = '310302'",
      u"QuobAreaLine CODE [Default]"},
+    {"unknown-code", kSystem,
+     u"update RecordConfig set CODE = '[default]' where rowid = (select min(rowid) from "
+     "RecordConfig where CODE = '[Default]')",
+     u"RecordConfig CODE [default]", u"has no row in indexini; did you mean \"[Default]\"?"},
     {"duplicate-user-code", kSystem, u"update indexini set USECODE = 'Sjd' where CODE = '310301'",
      u"indexini USECODE Sjd"},
     {"user-code-is-code", kSystem, u"update indexini set USECODE = '110102' where CODE = '310301'",
@@ -205,6 +230,8 @@ const Broken kBroken[] = {
      u"QuobAreaLine LINEWIDTH -0.1"},
     {"not-positive", kSystem, u"update VelmAnnotate set HEIGHT = 0 where CODE = '310301'",
      u"VelmAnnotate HEIGHT 0"},
+    {"not-positive", kSystem, u"update VelmAnnotate set HEIGHT = '' where CODE = '310301'",
+     u"VelmAnnotate HEIGHT", u"is empty"},
     {"layer-name", kSystem, u"update Workdef set LAYER = 'A*' where CODE = '310301'",
      u"Workdef LAYER A*"},
     {"layer-name", kSystem, u"update Workdef set LAYER = '' where CODE = '310301'",
@@ -213,6 +240,16 @@ const Broken kBroken[] = {
      u"Workdef LAYER jmd_m"},
     {"unknown-gis-table", kSystem, u"update indexini set [TABLE] = 'JMD_PX' where CODE = '910101'",
      u"indexini TABLE JMD_PX", u"names no GIS table; did you mean \"JMD_PG\" or \"JZD_PT\"?"},
+    {"unknown-gis-table", kSystem,
+     u"update Attributefield set [TABLE] = 'JMD_PQ' where [TABLE] = 'JMD_PG'",
+     u"Attributefield TABLE JMD_PQ",
+     u"names no GIS table, and so do 13 more rows; did you mean \"JMD_PG\" or \"JZD_PT\"?"},
+    {"unknown-gis-table", kSystem, u"update indexini set [TABLE] = 'ZZ' where CODE = '910101'",
+     u"indexini TABLE ZZ", u"names no GIS table"},
+    {"unknown-extension-table", kSystem,
+     u"update IndexiniExtend set EXTTABLE = 'EXT_DMXX；EXT_FWDC' where CODE = '110102'",
+     u"IndexiniExtend EXTTABLE EXT_DMXX；EXT_FWDC",
+     u"names no GIS table; names are separated by \";\""},
     {"unknown-extension-table", kSystem,
      u"update IndexiniExtend set EXTTABLE = 'EXT_FWDC;EXT_NO' where CODE = '310301'",
      u"IndexiniExtend EXTTABLE EXT_FWDC;EXT_NO", u"has \"EXT_NO\", which names no GIS table"},
@@ -221,6 +258,8 @@ const Broken kBroken[] = {
     {"empty-field-name", kSystem,
      u"insert into Attributefield values ('JMD_PG', '', '', 0, 1, 0, '', 0, 0, 0)",
      u"Attributefield NAME"},
+    {"empty-field-name", kPipe, u"insert into PIP_SysConfig values (99, '')",
+     u"PIP_SysConfig FIELDNAME"},
     {"field-type-range", kPipe, u"update SYS_ATTRIBUTEDEF set FIELDTYPE = 5 where rowid = 2",
      u"SYS_ATTRIBUTEDEF FIELDTYPE 5"},
     {"field-type-range", kSystem,
@@ -232,6 +271,9 @@ const Broken kBroken[] = {
     {"field-length", kSystem,
      u"insert into Attributefield values ('JMD_PG', 'N', '', 10, 65536, 0, '', 0, 0, 0)",
      u"Attributefield LENGTH 65536"},
+    {"field-length", kSystem,
+     u"insert into Attributefield values ('JMD_PG', 'N', '', 0, '', 0, '', 0, 0, 0)",
+     u"Attributefield LENGTH", u"is empty"},
     {"field-decimals", kSystem,
      u"insert into Attributefield values ('JMD_PG', 'N', '', 3, 4, 5, '', 0, 0, 0)",
      u"Attributefield DECIMAL 5"},
@@ -259,6 +301,15 @@ const Broken kBroken[] = {
     {"default-does-not-fit", kPipe,
      u"update SYS_ATTRIBUTEDEF set DEFAULTVALUE = 'TBL_SF' where rowid = 1",
      u"SYS_ATTRIBUTEDEF DEFAULTVALUE TBL_SF"},
+    {"default-does-not-fit", kSystem,
+     u"insert into Attributefield values ('JMD_PG', 'N', '', 3, 5, 2, '99999.10', 0, 0, 0), "
+     "('JMD_PG', 'O', '', 3, 5, 0, '1.5', 0, 0, 0), ('JMD_PG', 'P', '', 3, 5, 1, '1.50', 0, 0, 0), "
+     "('JMD_PG', 'Q', '', 4, 9, 0, '2026-01-31junk', 0, 0, 0), "
+     "('JMD_PG', 'R', '', 4, 9, 0, '2026/01/31', 0, 0, 0), "
+     "('JMD_PG', 'S', '', 4, 9, 0, '2026-01-31 12:30:00', 0, 0, 0)",
+     u"Attributefield DEFAULT 1.5\nAttributefield DEFAULT 2026-01-31junk\nAttributefield DEFAULT "
+     "2026/01/31\nAttributefield DEFAULT 99999.10",
+     u"has more than 5 digits"},
     {"in-both-databases", kPipe,
      u"insert into SYS_GISTABLE values ('jmd_pg', '', 2); insert into SYS_ATTRIBUTEDEF values "
      "('JMD_PG', 'FWJG', '', 0, 9, 0, '', '', 0); insert into SYS_DICTIONARY values ('TBL_SF', "
@@ -267,6 +318,7 @@ const Broken kBroken[] = {
     {"unknown-dictionary", kSystem,
      u"update Attributefield set [DEFAULT] = 'TBL_NONE' where [TABLE] = 'JMD_PG' and NAME = 'FWCS'",
      u"Attributefield DEFAULT TBL_NONE"},
+    {"unknown-dictionary", kSystem, u"drop table TBL_FWJG", u"Attributefield DEFAULT TBL_FWJG"},
     {"unknown-dictionary", kSystem, u"drop table TBL_SF", u"Attributefield DEFAULT TBL_SF",
      u"names no dictionary, and so do 2 more fields; did you mean \"TBL_SZ\" or \"TBL_CB\"?"},
     {"unknown-dictionary", kSystem,
@@ -306,17 +358,37 @@ const Broken kBroken[] = {
      u"has \"TBL_LMCX\", which names no dictionary, and so does 1 more annotation; did you mean "
      "\"TBL_LMCL\"?"},
     {"dictionary-without-entries", kSystem, u"create table TBL_NEW (code, value)", u"TBL_NEW"},
+    {"dictionary-without-entries", kPipe,
+     u"update SYS_DICTIONARY set LISTVALUE = '' where NAME = 'DL_DY'", u"SYS_DICTIONARY LISTVALUE"},
+    {"dictionary-name", kSystem,
+     u"create table [TBL_A B] as select * from TBL_SF; alter table TBL_SF rename to [TBL_SF ]",
+     u"TBL_A B\nTBL_SF"},
+    {"dictionary-empty-entry", kSystem, u"insert into TBL_FWJG values ('  ', 'x'), ('', '')",
+     u"TBL_FWJG CODE\nTBL_FWJG CODE"},
     {"dictionary-empty-entry", kPipe, u"insert into SYS_DICTIONARY values ('NEW', 'a;;b')",
      u"SYS_DICTIONARY LISTVALUE a;;b"},
     {"dictionary-duplicate-entry", kSystem, u"insert into TBL_SF values ('1', 'new')",
-     u"TBL_SF CODE 1"},
+     u"TBL_SF CODE 1", u"stands in row 2 too"},
     {"json-key", kSystem,
      u"update VelmFrame set FRAMEMODE = '{\"SelMod\":1}' where ConfigName = '1:500 50x50'",
      u"VelmFrame FRAMEMODE {\"SelMod\":1}"},
     {"json-key", kSystem,
      u"update globaldefines set value = '{\"FrameData\":{\"FrameSise\":{}}}' where key = "
      "'GlobalParam'",
-     u"globaldefines VALUE {\"FrameData\":{\"FrameSise\":{}}}"},
+     u"globaldefines VALUE {\"FrameData\":{\"FrameSise\":{}}}",
+     u"the key \"FrameData.FrameSise\" is not known; did you mean \"FrameSize\" or "
+     "\"FrameSave\"?"},
+    {"json-key", kSystem,
+     u"update globaldefines set value = '{\"Headerlist\":[\"a\"],\"FieldType\":[0],"
+     "\"FieldDecimal\":[0]}' where key = '图属库'",
+     u"globaldefines VALUE {\"Headerlist\":[\"a\"],\"FieldType\":"},
+    {"json-syntax", kSystem, u"update VelmFrame set FRAMEMODE = ' ' where rowid = 1",
+     u"VelmFrame FRAMEMODE", u"is empty"},
+    {"json-syntax", kSystem,
+     u"update globaldefines set value = '{\"[\":' || replace(hex(zeroblob(300)), '0', '[') || "
+     "replace(hex(zeroblob(300)), '0', ']') || '}' where key = 'GlobalParam'",
+     u"globaldefines VALUE {\"[\":[[[[[[[[[[[[[[[[[[[[[[[[[[[",
+     u"is nested deeper than 512 levels, the most that are read, at character 517"},
     {"conversion-table", kSystem,
      u"update globaldefines set value = '{\"TableInfo\":{\"TableName\":\"NO\"}}' where key = "
      "'字段转换'",
@@ -418,6 +490,33 @@ TEST_F(CheckTest, ReportsWhatIsMissingOnce)
     EXPECT_TRUE(found(check({u"--json"_s})).contains(u"text-file-field"_s));
 }
 
+TEST_F(CheckTest, ChecksTheLinesThatStandInForATable)
+{
+    runSql({u"delete from Workdef"_s, u"delete from Attributetable"_s,
+            u"delete from Attributefield"_s});
+    writeFile(u"config/work.def"_s, "110101,<bad>,99,kz,1.0,t,999\n");
+    writeFile(u"config/attribute.def"_s,
+              "T,A,a,A,9\nF,A,n,n,77,1,0\nF,A,m,m,0,-4,0\nF,A,,o,0,1,0\nF,A,N,n,0,1,0\n");
+    QStringList lines;
+    for (const QString& line : check({}).output.split(u'\n'))
+        lines.append(line.section(u": "_s, 0, 1).section(u' ', 1));
+    for (const char* line : {"layer-name: work.def line 1 (CODE 110101) LAYER",
+                             "entity-type-range: work.def line 1 (CODE 110101) ENTTYPE",
+                             "colour-range: work.def line 1 (CODE 110101) COLOR",
+                             "table-type-range: attribute.def line 1 (TABLE A) TYPE",
+                             "field-type-range: attribute.def line 2 (TABLE A, NAME n) TYPE",
+                             "field-length: attribute.def line 3 (TABLE A, NAME m) LENGTH",
+                             "empty-field-name: attribute.def line 4 (TABLE A, NAME ) NAME",
+                             "duplicate-code: attribute.def line 5 (TABLE A, NAME N) NAME"})
+        EXPECT_EQ(lines.count(QLatin1String(line)), 1) << line << lines.join(u'\n').toStdString();
+    EXPECT_EQ(lines.filter(u"Workdef"_s), QStringList()) << "not empty";
+    ASSERT_TRUE(QFile::remove(path(u"config/work.def"_s)));
+    ASSERT_TRUE(QDir().mkdir(path(u"config/work.def"_s)));
+    const Answer refused = check({});
+    EXPECT_EQ(refused.exitCode, 3);
+    EXPECT_TRUE(refused.talk.trimmed().endsWith(u"config/work.def: it is no file"_s));
+}
+
 TEST_F(CheckTest, RefusesWhatItCannotRead)
 {
     const auto refuses = [this](const QString& cause) {
@@ -431,14 +530,23 @@ TEST_F(CheckTest, RefusesWhatItCannotRead)
     refuses(u"peltaconfig.db, table globaldefines: row 2, column value holds more than 64 MiB"_s);
     runSql({u"update globaldefines set value = '' where rowid = 2"_s});
     const QString file = path(u"config/peltaconfig.db"_s);
-    const QString root = querySql(u"select rootpage from sqlite_master where name='Workdef'"_s)[0];
-    {
+    const auto damage = [&](const QString& name, const QByteArray& bytes, int at) {
+        const QString root =
+            querySql(u"select rootpage from sqlite_master where name = '%1'"_s.arg(name))[0];
         QFile database(file);
-        ASSERT_TRUE(database.open(QIODevice::ReadWrite));
-        ASSERT_TRUE(database.seek((root.toInt() - 1) * 4096));
-        database.write(QByteArray(4096, 'x'));
-    }
+        EXPECT_TRUE(database.open(QIODevice::ReadWrite));
+        EXPECT_TRUE(database.seek((root.toInt() - 1) * 4096 + at));
+        database.write(bytes);
+    };
+    damage(u"IX_VelmFrame_ConfigName"_s, QByteArray(1, 'x'), 4090);
+    refuses(u"peltaconfig.db, table VelmFrame, index IX_VelmFrame_ConfigName: it is damaged"_s);
+    damage(u"IX_VelmAnnotate_CODE"_s, QByteArray(4096, '\xFF'), 0);
+    refuses(u"peltaconfig.db, table VelmAnnotate, index IX_VelmAnnotate_CODE: "_s);
+    damage(u"Workdef"_s, QByteArray(4096, 'x'), 0);
     refuses(u"peltaconfig.db, table Workdef: "_s);
+    writeFile(u"config/peltaconfig.db"_s, QByteArray());
+    refuses(u"the file is empty"_s);
+    EXPECT_TRUE(velm({u"--root"_s, this->root(), u"list"_s}).talk.contains(u"the file is empty"_s));
     writeFile(u"config/peltaconfig.db"_s, "no database, whatever its name may say");
     refuses(u"peltaconfig.db"_s);
     ASSERT_TRUE(QFile::remove(path(u"config/PipeConfig.db"_s)));
@@ -498,6 +606,7 @@ TEST_F(CheckTest, GroupsManyFindingsAndTellsThePlaceOfEach)
     const QJsonValue location = result[u"locations"_s][0];
     EXPECT_EQ(location[u"logicalLocations"_s][0][u"fullyQualifiedName"_s].toString(),
               u"peltaconfig.db/Workdef/x2/CODE"_s);
+    EXPECT_EQ(location[u"logicalLocations"_s][0][u"properties"_s][u"row"_s].toInt(), 70002);
     const QString base = run[u"originalUriBaseIds"_s][u"ROOT"_s][u"uri"_s].toString();
     EXPECT_EQ(QUrl(base, QUrl::StrictMode).toLocalFile(), root() + u'/') << base.toStdString();
 }
@@ -655,7 +764,7 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
     runSql({u"update indexini set CODE = '310301 ' where CODE = '310301'"_s,
             u"insert into indexini (CODE, NAME, WIDTH) values (' 110102', 'taken', 0)"_s,
             u"update Workdef set LAYER = 'jmd_m' where CODE = '320102'"_s,
-            u"insert into VelmCmdSetting values ('', '[]')"_s,
+            u"insert into VelmCmdSetting values ('  ', '[]')"_s,
             u"insert into VelmFrame (ConfigName) values (' N'), ('N ')"_s});
     const Answer answer =
         check({u"--fix"_s, u"--json"_s, u"--rule"_s, u"blank-at-end"_s, u"--rule"_s,
@@ -673,7 +782,7 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
     EXPECT_EQ(
         told.split(u": peltaconfig.db "_s).join(u": "_s).split(u'\n'),
         (QStringList{
-            u"fixed: VelmCmdSetting row 12 CMDNAME: the row is removed"_s,
+            u"fixed: VelmCmdSetting row 12 (CMDNAME   ) CMDNAME: the row is removed"_s,
             u"fixed: indexini row 123 (CODE 310301 ) CODE: \"310301 \" is \"310301\" now"_s,
             u"left: indexini row 621 (CODE  110102) CODE: without the blank it would be a "
             "second \"110102\""_s,
@@ -720,6 +829,30 @@ TEST_F(CheckTest, MendsWhatHasOneSafeAnswer)
               QStringList{u"1"_s});
 }
 
+TEST_F(CheckTest, LeavesWhatHasNoSafeAnswer)
+{
+    runSql({u"update indexini set USECODE = 'SJD ' where rowid = 1"_s,
+            u"update indexini set USECODE = '110102 ' where rowid = 3"_s,
+            u"update indexini set USECODE = ' NEW' where rowid = 4"_s,
+            u"update indexini set USECODE = 'new ' where rowid = 5"_s,
+            u"update Workdef set LAYER = 'New1' where rowid = 1"_s,
+            u"update Workdef set LAYER = 'NEW1' where rowid = 2"_s});
+    runSql({u"insert into SYS_GISTABLE values ('jmd_pg ', '', 2)"_s,
+            u"insert into SYS_DICTIONARY values ('TBL_FWJG ', 'x;y')"_s},
+           u"config/PipeConfig.db"_s);
+    QStringList left;
+    for (const QString& line : check({u"--fix"_s}).talk.remove(u'\r').split(u'\n')) {
+        if (line.startsWith(u"velm: left: "_s))
+            left.append(line.section(u": "_s, 3));
+    }
+    EXPECT_EQ(left, (QStringList{u"without the blank it would be the user code of \"110102\" too"_s,
+                                 u"without the blank it would be the code of another feature"_s,
+                                 u"without the blank it would be the user code of \"110104\" too"_s,
+                                 u"as many rows have it as have \"New1\""_s,
+                                 u"without the blank it would be a second \"TBL_FWJG\""_s,
+                                 u"without the blank it would be a second \"jmd_pg\""_s}));
+}
+
 TEST_F(CheckTest, MendsAllOrNothingAlsoWhenKilled)
 {
     runSql({u"with recursive n(i) as (select 1 union all select i + 1 from n where i < 20000) "
@@ -753,6 +886,7 @@ TEST_F(CheckTest, MendsAllOrNothingAlsoWhenKilled)
 
 TEST_F(CheckTest, ChecksAgainWhenAFileChanges)
 {
+    runSql({u"pragma journal_mode=wal"_s});
     QProcess watching;
     watching.start(program(), {u"--root"_s, root(), u"check"_s, u"--watch"_s});
     QByteArray output;
@@ -767,6 +901,7 @@ TEST_F(CheckTest, ChecksAgainWhenAFileChanges)
     EXPECT_TRUE(waitFor("0 errors, 0 warnings, 0 notes")) << output.toStdString();
     runSql({u"update Workdef set COLOR = 999 where CODE = '310301'"_s});
     EXPECT_TRUE(waitFor("1 error, 0 warnings, 0 notes")) << output.toStdString();
+    EXPECT_EQ(output.count("checking again"), 1) << "what the check itself leaves is no change";
     watching.kill();
     watching.waitForFinished();
 }

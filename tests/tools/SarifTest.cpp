@@ -117,19 +117,22 @@ TEST_F(CheckSarif, KeepsTheStandardForPlacesOfAllKinds)
     ASSERT_TRUE(QFile::remove(path(u"config/PipeConfig.db"_s)));
     runSql({u"delete from Attributetable"_s, u"drop table VelmFrame"_s,
             u"drop index IX_Workdef_CODE"_s, u"delete from Workdef where rowid < 4"_s,
-            u"insert into VelmCmdSetting values ('a/b' || char(9) || ' \"', '')"_s});
+            u"insert into VelmCmdSetting values ('a/b' || char(9) || ' \"', '')"_s,
+            u"update RecordConfig set WRITETABLE = 'NIX' where CODE = '110102'"_s});
     qputenv("VELM_ROOT", QFile::encodeName(QDir::current().relativeFilePath(root())));
     for (const QStringList& rooted : {QStringList{u"--root"_s, root()}, QStringList()}) {
         const SarifLog log(velm(rooted + QStringList{u"check"_s, u"--sarif"_s}).json.object());
         EXPECT_EQ(log.faults(), QStringList());
-        QSet<QString> rules, files;
+        QSet<QString> rules, files, prints;
         const QUrl base(log.run()[u"originalUriBaseIds"_s][u"ROOT"_s][u"uri"_s].toString());
         for (const QJsonValue& result : log.run()[u"results"_s].toArray()) {
             rules.insert(result[u"ruleId"_s].toString());
+            prints.insert(result[u"partialFingerprints"_s][u"velm/v1"_s].toString());
             const QJsonValue file = result[u"locations"_s][0][u"physicalLocation"_s];
             const QUrl uri(file[u"artifactLocation"_s][u"uri"_s].toString());
             files.insert(QDir::cleanPath(base.resolved(uri).toLocalFile()));
         }
+        EXPECT_EQ(prints.size(), log.run()[u"results"_s].toArray().size()) << "one for each";
         for (const QString& rule : {u"missing-database"_s, u"missing-table"_s, u"missing-index"_s,
                                     u"text-file-field"_s, u"control-character"_s})
             EXPECT_TRUE(rules.contains(rule)) << rule.toStdString();

@@ -1,5 +1,6 @@
 #include "check/CheckedSet.h"
 
+#include "check/PlainName.h"
 #include "check/Snapshot.h"
 
 #include "CVelmSystemGlobal.h"
@@ -14,6 +15,7 @@ CheckedSet::CheckedSet()
     readSystem();
     readPipe();
     findDictionaries();
+    readStandIns();
     m_gisTables = GisTables(*this);
 }
 
@@ -33,8 +35,10 @@ bool CheckedSet::has(std::initializer_list<const char*> names) const
 void CheckedSet::read(Snapshot& snapshot, const QString& fileName)
 {
     for (CheckedTable& table : m_tables) {
-        if (table.schema().database == fileName)
-            snapshot.read(table, m_budget);
+        if (table.schema().database != fileName)
+            continue;
+        snapshot.read(table, m_budget);
+        snapshot.readIndexes(table);
     }
     for (const Snapshot::Trigger& trigger : snapshot.triggers()) {
         Place place;
@@ -70,24 +74,23 @@ void CheckedSet::readPipe()
     read(snapshot, schema::kPipeFile);
 }
 
-QStringList CheckedSet::codesOf(const QString& dictionary) const
+void CheckedSet::readStandIns()
 {
-    QStringList codes;
-    for (const CheckedTable& table : m_tables) {
-        const bool isMeant = table.name() == dictionary && schema::isDictionary(dictionary);
-        for (int row = 0; isMeant && row < table.size(); ++row)
-            codes.append(table.text(row, QStringLiteral("CODE")));
-    }
-    const CheckedTable& pipe = table("SYS_DICTIONARY");
-    for (int row = 0; row < pipe.size(); ++row) {
-        if (pipe.plain(row, QStringLiteral("NAME")) != dictionary || dictionary.isEmpty())
+    for (const auto& [name, tableName] : StandIn::files()) {
+        const QString& wanted = tableName;
+        const auto table =
+            std::find_if(m_tables.begin(), m_tables.end(),
+                         [&wanted](const CheckedTable& table) { return table.name() == wanted; });
+        if (table->size() > 0)
             continue;
-        codes.clear();  // it takes the place of a table
-        const int count = pipe.text(row, QStringLiteral("LISTVALUE")).count(QLatin1Char(';')) + 1;
-        for (int code = 0; code < count; ++code)
-            codes.append(QString::number(code));
+        const StandIn file(name);
+        if (m_problem.isEmpty())
+            m_problem = file.problem();
+        if (file.isThere())
+            m_standIns.append(file);
+        if (file.isTaken() && file.takesOneLine())
+            table->setStoodInFor();
     }
-    return codes;
 }
 
 void CheckedSet::findDictionaries()
@@ -96,6 +99,9 @@ void CheckedSet::findDictionaries()
         // One that lacks a column, or is none, is told as that.
         if (schema::isDictionary(table.name()) && velm::detail::isIdentifier(table.name()))
             m_dictionaries.insert(table.name());
+        else if (schema::isDictionary(table.name())
+                 && velm::detail::isIdentifier(plainName(table.name())))
+            m_dictionaries.insert(plainName(table.name()));
     }
     const CheckedTable& pipe = table("SYS_DICTIONARY");
     for (int row = 0; row < pipe.size(); ++row) {

@@ -2,6 +2,7 @@
 
 #include "check/CheckedTable.h"
 #include "check/GisTables.h"
+#include "check/StandIn.h"
 
 #include <QSet>
 #include <QStringList>
@@ -41,8 +42,9 @@ public:
     const QStringList& systemTables() const { return m_systemTables; }
     /// Names of all dictionaries that the library loads, or would if nothing were amiss with them.
     const QSet<QString>& dictionaries() const { return m_dictionaries; }
-    /// The codes of a dictionary, in stored order; none if there is no such dictionary.
-    QStringList codesOf(const QString& dictionary) const;
+
+    /// The text files that stand in for tables.
+    const QVector<StandIn>& standIns() const { return m_standIns; }
 
     /// Key columns without an index.
     const QVector<Place>& withoutIndex() const { return m_withoutIndex; }
@@ -54,9 +56,11 @@ private:
     void readPipe();
     void read(Snapshot& snapshot, const QString& fileName);
     void findDictionaries();
+    void readStandIns();
 
     QVector<CheckedTable> m_tables;
     GisTables m_gisTables;
+    QVector<StandIn> m_standIns;
     QStringList m_systemTables;
     QSet<QString> m_dictionaries;
     QVector<Place> m_withoutIndex;

@@ -4,6 +4,11 @@
 
 #include <algorithm>
 
+QString rowName(const Place& place)
+{
+    return place.row == 0 ? QStringLiteral("another row") : QStringLiteral("row %1").arg(place.row);
+}
+
 CheckedTable::CheckedTable(const TableSchema& schema) : m_schema(schema)
 {
     for (ColumnSchema& column : m_schema.columns)
@@ -39,7 +44,13 @@ QString CheckedTable::asGbk(int row, const QString& column) const
 QString CheckedTable::plain(int row, const QString& column) const
 {
     const QString gbk = asGbk(row, column);
-    return plainName(gbk.isEmpty() ? text(row, column) : gbk);
+    if (!gbk.isEmpty())
+        return plainName(gbk);
+    QString name = text(row, column);
+    if (isDamaged(row, column))
+        name.remove(QChar::ReplacementCharacter);
+    const QString beforeNul = plainName(name.section(QChar::Null, 0, 0));
+    return beforeNul.isEmpty() ? plainName(name) : beforeNul;
 }
 
 Place CheckedTable::place(int row, const QString& column) const

@@ -20,6 +20,9 @@ struct Place
     QString value;
 };
 
+/// "row 3"; of a table without row numbers "another row".
+QString rowName(const Place& place);
+
 struct CheckedRow
 {
     qint64 id;  ///< rowid; 0 in a table without
@@ -69,6 +72,10 @@ public:
     /// The place of a column, or of the whole table.
     Place place(const QString& column = QString()) const;
 
+    /// Whether the line of a text file counts as its only row.
+    bool isStoodInFor() const { return m_isStoodInFor; }
+
+    void setStoodInFor() { m_isStoodInFor = true; }
     void setReplacedBy(const QString& kind) { m_replacedBy = kind; }
     void setColumns(const QStringList& names);
     void setType(const QString& column, const QString& type)
@@ -80,6 +87,7 @@ public:
 private:
     TableSchema m_schema;
     QString m_replacedBy;
+    bool m_isStoodInFor = false;
     QHash<QString, int> m_columns;  // upper-case name to place in a row
     QHash<QString, QString> m_types;
     QVector<CheckedRow> m_rows;

@@ -1,9 +1,11 @@
 #include "check/CheckedSet.h"
 #include "check/EmptyTable.h"
 #include "check/LayerNames.h"
+#include "check/PlainName.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
 #include "check/WholeNumber.h"
+#include "cli/Suggestions.h"
 
 #include "VelmTypes.h"
 
@@ -23,6 +25,7 @@ constexpr const Rule& kSpecialLineType = rules::named("special-line-type");
 constexpr const Rule& kLayerDiffersInCase = rules::named("layer-differs-in-case");
 
 const QString kCode = QStringLiteral("CODE");
+const QString kDefault = QStringLiteral("[Default]");
 
 /// What a column must keep; null where anything goes.
 struct Uniqueness
@@ -40,12 +43,6 @@ bool firstCounts(const CheckedTable& table)
                                    QStringLiteral("VelmCmdSetting"),
                                    QStringLiteral("globaldefines"), QStringLiteral("SYS_GISTABLE")};
     return names.contains(table.name());
-}
-
-/// "row 3"; of a table without row numbers "another row".
-QString rowName(const Place& place)
-{
-    return place.row == 0 ? QStringLiteral("another row") : QStringLiteral("row %1").arg(place.row);
 }
 
 /// Which of several rows of a key counts, told at @p place.
@@ -85,9 +82,9 @@ void checkUnique(const CheckedTable& table, const QString& column, const Uniquen
         const Place place = table.place(row, column);
         const auto [first, last] = exact.value(place.value);
         const auto [firstAlike, lastAlike] = folded.value(place.value.toLower());
-        if (place.value.isEmpty()) {
+        if (table.isSound(row, column) && isBlank(place.value)) {
             if (rules.empty)
-                problems.add(*rules.empty, place, QStringLiteral("is empty"));
+                problems.add(*rules.empty, place, emptyOrBlank(place.value));
         } else if (first < row) {
             if (rules.same)
                 problems.add(
@@ -156,17 +153,32 @@ QHash<QString, int> codesOf(const CheckedTable& table)
     return codes;
 }
 
+/// Whether a table has a row for all codes that have none of their own.
+bool hasDefault(const CheckedTable& table)
+{
+    return table.name().startsWith(QLatin1String("RecordConfig"));
+}
+
 /// Whether a code stands for all that have no rows of their own.
 bool isDefault(const CheckedTable& table, const QString& code)
 {
-    return table.name().startsWith(QLatin1String("RecordConfig"))
-           && code == QLatin1String("[Default]");
+    return hasDefault(table) && code == kDefault;
+}
+
+/// What may be meant by a code that is not known.
+QString hintFor(const Rule& rule, const CheckedTable& table, const QString& code,
+                const QStringList& known, Problems& problems)
+{
+    return hasDefault(table) && code.compare(kDefault, Qt::CaseInsensitive) == 0
+               ? didYouMean({kDefault})
+               : problems.suggestionAmong(rule, code, known);
 }
 
 /// Reports the codes of @p table that @p other, whose codes are @p known, does not have.
 void checkKnown(const CheckedTable& table, const CheckedTable& other,
                 const QHash<QString, int>& known, const Rule& rule, Problems& problems)
 {
+    const QStringList candidates = &rule == &kUnknownCode ? known.keys() : QStringList();
     for (int row = 0; row < table.size(); ++row) {
         const QString code = table.plain(row, kCode);
         if (code.isEmpty() || isDefault(table, code) || known.contains(code))
@@ -174,7 +186,8 @@ void checkKnown(const CheckedTable& table, const CheckedTable& other,
         if (tellIfEmpty(other, problems))
             return;
         problems.add(rule, table.place(row, kCode),
-                     QStringLiteral("has no row in ") + other.name());
+                     QStringLiteral("has no row in ") + other.name()
+                         + hintFor(rule, table, code, candidates, problems));
     }
 }
 
@@ -217,15 +230,16 @@ void checkSpecialLines(const CheckedTable& index, const CheckedTable& work,
 void checkLayerNames(const CheckedTable& work, Problems& problems)
 {
     const QString column = QStringLiteral("LAYER");
-    const QHash<QString, QString> usual = usualLayerNames(work);
+    const QHash<QString, UsualName> usual = usualLayerNames(work);
     for (int row = 0; work.has(column) && row < work.size(); ++row) {
         const QString layer = work.text(row, column).trimmed();
-        const QString name = usual.value(layer.toLower());
-        if (layer != name)
+        const UsualName known = usual.value(layer.toLower());
+        const QString who = known.isTied ? QStringLiteral("other rows have it")
+                                         : QStringLiteral("most rows have it");
+        if (layer != known.name)
             problems.add(kLayerDiffersInCase, work.place(row, column),
-                         QStringLiteral("differs from \"%1\", as most rows have it, in letter case "
-                                        "only")
-                             .arg(name));
+                         QStringLiteral("differs from \"%1\", as %2, in letter case only")
+                             .arg(known.name, who));
     }
 }
 

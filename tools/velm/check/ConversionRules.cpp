@@ -5,7 +5,6 @@
 #include "check/FieldTypes.h"
 #include "check/MissingDictionaries.h"
 #include "check/RuleTable.h"
-#include "cli/Suggestions.h"
 
 #include <QJsonArray>
 
@@ -72,7 +71,8 @@ void checkField(const CheckedSet& set, const QString& table, const ConvertedFiel
                  field.path + QStringLiteral(" is for ")
                      + (isNamed ? QString() : QStringLiteral("\"%1\", ").arg(field.name))
                      + QStringLiteral("a field that the table \"%1\" does not have").arg(table)
-                     + suggestionAmong(field.name, set.gisTables().fieldNames(table)));
+                     + problems.suggestionAmong(kConversionField, field.name,
+                                                set.gisTables().fieldNames(table)));
 }
 
 /// Whether the table that the document names is there; reports it if it is not.
@@ -82,11 +82,11 @@ bool checkTable(const CheckedSet& set, const QString& table, const Place& place,
         return true;
     if (table.isEmpty())
         problems.add(kConversionTable, place, QStringLiteral("TableInfo has no TableName"));
-    else if (!tellIfEmpty(set.table("Attributetable"), problems))
+    else if (!tellIfNoTables(set, problems))
         problems.add(
             kConversionTable, place,
             QStringLiteral("TableInfo.TableName is \"%1\", which names no GIS table").arg(table)
-                + suggestionAmong(table, set.gisTables().tableNames()));
+                + problems.suggestionAmong(kConversionTable, table, set.gisTables().tableNames()));
     return false;
 }
 

@@ -142,9 +142,10 @@ QString DatabaseFix::change(const Place& place, const QString& value)
 
 QString DatabaseFix::removeRow(const Place& place)
 {
-    return changeRow(QStringLiteral("delete from %1 where rowid = ? and coalesce(%2, '') = ''")
+    return changeRow(QStringLiteral("delete from %1 where rowid = ? and coalesce(%2, '') = "
+                                    "coalesce(?, '')")
                          .arg(quoted(place.table), quoted(place.column)),
-                     {place.row});
+                     {place.row, place.value});
 }
 
 bool DatabaseFix::commit()

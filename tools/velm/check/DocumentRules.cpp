@@ -31,12 +31,16 @@ QJsonObject objectIn(const QString& text)
 }
 
 /// Reports lists of the layout of records that are shorter or longer than the list of headers.
-void checkLayout(const QJsonObject& document, const Place& place, Problems& problems)
+/// Beside keys that are not known, one that is not there is mistyped, and told as that.
+void checkLayout(const QJsonObject& document, bool hasUnknownKeys, const Place& place,
+                 Problems& problems)
 {
+    if (hasUnknownKeys && !document.contains(QStringLiteral("HeaderList")))
+        return;
     const int headers = document.value(QStringLiteral("HeaderList")).toArray().size();
     for (const char* name : {"FieldType", "FieldDecimal"}) {
         const int size = document.value(QLatin1String(name)).toArray().size();
-        if (size != headers)
+        if (size != headers && !(hasUnknownKeys && !document.contains(QLatin1String(name))))
             problems.add(kLayoutLists, place,
                          QStringLiteral("%1 has %2 elements, HeaderList %3")
                              .arg(QLatin1String(name))
@@ -45,9 +49,10 @@ void checkLayout(const QJsonObject& document, const Place& place, Problems& prob
     }
 }
 
-QString unknownKey(const QString& key, const QStringList& known)
+QString unknownKey(const VelmUnknownKey& unknown)
 {
-    return QStringLiteral("the key \"%1\" is not known").arg(key) + suggestionAmong(key, known);
+    return QStringLiteral("the key \"%1\" is not known").arg(unknown.path)
+           + suggestionAmong(unknown.key, unknown.known);
 }
 
 /// Reports the members of another type than the library reads. @return whether there are such
@@ -76,13 +81,13 @@ void checkDefinition(const CheckedSet& set, const QString& key, const Place& pla
     const bool isMistyped = checkTypes(key, place, problems);
     const QVector<VelmUnknownKey> unknownKeys = Velm::unknownDocumentKeys(key, place.value);
     for (const VelmUnknownKey& unknown : unknownKeys)
-        problems.add(kJsonKey, place, unknownKey(unknown.key, unknown.known));
+        problems.add(kJsonKey, place, unknownKey(unknown));
     if (isMistyped || place.value.isEmpty())
         return;
     if (key == documents::fieldConversion())
         rules::checkConversion(set, objectIn(place.value), place, problems);
     if (key == documents::genusLayout())
-        checkLayout(objectIn(place.value), place, problems);
+        checkLayout(objectIn(place.value), !unknownKeys.isEmpty(), place, problems);
 }
 
 bool isInteger(const QJsonValue& value)
@@ -101,7 +106,7 @@ void checkFrameModes(const Place& place, Problems& problems)
     const QJsonObject modes = objectIn(place.value);
     for (auto mode = modes.begin(); mode != modes.end(); ++mode) {
         if (!known.contains(mode.key()))
-            problems.add(kJsonKey, place, unknownKey(mode.key(), known));
+            problems.add(kJsonKey, place, unknownKey({mode.key(), known, mode.key()}));
         else if (!isInteger(*mode))
             problems.add(kJsonType, place,
                          QStringLiteral("%1 is to be a whole number").arg(mode.key()));

@@ -4,8 +4,7 @@
 #include "check/Rules.h"
 #include "check/RuleTable.h"
 
-#include "cli/Suggestions.h"
-
+#include <QCache>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -33,9 +32,8 @@ public:
             m_tables.insert(index.plain(row, kCode), index.plain(row, QStringLiteral("TABLE")));
         const CheckedTable& extensions = set.table("IndexiniExtend");
         for (int row = 0; row < extensions.size(); ++row)
-            m_extensions.insert(
-                extensions.plain(row, kCode),
-                extensions.plain(row, QStringLiteral("EXTTABLE")).split(QLatin1Char(';')));
+            m_extensions.insert(extensions.plain(row, kCode),
+                                extensions.plain(row, QStringLiteral("EXTTABLE")));
     }
 
     /// The GIS table of a code; empty if it has none that is defined, which is told elsewhere.
@@ -48,10 +46,8 @@ public:
     /// Whether @p table or an extension table of @p code has a field.
     bool has(const QString& code, const QString& table, const QString& field) const
     {
-        const QStringList tables = m_extensions.value(code) + QStringList{table};
-        return std::any_of(tables.begin(), tables.end(), [&](const QString& each) {
-            return m_set.gisTables().hasField(each, field);
-        });
+        return m_set.gisTables().hasField(table, field)
+               || extensionFields(code).contains(field.toUpper());
     }
 
     /// Reports a field that neither @p table nor an extension table of @p code has. @p how tells in
@@ -65,14 +61,30 @@ public:
         m_problems.add(
             rule, place,
             how + QStringLiteral(" a field that the table \"%1\" does not have").arg(table)
-                + suggestionAmong(field, known));
+                + m_problems.suggestionAmong(rule, field, known));
     }
 
 private:
+    /// The fields of all extension tables of a code, in upper case.
+    QSet<QString> extensionFields(const QString& code) const
+    {
+        if (const QSet<QString>* known = m_fields.object(code))
+            return *known;
+        QSet<QString> fields;
+        const QStringList tables = m_extensions.value(code).split(QLatin1Char(';'));
+        for (const QString& table : tables)
+            fields += m_set.gisTables().fieldsOf(table);
+        m_fields.insert(code, new QSet<QString>(fields), std::min(fields.size() + 1, kMostFields));
+        return fields;
+    }
+
+    static constexpr int kMostFields = 1000000;  // of all codes whose fields are kept
+
     const CheckedSet& m_set;
     Problems& m_problems;
-    QHash<QString, QString> m_tables;  // by code
-    QHash<QString, QStringList> m_extensions;
+    QHash<QString, QString> m_tables;      // by code
+    QHash<QString, QString> m_extensions;  // lists of tables
+    mutable QCache<QString, QSet<QString>> m_fields{kMostFields};
 };
 
 QString naming(const QString& field)

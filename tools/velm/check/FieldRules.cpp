@@ -1,5 +1,7 @@
 #include "check/CheckedSet.h"
+#include "check/DictionaryCodes.h"
 #include "check/FieldTypes.h"
+#include "check/PlainName.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
 #include "check/WholeNumber.h"
@@ -27,6 +29,14 @@ constexpr const Rule& kInBothDatabases = rules::named("in-both-databases");
 constexpr int kLongest = 65535;
 constexpr int kMostDecimals = 15;
 
+/// What a field takes, besides its type: nothing is known where a number is below 0, or the length
+/// 0.
+struct FieldSize
+{
+    int length;
+    int decimals;
+};
+
 /// The two tables of fields tell the same under other names.
 struct FieldTable
 {
@@ -39,6 +49,12 @@ struct FieldTable
     {
         return wholeNumber(rows.value(row, column));
     }
+    FieldSize size(int row) const
+    {
+        const bool hasDecimals = rows.has(decimals);
+        return {number(row, length).value_or(0),
+                hasDecimals ? number(row, decimals).value_or(-1) : -1};
+    }
     /// As the library compares them.
     QString keyOf(int row) const
     {
@@ -46,12 +62,16 @@ struct FieldTable
     }
 };
 
-FieldTable systemFields(const CheckedSet& set)
+FieldTable systemFields(const CheckedTable& fields)
 {
-    return {set.table("Attributefield"), QStringLiteral("TABLE"),
-            QStringLiteral("NAME"),      QStringLiteral("TYPE"),
-            QStringLiteral("LENGTH"),    QStringLiteral("DECIMAL"),
-            QStringLiteral("DEFAULT"),   true};
+    return {fields,
+            QStringLiteral("TABLE"),
+            QStringLiteral("NAME"),
+            QStringLiteral("TYPE"),
+            QStringLiteral("LENGTH"),
+            QStringLiteral("DECIMAL"),
+            QStringLiteral("DEFAULT"),
+            true};
 }
 
 FieldTable pipeFields(const CheckedSet& set)
@@ -62,20 +82,28 @@ FieldTable pipeFields(const CheckedSet& set)
             QStringLiteral("DEFAULTVALUE"), false};
 }
 
+/// Reports a field without a name. @return whether it is one
+bool tellIfNameless(const CheckedTable& fields, int row, const QString& column, Problems& problems)
+{
+    const QString name = fields.text(row, column);
+    const bool isNameless = fields.isSound(row, column) && isBlank(name);
+    if (isNameless)
+        problems.add(kEmptyFieldName, fields.place(row, column), emptyOrBlank(name));
+    return isNameless;
+}
+
 /// Reports fields without a table or a name, and those that a table has more than once.
 void checkNames(const FieldTable& fields, Problems& problems)
 {
     QHash<QString, int> known;
     for (int row = 0; fields.rows.hasKey() && row < fields.rows.size(); ++row) {
         const QString table = fields.rows.text(row, fields.table);
-        if (table.isEmpty())
+        if (fields.rows.isSound(row, fields.table) && isBlank(table))
             problems.add(kEmptyCode, fields.rows.place(row, fields.table),
-                         QStringLiteral("is empty, so the field belongs to no table"));
-        if (fields.rows.text(row, fields.name).isEmpty()) {
-            problems.add(kEmptyFieldName, fields.rows.place(row, fields.name),
-                         QStringLiteral("is empty"));
+                         emptyOrBlank(table)
+                             + QStringLiteral(", so the field belongs to no table"));
+        if (tellIfNameless(fields.rows, row, fields.name, problems))
             continue;
-        }
         const auto first = known.constFind(fields.keyOf(row));
         if (first == known.constEnd())
             known.insert(fields.keyOf(row), row);
@@ -96,7 +124,9 @@ void checkSize(const FieldTable& fields, int row, int type, Problems& problems)
         return;
     if (fields.rows.has(fields.length) && (*length < 1 || *length > kLongest))
         problems.add(kFieldLength, fields.rows.place(row, fields.length),
-                     QStringLiteral("is not one of 1 to 65535"));
+                     fields.rows.text(row, fields.length).isEmpty()
+                         ? QStringLiteral("is empty")
+                         : QStringLiteral("is not one of 1 to 65535"));
     else if (*decimals < 0 || *decimals > kMostDecimals)
         problems.add(kFieldDecimals, fields.rows.place(row, fields.decimals),
                      QStringLiteral("is not one of 0 to 15"));
@@ -110,14 +140,39 @@ QString tooLong(int length, const char* what)
     return QStringLiteral("has more than %1 %2").arg(length).arg(QLatin1String(what));
 }
 
-QString whyNoReal(const QString& value, int length)
+/// Why digits are too many. Those of numbers with an exponent are not counted.
+QString whyTooManyDigits(const QString& value, const FieldSize& size)
+{
+    static const QRegularExpression written(
+        QStringLiteral("^\\s*[+-]?0*([0-9]*)(?:\\.([0-9]*?)0*)?\\s*$"));
+    const QRegularExpressionMatch digits = written.match(value);
+    if (size.decimals >= 0 && digits.capturedLength(2) > size.decimals)
+        return tooLong(size.decimals, "digits behind the point");
+    return size.length > 0 && digits.capturedLength(1) + digits.capturedLength(2) > size.length
+               ? tooLong(size.length, "digits")
+               : QString();
+}
+
+QString whyNoReal(const QString& value, const FieldSize& size)
 {
     bool converts = false;
     const double number = value.toDouble(&converts);
     if (!converts || !std::isfinite(number))
         return QStringLiteral("is no number, which the field takes");
-    return length < 1 || std::abs(number) < std::pow(10.0, length) ? QString()
-                                                                   : tooLong(length, "digits");
+    return size.length < 1 || std::abs(number) < std::pow(10.0, size.length)
+               ? whyTooManyDigits(value, size)
+               : tooLong(size.length, "digits");
+}
+
+/// Whether a text is a date as 2026-01-31, which a time of day may follow.
+bool isDate(const QString& text)
+{
+    static const QRegularExpression written(
+        QStringLiteral("^[0-9]{4}-[0-9]{2}-[0-9]{2}(?:[T ](.+))?$"));
+    const QRegularExpressionMatch parts = written.match(text);
+    const QString time = parts.captured(1);
+    return parts.hasMatch() && QDate::fromString(text.left(10), Qt::ISODate).isValid()
+           && (time.isEmpty() || QTime::fromString(time, Qt::ISODate).isValid());
 }
 
 /// @p greatest is that of the field's type.
@@ -135,41 +190,26 @@ QString whyNoInteger(const QString& value, int length, qint64 greatest)
 }
 
 /// Why a field cannot take a value; empty if it can.
-QString whyMisfit(const QString& value, int type, int length)
+QString whyMisfit(const QString& value, int type, const FieldSize& size)
 {
     switch (type) {
     case Velm::FieldInt:
-        return whyNoInteger(value, length, std::numeric_limits<qint32>::max());
+        return whyNoInteger(value, size.length, std::numeric_limits<qint32>::max());
     case Velm::FieldLong:
-        return whyNoInteger(value, length, std::numeric_limits<qint64>::max());
+        return whyNoInteger(value, size.length, std::numeric_limits<qint64>::max());
     case Velm::FieldReal:
-        return whyNoReal(value, length);
+        return whyNoReal(value, size);
     case Velm::FieldDate:
-        return QDate::fromString(value.left(10), Qt::ISODate).isValid()
-                   ? QString()
-                   : QStringLiteral("is no date as 2026-01-31");
+        return isDate(value) ? QString() : QStringLiteral("is no date as 2026-01-31");
     default:
-        return length < 1 || value.size() <= length ? QString() : tooLong(length, "characters");
+        return size.length < 1 || value.size() <= size.length ? QString()
+                                                              : tooLong(size.length, "characters");
     }
 }
 
-/// Why a default value is none of the codes of the field's dictionary; empty if it is one, or there
-/// is no such dictionary.
-QString whyNoCode(const CheckedSet& set, const FieldTable& fields, int row, const QString& value)
-{
-    const QString dictionary = fields.rows.plain(row, QStringLiteral("DICTIONARY"));
-    const QStringList codes = set.codesOf(dictionary);
-    if (codes.isEmpty() || codes.contains(value))
-        return QString();
-    constexpr int kShown = 8;
-    return QStringLiteral("is no code of the dictionary \"%1\": %2")
-               .arg(dictionary, codes.mid(0, kShown).join(QStringLiteral(", ")))
-           + (codes.size() > kShown ? QStringLiteral(", ...") : QString());
-}
-
 /// Reports a default value that the field cannot take.
-void checkDefault(const CheckedSet& set, const FieldTable& fields, int row, int type,
-                  Problems& problems)
+void checkDefault(const CheckedSet& set, DictionaryCodes& codes, const FieldTable& fields, int row,
+                  int type, Problems& problems)
 {
     const Place place = fields.rows.place(row, fields.defaultValue);
     if (place.value.isEmpty() || !fields.rows.isSound(row, fields.defaultValue))
@@ -184,14 +224,15 @@ void checkDefault(const CheckedSet& set, const FieldTable& fields, int row, int 
         misfit = QStringLiteral("is taken as a text; of dictionaries, only those that begin with "
                                 "TBL_ can be named here");
     else
-        misfit = whyMisfit(place.value, type, fields.number(row, fields.length).value_or(0));
+        misfit = whyMisfit(place.value, type, fields.size(row));
     if (misfit.isEmpty())
-        misfit = whyNoCode(set, fields, row, place.value);
+        misfit = codes.whyNone(fields.rows.plain(row, QStringLiteral("DICTIONARY")), place.value);
     if (!misfit.isEmpty())
         problems.add(kDefaultDoesNotFit, place, misfit);
 }
 
-void checkField(const CheckedSet& set, const FieldTable& fields, int row, Problems& problems)
+void checkField(const CheckedSet& set, DictionaryCodes& codes, const FieldTable& fields, int row,
+                Problems& problems)
 {
     const std::optional<int> type = fields.number(row, fields.type);
     if (!type)
@@ -200,7 +241,15 @@ void checkField(const CheckedSet& set, const FieldTable& fields, int row, Proble
         return problems.add(kFieldTypeRange, fields.rows.place(row, fields.type),
                             QStringLiteral("is not one of ") + fieldtypes::names());
     checkSize(fields, row, *type % fieldtypes::kHidden, problems);
-    checkDefault(set, fields, row, *type % fieldtypes::kHidden, problems);
+    checkDefault(set, codes, fields, row, *type % fieldtypes::kHidden, problems);
+}
+
+void checkTable(const CheckedSet& set, DictionaryCodes& codes, const FieldTable& fields,
+                Problems& problems)
+{
+    checkNames(fields, problems);
+    for (int row = 0; row < fields.rows.size(); ++row)
+        checkField(set, codes, fields, row, problems);
 }
 
 QSet<QString> namesIn(const CheckedTable& table, const QString& column)
@@ -251,12 +300,20 @@ void checkBothDatabases(const CheckedSet& set, const FieldTable& own, const Fiel
 
 void rules::checkFields(const CheckedSet& set, Problems& problems)
 {
-    const FieldTable own = systemFields(set);
+    const FieldTable own = systemFields(set.table("Attributefield"));
     const FieldTable pipe = pipeFields(set);
-    for (const FieldTable* fields : {&own, &pipe}) {
-        checkNames(*fields, problems);
-        for (int row = 0; row < fields->rows.size(); ++row)
-            checkField(set, *fields, row, problems);
-    }
+    DictionaryCodes codes(set);
+    for (const FieldTable* fields : {&own, &pipe})
+        checkTable(set, codes, *fields, problems);
+    const CheckedTable& numbered = set.table("PIP_SysConfig");
+    const QString name = QStringLiteral("FIELDNAME");
+    for (int row = 0; numbered.has(name) && row < numbered.size(); ++row)
+        tellIfNameless(numbered, row, name, problems);
     checkBothDatabases(set, own, pipe, problems);
+}
+
+void rules::checkFields(const CheckedSet& set, const CheckedTable& fields, Problems& problems)
+{
+    DictionaryCodes codes(set);
+    checkTable(set, codes, systemFields(fields), problems);
 }

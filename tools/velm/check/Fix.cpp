@@ -2,6 +2,7 @@
 
 #include "check/CheckedSet.h"
 #include "check/DatabaseFix.h"
+#include "check/MendedNames.h"
 #include "check/Report.h"
 #include "cli/Console.h"
 
@@ -54,9 +55,10 @@ Fix::Fix(const CheckedSet& set, const QVector<Problem>& problems)
     // What a run that was killed has left, also where nothing is to be changed.
     for (const QString& path : {system.getSystemConfigDb(), system.getPipeConfigDb()})
         velm::detail::StagingFolder::removeLeftOver(QFileInfo(path).absolutePath());
-    apply(planOf(set, problems, schema::kSystemFile), set, schema::kSystemFile,
+    MendedNames names(set);
+    apply(planOf(set, names, problems, schema::kSystemFile), set, schema::kSystemFile,
           system.getSystemConfigDb());
-    apply(planOf(set, problems, schema::kPipeFile), set, schema::kPipeFile,
+    apply(planOf(set, names, problems, schema::kPipeFile), set, schema::kPipeFile,
           system.getPipeConfigDb());
     tellTotals();
 }

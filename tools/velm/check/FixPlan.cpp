@@ -2,12 +2,11 @@
 
 #include "check/CheckedSet.h"
 #include "check/LayerNames.h"
+#include "check/MendedNames.h"
 
 #include <QHash>
 #include <QPair>
 #include <QSet>
-
-#include <algorithm>
 
 namespace {
 
@@ -20,65 +19,19 @@ const CheckedTable* tableOf(const CheckedSet& set, const Place& place)
     return nullptr;
 }
 
-Holds heldBy(const CheckedTable& table, const QString& column)
+ColumnSchema columnOf(const CheckedTable& table, const QString& name)
 {
     for (const ColumnSchema& schema : table.schema().columns) {
-        if (schema.name == column)
-            return schema.holds;
+        if (schema.name == name)
+            return schema;
     }
-    return Holds::Values;
+    return ColumnSchema();
 }
 
-/// What a column holds, in lower case.
-QSet<QString> namesIn(const CheckedTable& table, const QString& column)
+bool isFeatureCode(const CheckedTable& table, const Place& place)
 {
-    QSet<QString> names;
-    for (int row = 0; row < table.size(); ++row)
-        names.insert(table.text(row, column).toLower());
-    return names;
+    return columnOf(table, place.column).holds == Holds::FeatureCode;
 }
-
-/// The names by which rows are found, as they will be after the changes that are planned.
-class NamesInUse
-{
-public:
-    explicit NamesInUse(const CheckedSet& set)
-    {
-        const CheckedTable& index = set.table("indexini");
-        for (int row = 0; row < index.size(); ++row)
-            m_codes.insert(index.text(row, QStringLiteral("CODE")));
-    }
-
-    /// Plans another name for a row. @return why it cannot have that; empty if it can
-    QString rename(const CheckedTable& table, const Place& place, const QString& name)
-    {
-        const Holds holds = heldBy(table, place.column);
-        if (holds == Holds::CodeReference && m_codes.contains(place.value))
-            return featureKeepsCode();
-        if (!take(table, place.column, name.toLower()))
-            return QStringLiteral("without the blank it would be a second \"%1\"").arg(name);
-        if (holds == Holds::FeatureCode)
-            m_codes.remove(place.value);
-        return QString();
-    }
-
-private:
-    bool take(const CheckedTable& table, const QString& column, const QString& name)
-    {
-        const TableSchema& schema = table.schema();
-        if (schema.keyRule == KeyRule::Repeated || !schema.key.contains(column))
-            return true;
-        QSet<QString>& names = m_names[{table.name(), column}];
-        if (names.isEmpty())
-            names = namesIn(table, column);
-        const int before = names.size();
-        names.insert(name);
-        return names.size() > before;
-    }
-
-    QSet<QString> m_codes;                                  // of the index, exact
-    QHash<QPair<QString, QString>, QSet<QString>> m_names;  // by table and column, in lower case
-};
 
 bool isOf(const Problem& problem, const char* rule)
 {
@@ -88,8 +41,8 @@ bool isOf(const Problem& problem, const char* rule)
 class Planner
 {
 public:
-    explicit Planner(const CheckedSet& set)
-        : m_set(set), m_layers(usualLayerNames(set.table("Workdef"))), m_names(set)
+    Planner(const CheckedSet& set, MendedNames& names)
+        : m_set(set), m_layers(usualLayerNames(set.table("Workdef"))), m_names(names)
     {}
 
     /// That a row which refers to a code cannot be changed.
@@ -110,10 +63,16 @@ public:
         const QString trimmed = place.value.trimmed();
         const int planned =
             place.row == 0 ? -1 : m_planned.value({place.row, place.table + place.column}, -1);
-        if (planned >= 0 && isLayer)
-            m_changes[planned].value = m_layers.value(trimmed.toLower());
+        const UsualName layer = m_layers.value(trimmed.toLower());
+        if (isLayer && layer.isTied && planned < 0)
+            append(place, trimmed,
+                   QStringLiteral("as many rows have it as have \"%1\"").arg(layer.name));
+        else if (isLayer && layer.isTied)
+            return;
+        else if (planned >= 0 && isLayer)
+            m_changes[planned].value = layer.name;
         else if (planned < 0 && isLayer)
-            append(place, m_layers.value(trimmed.toLower()), QString());
+            append(place, layer.name, QString());
         else if (planned < 0)
             append(place, trimmed, whyBlankStays(place, trimmed));
     }
@@ -128,15 +87,15 @@ private:
         const CheckedTable* table = tableOf(m_set, place);
         if (!table || place.row == 0)
             return QString();
-        if (heldBy(*table, place.column) == Holds::FeatureCode && m_pinned.contains(place.value))
+        if (isFeatureCode(*table, place) && m_pinned.contains(place.value))
             return QStringLiteral("a row that cannot be changed refers to it");
-        return m_names.rename(*table, place, trimmed);
+        return m_names.rename(*table, columnOf(*table, place.column), place, trimmed);
     }
 
     void append(const Place& place, const QString& value, const QString& left)
     {
         const CheckedTable* table = tableOf(m_set, place);
-        const bool isCode = table && heldBy(*table, place.column) == Holds::FeatureCode;
+        const bool isCode = table && isFeatureCode(*table, place);
         m_planned.insert({place.row, place.table + place.column}, m_changes.size());
         m_changes.append({place, value, left, isCode});
         if (place.row == 0)
@@ -144,8 +103,8 @@ private:
     }
 
     const CheckedSet& m_set;
-    QHash<QString, QString> m_layers;
-    NamesInUse m_names;
+    QHash<QString, UsualName> m_layers;
+    MendedNames& m_names;
     QSet<QString> m_pinned;                        // codes
     QSet<QPair<QString, qint64>> m_removed;        // rows by table
     QHash<QPair<qint64, QString>, int> m_planned;  // changes by row, table and column
@@ -154,11 +113,11 @@ private:
 
 }  // namespace
 
-QVector<Change> planOf(const CheckedSet& set, const QVector<Problem>& problems,
+QVector<Change> planOf(const CheckedSet& set, MendedNames& names, const QVector<Problem>& problems,
                        const QString& database)
 {
     QVector<const Problem*> codes, others;
-    Planner planner(set);
+    Planner planner(set, names);
     for (const Problem& problem : problems) {
         const CheckedTable* table = tableOf(set, problem.place);
         if (!table || problem.place.database != database)
@@ -166,8 +125,7 @@ QVector<Change> planOf(const CheckedSet& set, const QVector<Problem>& problems,
         if (isOf(problem, "empty-code"))
             planner.removeRow(problem);
         else if (isOf(problem, "blank-at-end") || isOf(problem, "layer-differs-in-case"))
-            (heldBy(*table, problem.place.column) == Holds::FeatureCode ? codes : others)
-                .append(&problem);
+            (isFeatureCode(*table, problem.place) ? codes : others).append(&problem);
     }
     for (const Problem* problem : others) {
         if (problem->place.row == 0)
@@ -176,9 +134,4 @@ QVector<Change> planOf(const CheckedSet& set, const QVector<Problem>& problems,
     for (const Problem* problem : codes + others)
         planner.mend(*problem);
     return planner.changes();
-}
-
-QString featureKeepsCode()
-{
-    return QStringLiteral("it belongs to a feature whose code keeps its blank");
 }

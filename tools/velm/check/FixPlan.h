@@ -3,6 +3,7 @@
 #include "check/Problems.h"
 
 class CheckedSet;
+class MendedNames;
 
 /// What is to be done about one value.
 struct Change
@@ -15,8 +16,6 @@ struct Change
 
 /// What is to be done about those of @p problems that lie in a database and have one safe answer,
 /// codes of features first. A row that goes has no other changes, and a value has one.
-QVector<Change> planOf(const CheckedSet& set, const QVector<Problem>& problems,
+/// @p names are those of both databases.
+QVector<Change> planOf(const CheckedSet& set, MendedNames& names, const QVector<Problem>& problems,
                        const QString& database);
-
-/// Why a row is left that belongs to a feature whose code keeps its blank.
-QString featureKeepsCode();

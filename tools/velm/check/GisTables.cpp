@@ -1,6 +1,7 @@
 #include "check/GisTables.h"
 
 #include "check/CheckedSet.h"
+#include "cli/Suggestions.h"
 
 GisTables::GisTables(const CheckedSet& set)
 {
@@ -10,6 +11,17 @@ GisTables::GisTables(const CheckedSet& set)
     addTables(set.table("SYS_ATTRIBUTEDEF"), tableName);
     addFields(set.table("Attributefield"), QStringLiteral("TABLE"), QStringLiteral("NAME"));
     addFields(set.table("SYS_ATTRIBUTEDEF"), tableName, QStringLiteral("FIELDNAME"));
+    findStrayFields();
+}
+
+void GisTables::findStrayFields()
+{
+    constexpr int kMost = 20;  // each is compared with all tables
+    const QStringList owners = QStringList(m_unknownOwners.values()).mid(0, kMost);
+    for (Table& table : m_tables)
+        table.hasStrayFields =
+            table.fieldNames.isEmpty() && !similarTo(table.name, owners).isEmpty();
+    m_unknownOwners.clear();
 }
 
 void GisTables::addTables(const CheckedTable& table, const QString& column)
@@ -22,16 +34,19 @@ void GisTables::addTables(const CheckedTable& table, const QString& column)
         m_keys.insert(table.text(row, column).toUpper(), name.toUpper());
         Table& known = m_tables[name.toUpper()];
         if (known.name.isEmpty())
-            known = {name, table.place(row, column), {}, {}};
+            known = {name, table.place(row, column), {}, {}, false};
     }
 }
 
 void GisTables::addFields(const CheckedTable& fields, const QString& owner, const QString& column)
 {
     for (int row = 0; row < fields.size(); ++row) {
-        const auto found = m_tables.find(fields.plain(row, owner).toUpper());
-        if (found == m_tables.end())
+        const QString table = fields.plain(row, owner);
+        const auto found = m_tables.find(table.toUpper());
+        if (found == m_tables.end()) {
+            m_unknownOwners.insert(table);
             continue;
+        }
         const QString name = fields.plain(row, column);
         found->fields.insert(name.toUpper());
         found->fields.insert(fields.text(row, column).toUpper());

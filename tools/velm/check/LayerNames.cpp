@@ -2,18 +2,24 @@
 
 #include "check/CheckedTable.h"
 
-QHash<QString, QString> usualLayerNames(const CheckedTable& work)
+QHash<QString, UsualName> usualLayerNames(const CheckedTable& work)
 {
     const QString column = QStringLiteral("LAYER");
     QHash<QString, int> counts;  // by spelling
-    for (int row = 0; work.has(column) && row < work.size(); ++row)
-        ++counts[work.text(row, column).trimmed()];
-    QHash<QString, QString> usual;
+    QStringList spellings;       // in the order of the rows
     for (int row = 0; work.has(column) && row < work.size(); ++row) {
         const QString layer = work.text(row, column).trimmed();
-        QString& known = usual[layer.toLower()];
-        if (known.isEmpty() || counts.value(layer) > counts.value(known))
-            known = layer;
+        if (++counts[layer] == 1)
+            spellings.append(layer);
+    }
+    QHash<QString, UsualName> usual;
+    for (const QString& layer : qAsConst(spellings)) {
+        UsualName& known = usual[layer.toLower()];
+        const int ahead = counts.value(layer) - counts.value(known.name);
+        if (known.name.isNull() || ahead > 0)
+            known = {layer, false};
+        else if (ahead == 0)
+            known.isTied = true;
     }
     return usual;
 }

@@ -5,6 +5,12 @@
 
 class CheckedTable;
 
-/// How most rows of the work definitions write each layer, by lower-case name; of two spellings
-/// with as many rows the one that comes first.
-QHash<QString, QString> usualLayerNames(const CheckedTable& work);
+struct UsualName
+{
+    QString name;
+    bool isTied = false;  ///< whether as many rows have another spelling
+};
+
+/// How most rows of the work definitions write each layer, by lower-case name; of spellings with as
+/// many rows the one that comes first.
+QHash<QString, UsualName> usualLayerNames(const CheckedTable& work);

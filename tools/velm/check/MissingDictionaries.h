@@ -1,11 +1,12 @@
 #pragma once
 
+#include "check/FoldedNames.h"
 #include "check/Problems.h"
 
 class CheckedSet;
 
-/// Dictionaries that are named and do not exist: one finding each, at the first place that names
-/// it.
+/// Dictionaries that are named and do not exist: one finding each in a run, at the first place that
+/// names it.
 class MissingDictionaries
 {
 public:
@@ -20,19 +21,9 @@ public:
     void report(Problems& problems) const;
 
 private:
-    struct Missing
-    {
-        QString name;
-        Place place;
-        QString what;
-        int others;  // places that name it
-    };
-
-    QString hintFor(const QString& name) const;
-
     const CheckedSet& m_set;
     const Rule& m_rule;
     QString m_namer;
-    QVector<Missing> m_missing;
-    QHash<QString, int> m_places;  // in it, by name
+    FoldedNames m_missing;
+    bool m_needsLists = false;  // a name can only be that of a row of a table which has none
 };

@@ -98,7 +98,8 @@ void checkNumber(const CheckedTable& table, int row, const ColumnSchema& column,
     if (!std::isfinite(number))
         return problems.add(kNotFinite, place, QStringLiteral("is no finite number"));
     if (range && (number < range->least || number > range->greatest))
-        return problems.add(range->rule, place, QLatin1String(range->wanted));
+        return problems.add(range->rule, place,
+                            isEmpty ? QStringLiteral("is empty") : QLatin1String(range->wanted));
     QString message;
     const Rule* notWhole = column.type == ColumnType::Integer && !isEmpty
                                ? whyNotWhole(value, number, message)
@@ -132,8 +133,12 @@ void checkColumn(const CheckedTable& table, const ColumnSchema& column, Problems
 
 void rules::checkNumbers(const CheckedSet& set, Problems& problems)
 {
-    for (const CheckedTable& table : set.tables()) {
-        for (const ColumnSchema& column : table.schema().columns)
-            checkColumn(table, column, problems);
-    }
+    for (const CheckedTable& table : set.tables())
+        checkNumbers(table, problems);
+}
+
+void rules::checkNumbers(const CheckedTable& table, Problems& problems)
+{
+    for (const ColumnSchema& column : table.schema().columns)
+        checkColumn(table, column, problems);
 }

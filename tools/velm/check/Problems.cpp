@@ -1,5 +1,7 @@
 #include "check/Problems.h"
 
+#include "cli/Suggestions.h"
+
 #include <QCryptographicHash>
 #include <QRegularExpression>
 
@@ -22,15 +24,18 @@ Fingerprint toFingerprint(const QByteArray& bytes)
     return fingerprint;
 }
 
-/// A message without what an edit elsewhere changes: the numbers of rows that it names, and how
-/// many more there are.
+/// A message without what an edit elsewhere changes: the numbers of rows that it names, how many
+/// more there are, and what may be meant.
 QString withoutCounts(const QString& message)
 {
     static const QRegularExpression counts(
-        QStringLiteral("(?:row|line) [0-9]+|, and so (?:does|do) [0-9]+ more [a-z]+"));
+        QStringLiteral("(?:row|line) [0-9]+|, and so (?:does|do) [0-9]+ more [a-z]+|; did you mean "
+                       "\".*$"),
+        QRegularExpression::DotMatchesEverythingOption);
     const bool mayHave = message.contains(QLatin1String("row "))
                          || message.contains(QLatin1String("line "))
-                         || message.contains(QLatin1String(" more "));
+                         || message.contains(QLatin1String(" more "))
+                         || message.contains(QLatin1String("; did you mean "));
     return mayHave ? QString(message).remove(counts) : message;
 }
 
@@ -122,6 +127,24 @@ void Problems::add(const Rule& rule, const Place& place, const QString& message)
     kept.key = shared(place.key);
     if (place.value.size() <= kShort)
         kept.value = shared(place.value);
+}
+
+void Problems::addOnce(const QString& thing, const Rule& rule, const Place& place,
+                       const QString& message)
+{
+    if (!m_ids.contains(QLatin1String(rule.id)) || m_told.contains(thing))
+        return;
+    m_told.insert(thing);
+    add(rule, place, message);
+}
+
+QString Problems::suggestionAmong(const Rule& rule, const QString& text,
+                                  const QStringList& candidates)
+{
+    constexpr int kMost = 20;
+    const bool isTold = m_asked < kMost && m_ids.contains(QLatin1String(rule.id));
+    m_asked += isTold ? 1 : 0;
+    return isTold ? ::suggestionAmong(text, candidates) : QString();
 }
 
 const QVector<Problem>& Problems::all()

@@ -49,6 +49,13 @@ public:
     /// Throws TooManyProblems beyond 2,000,000.
     void add(const Rule& rule, const Place& place, const QString& message);
 
+    /// The same for what several subjects may find: of one @p thing the first finding counts.
+    void addOnce(const QString& thing, const Rule& rule, const Place& place,
+                 const QString& message);
+    /// "; did you mean ...?" for a finding of a rule, or nothing. Only the first 20 that ask in a
+    /// run are answered, since each answer looks at all candidates.
+    QString suggestionAmong(const Rule& rule, const QString& text, const QStringList& candidates);
+
     /// By database, table and row; the problems of a row by column, rule, value and cause.
     const QVector<Problem>& all();
 
@@ -58,5 +65,7 @@ private:
     QSet<QString> m_ids;
     QVector<Problem> m_problems;
     QSet<QString> m_texts;       // keys and what else repeats, which is kept once
+    QSet<QString> m_told;        // by addOnce()
+    int m_asked = 0;             // for suggestions
     QSet<QString> m_ofOnePlace;  // rules and causes at the place of the last problem
 };

@@ -1,10 +1,9 @@
 #include "check/CheckedSet.h"
 #include "check/EmptyTable.h"
+#include "check/FoldedNames.h"
 #include "check/MissingDictionaries.h"
 #include "check/Rules.h"
 #include "check/RuleTable.h"
-
-#include "cli/Suggestions.h"
 
 #include <QRegularExpression>
 
@@ -15,28 +14,49 @@ constexpr const Rule& kUnknownExtensionTable = rules::named("unknown-extension-t
 constexpr const Rule& kUnknownDictionary = rules::named("unknown-dictionary");
 constexpr const Rule& kUnknownPipeField = rules::named("unknown-pipe-field");
 
-/// Reports the names in a column that are no GIS tables.
-void checkTableNames(const CheckedSet& set, const CheckedTable& table, const ColumnSchema& column,
-                     Problems& problems)
+/// What may be meant by a name that no GIS table has.
+QString hintFor(const Rule& rule, const QString& name, const QStringList& known, Problems& problems)
+{
+    static const QRegularExpression separator(QStringLiteral("[,，；、]"));
+    return &rule == &kUnknownExtensionTable && name.contains(separator)
+               ? QStringLiteral("; names are separated by \";\"")
+               : problems.suggestionAmong(rule, name, known);
+}
+
+/// The names in a column that are no GIS tables.
+FoldedNames unknownTables(const CheckedSet& set, const CheckedTable& table,
+                          const ColumnSchema& column)
 {
     const bool isList = column.holds == Holds::TableReferences;
-    const QStringList known = set.gisTables().tableNames();
+    FoldedNames unknown;
     for (int row = 0; row < table.size(); ++row) {
         const QString text = table.plain(row, column.name);
         QStringList names = isList ? text.split(QLatin1Char(';')) : QStringList{text};
         names.removeAll(QString());
         for (const QString& name : qAsConst(names)) {
-            if (set.gisTables().contains(name))
-                continue;
-            if (tellIfEmpty(set.table("Attributetable"), problems))
-                return;
-            problems.add(
-                isList ? kUnknownExtensionTable : kUnknownGisTable, table.place(row, column.name),
-                (names.size() > 1 ? QStringLiteral("has \"%1\", which names no GIS table").arg(name)
-                                  : QStringLiteral("names no GIS table"))
-                    + suggestionAmong(name, known));
+            if (!set.gisTables().contains(name))
+                unknown.add(name.toUpper(), name, table.place(row, column.name),
+                            names.size() > 1 ? QStringLiteral("has \"%1\", which ").arg(name)
+                                             : QString());
         }
     }
+    return unknown;
+}
+
+void checkTableNames(const CheckedSet& set, const CheckedTable& table, const ColumnSchema& column,
+                     Problems& problems)
+{
+    const FoldedNames unknown = unknownTables(set, table, column);
+    if (unknown.all().isEmpty() || tellIfNoTables(set, problems))
+        return;
+    const Rule& rule =
+        column.holds == Holds::TableReferences ? kUnknownExtensionTable : kUnknownGisTable;
+    const QStringList known = set.gisTables().tableNames();
+    for (const FoldedNames::Missing& missing : unknown.all())
+        problems.add(rule, missing.place,
+                     missing.what + QStringLiteral("names no GIS table")
+                         + alsoBy(missing.others, QStringLiteral("row"))
+                         + hintFor(rule, missing.name, known, problems));
 }
 
 /// Looks for dictionaries that do not exist. Of default values only some name one.

@@ -65,8 +65,8 @@ inline constexpr std::array kAll{
          "A text holds a NUL character, at which many programs take it for ended.",
          "Take the character out."},
     Rule{"control-character", Severity::Warning,
-         "A code or a name holds a tab, a line break or another control character, which nobody "
-         "sees and nobody types.",
+         "A code or a name holds a tab, a line break or another character that nobody sees and "
+         "nobody types: a control character, or one such as U+FEFF.",
          "Take the character out."},
     Rule{"blank-at-end", Severity::Warning,
          "A code or a name begins or ends with a blank, also a wide one, so that it is not found "
@@ -86,7 +86,7 @@ inline constexpr std::array kAll{
          "Write other characters in place of those that the finding names."},
     // Codes.
     Rule{"empty-code", Severity::Warning,
-         "A row has no code, or no name, by which it could be found.",
+         "A row has no code, or no name, by which it could be found, or one of blanks only.",
          "Give it one, or remove the row; \"velm check --fix\" removes it."},
     Rule{"duplicate-code", Severity::Error,
          "A code, or a name by which rows are found, stands in more than one row, and only one of "
@@ -147,10 +147,14 @@ inline constexpr std::array kAll{
          "Two layer names differ in letter case only; in drawings they are one layer.",
          "Write both alike; \"velm check --fix\" takes the spelling that most rows have."},
     // GIS tables and fields.
-    Rule{"unknown-gis-table", Severity::Error, "A GIS table that is named here is not defined.",
+    Rule{"unknown-gis-table", Severity::Error,
+         "A GIS table that is named here is not defined. It is told once for each column, at the "
+         "first row.",
          "Define the table in Attributetable or in PipeConfig.db, or correct the name."},
     Rule{"unknown-extension-table", Severity::Error,
-         "An extension table that is named here is not defined as a GIS table.",
+         "An extension table that is named here is not defined as a GIS table. It is told once, at "
+         "the "
+         "first row.",
          "Define the table in Attributetable, or correct the name; names are separated by \";\" "
          "without blanks."},
     Rule{"table-type-range", Severity::Error, "The type of a GIS table is not one of 0 to 5.",
@@ -198,6 +202,10 @@ inline constexpr std::array kAll{
          "first annotation.",
          "Correct the name, or add the dictionary."},
     // Dictionaries.
+    Rule{"dictionary-name", Severity::Warning,
+         "The name of a table that is meant as a dictionary has other characters than letters, "
+         "digits, _ and $, so the library leaves the table out.",
+         "Rename the table."},
     Rule{"dictionary-without-entries", Severity::Warning, "A dictionary has no entries.",
          "Add entries, or remove the dictionary."},
     Rule{"dictionary-empty-entry", Severity::Warning,

@@ -3,6 +3,7 @@
 #include "check/Problems.h"
 
 class CheckedSet;
+class CheckedTable;
 
 /// The rules, by what they look at.
 namespace rules {
@@ -14,12 +15,16 @@ QVector<Problem> findProblems(const CheckedSet& set, const QVector<const Rule*>&
 void checkSchema(const CheckedSet& set, Problems& problems);
 /// Every value for itself: JSON and the characters of texts.
 void checkTexts(const CheckedSet& set, Problems& problems);
+void checkTexts(const CheckedTable& table, Problems& problems);
 /// Numbers and their ranges.
 void checkNumbers(const CheckedSet& set, Problems& problems);
+void checkNumbers(const CheckedTable& table, Problems& problems);
 /// Codes, user codes and layers.
 void checkCodes(const CheckedSet& set, Problems& problems);
 /// Fields of GIS tables.
 void checkFields(const CheckedSet& set, Problems& problems);
+/// Those of a table that has the columns of Attributefield.
+void checkFields(const CheckedSet& set, const CheckedTable& fields, Problems& problems);
 /// What one table says of another.
 void checkReferences(const CheckedSet& set, Problems& problems);
 /// Fields and dictionaries that annotations, rules and records name.

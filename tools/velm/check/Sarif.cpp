@@ -10,6 +10,8 @@
 #include <QJsonObject>
 #include <QUrl>
 
+#include <cstring>
+
 namespace {
 
 QJsonObject textObject(const char* text)
@@ -62,10 +64,15 @@ QJsonObject logicalLocation(const Place& place)
         if (!part.isEmpty())
             names.append(part);
     }
-    return {{QStringLiteral("name"), names.last()},
-            {QStringLiteral("fullyQualifiedName"), names.join(QLatin1Char('/'))},
-            {QStringLiteral("kind"),
-             place.column.isEmpty() ? QStringLiteral("object") : QStringLiteral("member")}};
+    QJsonObject location{{QStringLiteral("name"), names.last()},
+                         {QStringLiteral("fullyQualifiedName"), names.join(QLatin1Char('/'))},
+                         {QStringLiteral("kind"), place.column.isEmpty()
+                                                      ? QStringLiteral("object")
+                                                      : QStringLiteral("member")}};
+    if (place.row != 0)  // several rows may have one key
+        location.insert(QStringLiteral("properties"),
+                        QJsonObject{{QStringLiteral("row"), place.row}});
+    return location;
 }
 
 QJsonObject locationOf(const Place& place, const QJsonObject& artifact)
@@ -78,11 +85,32 @@ QJsonObject locationOf(const Place& place, const QJsonObject& artifact)
             {QStringLiteral("logicalLocations"), QJsonArray{logicalLocation(place)}}};
 }
 
-QJsonObject resultObject(const Problem& problem, int ruleIndex, const QJsonObject& artifact)
+/// Numbers alike findings from 1: services take those of one fingerprint for one.
+class Occurrences
+{
+public:
+    int count(const Fingerprint& fingerprint)
+    {
+        quint64 beginning = 0;  // enough to tell findings apart, and less to keep
+        std::memcpy(&beginning, fingerprint.data(), sizeof beginning);
+        return ++m_counts[beginning];
+    }
+
+private:
+    QHash<quint64, int> m_counts;
+};
+
+QString nameOf(const Fingerprint& fingerprint, int occurrence)
+{
+    const QString name = QString::fromLatin1(textOf(fingerprint));
+    return occurrence == 1 ? name : QStringLiteral("%1:%2").arg(name).arg(occurrence);
+}
+
+QJsonObject resultObject(const Problem& problem, const QString& fingerprint, int ruleIndex,
+                         const QJsonObject& artifact)
 {
     const QString text =
         report::textOf(problem.place) + QStringLiteral(": ") + report::messageOf(problem);
-    const QString fingerprint = QString::fromLatin1(textOf(problem.fingerprint()));
     return {{QStringLiteral("ruleId"), QLatin1String(problem.rule->id)},
             {QStringLiteral("ruleIndex"), ruleIndex},
             {QStringLiteral("level"), rules::nameOf(problem.rule->severity)},
@@ -115,11 +143,14 @@ void report::printSarif(const QVector<Problem>& problems, const QVector<const Ru
                           + ",\"originalUriBaseIds\":" + compact(bases) + ",\"results\":",
                       "}]}");
     QHash<QString, QJsonObject> artifacts;  // by file
+    Occurrences occurrences;
     for (const Problem& problem : problems) {
         QJsonObject& artifact = artifacts[problem.place.database];
         if (artifact.isEmpty())
             artifact = artifactLocation(problem.place.database);
-        results.add(compact(resultObject(problem, rules.indexOf(problem.rule), artifact)));
+        const Fingerprint fingerprint = problem.fingerprint();
+        const QString name = nameOf(fingerprint, occurrences.count(fingerprint));
+        results.add(compact(resultObject(problem, name, rules.indexOf(problem.rule), artifact)));
     }
     results.end();
 }

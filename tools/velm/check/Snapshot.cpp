@@ -99,6 +99,26 @@ CheckedRow rowOf(const QSqlQuery& rows, int columns, const TextReader& reader, q
     return row;
 }
 
+/// What tells apart what two lists hold, whatever their order.
+class ValuesInAnyOrder
+{
+public:
+    void add(const QString& value)
+    {
+        ++m_count;
+        m_sum += qHash(value);
+    }
+
+    bool operator!=(const ValuesInAnyOrder& other) const
+    {
+        return m_count != other.m_count || m_sum != other.m_sum;
+    }
+
+private:
+    qint64 m_count = 0;
+    quint64 m_sum = 0;
+};
+
 }  // namespace
 
 Snapshot::Snapshot(const QString& fileName, const QString& path)
@@ -197,4 +217,41 @@ bool Snapshot::isSearched(const QString& table, const QString& column)
             return true;
     }
     return false;
+}
+
+void Snapshot::readIndexes(const CheckedTable& table)
+{
+    for (const QString& column : table.schema().key) {
+        QSqlQuery index = m_database.query();
+        if (!table.has(column) || !m_problem.isEmpty())
+            continue;
+        // A partial one holds some rows only.
+        fail(QStringLiteral("table ") + table.name(),
+             HeldDatabase::run(index,
+                               QStringLiteral("select l.name from pragma_index_list(?) l, "
+                                              "pragma_index_info(l.name) i where not l.partial and "
+                                              "i.name = ? collate nocase"),
+                               {table.name(), column}));
+        for (; m_problem.isEmpty() && index.isValid(); index.next())
+            readIndex(table, column, index.value(0).toString());
+    }
+}
+
+void Snapshot::readIndex(const CheckedTable& table, const QString& column, const QString& index)
+{
+    const QString what = QStringLiteral("table %1, index %2").arg(table.name(), index);
+    QSqlQuery entries = m_database.query();
+    if (!entries.exec(QStringLiteral("select 0, %1 from %2 indexed by %3")
+                          .arg(readable(column), quoted(table.name()), quoted(index))))
+        return fail(what, entries.lastError().databaseText());
+    const TextReader reader(m_encoding);
+    qint64 unlimited = 0;  // what is not kept needs no budget
+    ValuesInAnyOrder inIndex, inTable;
+    while (entries.next())
+        inIndex.add(rowOf(entries, 1, reader, unlimited).cells.first().toString());
+    fail(what, entries.lastError().databaseText());
+    for (int row = 0; row < table.size(); ++row)
+        inTable.add(table.text(row, column));
+    if (inIndex != inTable)
+        fail(what, QStringLiteral("it is damaged, and does not hold what the table holds"));
 }

@@ -34,10 +34,15 @@ public:
     /// Whether rows with a value in a column are found without reading the whole table.
     bool isSearched(const QString& table, const QString& column);
 
+    /// Reads the indexes over the keys of a table, in which the library looks rows up: they are to
+    /// hold what its rows hold.
+    void readIndexes(const CheckedTable& table);
+
 private:
     void readSchema();
     void readTypes(CheckedTable& table, const QString& name);
     void readRows(CheckedTable& table, const HeldDatabase::Entry& stored, qint64& budget);
+    void readIndex(const CheckedTable& table, const QString& column, const QString& index);
     void fail(const QString& what, const QString& problem);
 
     QString m_fileName;

@@ -55,7 +55,21 @@ bool isName(Holds holds)
            && holds != Holds::Default;
 }
 
-/// Up to three characters of a text, quoted, that something is true of.
+/// "U+FEFF".
+QString codePoint(uint character)
+{
+    return QStringLiteral("U+%1").arg(character, 4, 16, QLatin1Char('0')).toUpper();
+}
+
+/// A character as messages show it: quoted, or by its number if nobody sees it.
+QString nameOf(uint character)
+{
+    return character < 0x10000 && isControl(QChar(character))
+               ? codePoint(character)
+               : QLatin1Char('"') + QString::fromUcs4(&character, 1) + QLatin1Char('"');
+}
+
+/// Up to three characters of a text that something is true of.
 template<class Predicate>
 QString namesOf(const QString& text, const Predicate& isMeant)
 {
@@ -63,21 +77,32 @@ QString namesOf(const QString& text, const Predicate& isMeant)
     QStringList names;
     const QVector<uint> characters = text.toUcs4();
     for (const uint character : characters) {
-        const QString name = QLatin1Char('"') + QString::fromUcs4(&character, 1) + QLatin1Char('"');
-        if (isMeant(character) && !names.contains(name) && names.size() < kMost)
-            names.append(name);
+        if (names.size() == kMost)
+            break;
+        if (isMeant(character) && !names.contains(nameOf(character)))
+            names.append(nameOf(character));
     }
     return names.join(QStringLiteral(", "));
 }
 
-/// "a tab", "a line break" or "a control character".
+/// "a tab", "a line break" or "U+FEFF, which nobody sees".
 QString nameOfControl(const QString& text)
 {
     if (text.contains(QLatin1Char('\t')))
         return QStringLiteral("a tab");
     return text.contains(QLatin1Char('\n')) || text.contains(QLatin1Char('\r'))
                ? QStringLiteral("a line break")
-               : QStringLiteral("a control character");
+               : codePoint(std::find_if(text.begin(), text.end(), isControl)->unicode())
+                     + QStringLiteral(", which nobody sees");
+}
+
+/// Whether another rule tells of a name that it is empty.
+bool isToldEmpty(const CheckedTable& table, const ColumnSchema& column, const QString& text)
+{
+    return isBlank(text)
+           && (column.holds == Holds::Layer || table.schema().key.contains(column.name)
+               || (table.name() == QLatin1String("PIP_SysConfig")
+                   && column.name == QLatin1String("FIELDNAME")));
 }
 
 void checkName(const QString& text, const Place& place, Problems& problems)
@@ -92,7 +117,7 @@ void checkLayer(const QString& text, const Place& place, Problems& problems)
 {
     static const QRegularExpression forbidden(QStringLiteral("[<>/\\\\\":;?*|=`]"));
     constexpr int kLongest = 255;
-    if (text.trimmed().isEmpty())
+    if (isBlank(text))
         problems.add(kLayerName, place, QStringLiteral("is empty"));
     else if (text.contains(forbidden))
         problems.add(kLayerName, place,
@@ -100,7 +125,7 @@ void checkLayer(const QString& text, const Place& place, Problems& problems)
                          .arg(namesOf(text, [](uint character) {
                              return forbidden.match(QString::fromUcs4(&character, 1)).hasMatch();
                          })));
-    else if (text.size() > kLongest)
+    else if (text.trimmed().size() > kLongest)
         problems.add(kLayerName, place, QStringLiteral("is longer than 255 characters"));
 }
 
@@ -136,6 +161,16 @@ QString notUtf8(const QString& gbk)
                          : problem + QStringLiteral("; as GBK it reads \"%1\"").arg(excerpt(gbk));
 }
 
+void checkGbk(const QString& text, const Place& place, Problems& problems)
+{
+    if (!isAscii(text) && !fitsGbk(text))
+        problems.add(kNotInGbk, place,
+                     QStringLiteral("holds %1, which GBK does not have")
+                         .arg(namesOf(text, [](uint character) {
+                             return !fitsGbk(QString::fromUcs4(&character, 1));
+                         })));
+}
+
 void checkText(const CheckedTable& table, int row, const ColumnSchema& column, Problems& problems)
 {
     const Place place = table.place(row, column.name);
@@ -149,7 +184,8 @@ void checkText(const CheckedTable& table, int row, const ColumnSchema& column, P
     if (column.type != ColumnType::Text)
         checkJson(text, column.type, place, problems);
     const bool isLayer = column.holds == Holds::Layer;
-    if (isName(column.holds) && !(isLayer && text.trimmed().isEmpty()))
+    const bool isNamed = isName(column.holds);
+    if (isNamed && !isToldEmpty(table, column, text))
         checkName(text, place, problems);
     if (isLayer)
         checkLayer(text, place, problems);
@@ -158,24 +194,23 @@ void checkText(const CheckedTable& table, int row, const ColumnSchema& column, P
     if (text.contains(QLatin1Char(','))
         && columnsOfTextFiles().contains(table.name() + QLatin1Char('.') + column.name))
         problems.add(kComma, place, QStringLiteral("holds a comma"));
-    if (!isAscii(text) && !fitsGbk(text))
-        problems.add(kNotInGbk, place,
-                     QStringLiteral("holds %1, which GBK does not have")
-                         .arg(namesOf(text, [](uint character) {
-                             return !fitsGbk(QString::fromUcs4(&character, 1));
-                         })));
+    // What is wrong with a name for its blanks need not be told again.
+    checkGbk(isNamed ? plainName(text) : text, place, problems);
 }
 
 }  // namespace
 
 void rules::checkTexts(const CheckedSet& set, Problems& problems)
 {
-    for (const CheckedTable& table : set.tables()) {
-        for (const ColumnSchema& column : table.schema().columns) {
-            const bool isText =
-                column.type != ColumnType::Integer && column.type != ColumnType::Real;
-            for (int row = 0; isText && table.has(column.name) && row < table.size(); ++row)
-                checkText(table, row, column, problems);
-        }
+    for (const CheckedTable& table : set.tables())
+        checkTexts(table, problems);
+}
+
+void rules::checkTexts(const CheckedTable& table, Problems& problems)
+{
+    for (const ColumnSchema& column : table.schema().columns) {
+        const bool isText = column.type != ColumnType::Integer && column.type != ColumnType::Real;
+        for (int row = 0; isText && table.has(column.name) && row < table.size(); ++row)
+            checkText(table, row, column, problems);
     }
 }

@@ -9,6 +9,16 @@ namespace {
 
 constexpr int kQuietMs = 300;  // a program that saves writes more than once
 
+/// What tells one content of a file from another. A log of SQLite's without entries is none: who
+/// only reads makes one, and takes it away.
+QString stateOf(const QFileInfo& file)
+{
+    const bool isLog = file.fileName().endsWith(QLatin1String("-wal"));
+    if (!file.exists() || (isLog && file.size() == 0))
+        return QString();
+    return QStringLiteral("%1 %2").arg(file.size()).arg(file.lastModified().toMSecsSinceEpoch());
+}
+
 }  // namespace
 
 Watcher::Watcher(const QString& folder, const QStringList& files,
@@ -31,13 +41,8 @@ int Watcher::run()
 QStringList Watcher::states() const
 {
     QStringList states;
-    for (const QString& name : m_files) {
-        const QFileInfo file(m_folder + QLatin1Char('/') + name);
-        states.append(QStringLiteral("%1 %2 %3")
-                          .arg(file.exists())
-                          .arg(file.size())
-                          .arg(file.lastModified().toMSecsSinceEpoch()));
-    }
+    for (const QString& name : m_files)
+        states.append(stateOf(QFileInfo(m_folder + QLatin1Char('/') + name)));
     return states;
 }
 

@@ -51,7 +51,7 @@ QStringList similarTo(const QString& text, const QStringList& candidates)
         if (text.size() > kLongestText || qAbs(candidate.size() - text.size()) > kGreatestDistance)
             continue;
         const int slips = slipsBetween(lower, candidate.toLower(), rows);
-        if (slips <= kGreatestDistance && slips < text.size())
+        if (slips <= kGreatestDistance && 2 * slips < text.size())
             alike.append({slips, candidate});
     }
     std::sort(alike.begin(), alike.end());

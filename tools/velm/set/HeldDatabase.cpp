@@ -146,7 +146,29 @@ QString HeldDatabase::problemOf(const TableSchema& table) const
         if (!column.optional && !found.columns.contains(column.name, Qt::CaseInsensitive))
             return QStringLiteral("no column \"%1\"").arg(column.name);
     }
-    return QString();
+    return table.queried ? indexProblem(table) : QString();
+}
+
+/// Why rows that are there may not be found: an index over the key that has lost some of them.
+QString HeldDatabase::indexProblem(const TableSchema& table) const
+{
+    const QString& key = table.key.first();
+    QSqlQuery index = query();
+    QString problem = run(index,
+                          QStringLiteral("select l.name from pragma_index_list(?) l, "
+                                         "pragma_index_info(l.name) i where not l.partial and "
+                                         "i.seqno = 0 and i.name = ? collate nocase"),
+                          {table.name, key});
+    for (; problem.isEmpty() && index.isValid(); index.next()) {
+        QSqlQuery counts = query();
+        const QString name = index.value(0).toString();
+        problem = run(counts, QStringLiteral("select (select count([%1]) from [%2] not indexed), "
+                                             "(select count([%1]) from [%2] indexed by [%3])")
+                                  .arg(key, table.name, name));
+        if (problem.isEmpty() && counts.value(0) != counts.value(1))
+            problem = QStringLiteral("its index %1 is damaged").arg(name);
+    }
+    return problem;
 }
 
 QString HeldDatabase::findNames(QStringList& names) const

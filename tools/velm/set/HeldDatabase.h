@@ -37,8 +37,9 @@ public:
     /// did
     QString find(const QString& table, Entry& found) const;
 
-    /// Why a table, with every column that is needed, cannot be read; empty if it can. A view in
-    /// its place, a virtual table or one with computed columns cannot, as for the library.
+    /// Why a table, with every column that is needed and the indexes in which single rows are
+    /// looked up, cannot be read; empty if it can. A view in its place, a virtual table or one with
+    /// computed columns cannot, as for the library.
     QString problemOf(const TableSchema& table) const;
 
     /// A query of this connection, for going forward only.
@@ -67,6 +68,7 @@ private:
     int version() const;
     QString readEntries() const;
     QString readColumns(Entry& table) const;
+    QString indexProblem(const TableSchema& table) const;
 
     QString m_path;
     QString m_connection;   // its name

@@ -30,6 +30,8 @@ QString whyNoFile(const QString& path)
         return QStringLiteral("it is no file");
     if (!file.isReadable())
         return QStringLiteral("permission denied");
+    if (file.size() == 0)  // SQLite takes it for a database without tables
+        return QStringLiteral("the file is empty");
     if (file.size() > velm::detail::kGreatestDatabase)
         return QStringLiteral("larger than 1 GiB, which the library does not read");
     return velm::detail::databasePathProblem(path);

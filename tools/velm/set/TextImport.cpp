@@ -166,12 +166,14 @@ void TextImport::addRow(const QString& tableName, const QStringList& columns,
             earlier->second,
             QStringLiteral("line %1 has the same %2, and counts").arg(m_line).arg(key.toLower()));
         target.rows[earlier->first] = row;
+        m_linesOfRows[tableName][earlier->first] = m_line;
         m_rowOfKey.insert(known, {earlier->first, m_line});
         return;
     }
     if (!key.isEmpty())
         m_rowOfKey.insert(known, {target.rows.size(), m_line});
     target.rows.append(row);
+    m_linesOfRows[tableName].append(m_line);
 }
 
 SetTable& TextImport::table(const QString& name)

@@ -35,6 +35,8 @@ public:
     const QStringList& files() const { return m_files; }
     const DatabaseTables& database() const { return m_database; }
     const QVector<UnusedLine>& unused() const { return m_unused; }
+    /// The line that a row of a table comes from.
+    int lineOf(const QString& table, int row) const { return m_linesOfRows[table].at(row); }
 
 private:
     using LineUser = void (TextImport::*)(const QStringList& fields);
@@ -57,5 +59,6 @@ private:
     QString m_file;  // the one that is being read
     int m_line = 0;
     int m_lineCount = 0;
+    QMap<QString, QVector<int>> m_linesOfRows;  // by table
     QMap<QString, QPair<int, int>> m_rowOfKey;  // of the table and key: row, line
 };
