@@ -88,7 +88,7 @@ QString HeldDatabase::whyTruncated() const
 
 QString HeldDatabase::find(const QString& table, Entry& found) const
 {
-    const QString problem = m_entries.isEmpty() ? readEntries() : QString();
+    QString problem = m_entries.isEmpty() ? readEntries() : QString();
     if (!problem.isEmpty())
         return problem;
     found = m_entries.value(asciiLower(table));
@@ -173,7 +173,7 @@ QString HeldDatabase::indexProblem(const TableSchema& table) const
 
 QString HeldDatabase::findNames(QStringList& names) const
 {
-    const QString problem = m_entries.isEmpty() ? readEntries() : QString();
+    QString problem = m_entries.isEmpty() ? readEntries() : QString();
     for (const Entry& entry : qAsConst(m_entries))
         names.append(entry.name);
     names.sort();
