@@ -12,6 +12,8 @@ namespace velm::detail {
 
 namespace {
 
+constexpr int kMostParts = 200;  // of a name
+
 /// A device of Windows, which stands in every folder there, whatever follows a point.
 bool isDevice(const QString& part)
 {
@@ -68,7 +70,7 @@ QString entryNameProblem(const QString& name)
     if (path.endsWith(QLatin1Char('/')))
         path.chop(1);
     const QStringList parts = path.split(QLatin1Char('/'));
-    if (parts.size() > kMostNameParts)
+    if (parts.size() > kMostParts)
         return QStringLiteral("has too many folders");
     for (const QString& part : parts) {
         QString problem = partProblem(part);

@@ -9,9 +9,6 @@ namespace velm::detail {
 /// after decoding: in GBK the byte of a "\" may be half of a character.
 QString decodedEntryName(const QByteArray& bytes, bool isUtf8);
 
-/// The most folders of a name, its own part included.
-constexpr int kMostNameParts = 200;
-
 /// Why a file of that name is not to be made; empty if it may be. What one system cannot name is
 /// refused on every one, so that an archive is good everywhere or nowhere.
 QString entryNameProblem(const QString& name);

@@ -2,6 +2,7 @@
 
 #include "archive/CompressSettings.h"
 #include "archive/EntryName.h"
+#include "common/platform/FileSystem.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -58,10 +59,7 @@ QString SourceTree::addEntry(const QFileInfo& entry, const QString& name)
     if (entry.fileName() == m_except.fileName()
         && entry.canonicalFilePath() == m_except.canonicalFilePath())
         return QString();
-    // Of the folders that it lies in was asked before.
-    QString problem = entryNameProblem(name.mid(name.lastIndexOf(QLatin1Char('/')) + 1));
-    if (problem.isEmpty() && name.count(QLatin1Char('/')) >= kMostNameParts)
-        problem = QStringLiteral("has too many folders");
+    const QString problem = entryNameProblem(name);
     if (!problem.isEmpty())
         return aboutEntry(entry.filePath(), QStringLiteral("its name ") + problem);
     const QString key = entryNameKey(name);
@@ -71,8 +69,9 @@ QString SourceTree::addEntry(const QFileInfo& entry, const QString& name)
     m_names.insert(key);
     if (m_names.size() > kMostArchiveEntries)
         return QStringLiteral("there are more than %1 files").arg(kMostArchiveEntries);
-    const Source source{entry.filePath(), isFolder ? name + QLatin1Char('/') : name,
-                        entry.lastModified(), isFolder ? 0 : entry.size(), isFolder};
+    const platform::FileStamp stamp = platform::fileStamp(entry.filePath());
+    const Source source{entry.filePath(), isFolder ? name + QLatin1Char('/') : name, stamp.modified,
+                        isFolder ? 0 : stamp.size, isFolder};
     m_size += source.size;
     m_sources.append(source);
     if (isFolder)

@@ -1,5 +1,7 @@
 #include "archive/ZipTime.h"
 
+#include "common/platform/Platform.h"
+
 #include <QtEndian>
 
 #include <limits>
@@ -46,10 +48,10 @@ quint32 dosTime(const QDateTime& modified)
     constexpr int kFirstYear = 1980;
     constexpr int kLastYear = 2107;
     constexpr quint32 kFirst = 1U << 21 | 1U << 16;
-    const QDateTime local = modified.toLocalTime();
-    const QDate date = local.date();
-    const QTime time = local.time();
-    if (!local.isValid() || date.year() < kFirstYear || date.year() > kLastYear)
+    const QDateTime clock = platform::clockTime(modified);
+    const QDate date = clock.date();
+    const QTime time = clock.time();
+    if (!clock.isValid() || date.year() < kFirstYear || date.year() > kLastYear)
         return kFirst;
     const int day = (date.year() - kFirstYear) << 9 | date.month() << 5 | date.day();
     const int second = time.hour() << 11 | time.minute() << 5 | time.second() / 2;

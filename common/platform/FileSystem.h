@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QString>
 
 /// What each system does in its own way with files. Paths have "/" throughout. On Windows a program
@@ -15,6 +16,16 @@ QString longPath(const QString& path);
 /// What tells a file from every other that there is at the same time, whatever its name; empty if
 /// it is not there or cannot be asked. A link stands for its target.
 QByteArray fileIdentity(const QString& file);
+
+struct FileStamp
+{
+    qint64 size = 0;
+    QDateTime modified;  // in UTC; invalid if the file cannot be asked
+};
+
+/// The size of a file and when it was changed, by one call of the system: QFileInfo looks at the
+/// file of the time zone, too, several times for each file.
+FileStamp fileStamp(const QString& file);
 
 /// Whether a file can have that name, short or long.
 bool canNameFile(const QString& name);

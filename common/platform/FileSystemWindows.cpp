@@ -95,6 +95,12 @@ QByteArray fileIdentity(const QString& file)
            + QByteArray::number(quint64(about.nFileIndexHigh) << 32 | about.nFileIndexLow);
 }
 
+FileStamp fileStamp(const QString& file)
+{
+    const QFileInfo info(file);
+    return {info.size(), info.lastModified().toUTC()};
+}
+
 bool canNameFile(const QString& name)
 {
     return name.size() <= 255;
