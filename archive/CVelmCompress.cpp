@@ -201,8 +201,9 @@ bool CVelmCompress::list(const QString& archive, QVector<VelmArchiveEntry>& entr
         QVector<VelmArchiveEntry> found;
         found.reserve(from.entries.size());
         for (const ZipEntry& entry : qAsConst(from.entries)) {
-            found.append(entry);
-            found.last().modified = entry.modified.toLocalTime();
+            found.append({entry.name, entry.size, entry.compressedSize,
+                          entry.modified.toLocalTime(), entry.crc, entry.isFolder,
+                          entry.isEncrypted});
         }
         entries = found;
         return QString();

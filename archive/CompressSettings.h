@@ -14,11 +14,6 @@ struct CompressSettings
     int mostRatio = 100;
 };
 
-/// The most entries of one archive.
-constexpr int kMostArchiveEntries = 1000000;
-/// How much is read and written at a time.
-constexpr int kArchivePart = 1 << 17;
-
 /// "NAME": and what is wrong with it.
 inline QString aboutEntry(const QString& name, const QString& problem)
 {

@@ -2,6 +2,7 @@
 
 #include "archive/CompressSettings.h"
 #include "archive/EntryName.h"
+#include "archive/ZipEntry.h"
 #include "common/platform/FileSystem.h"
 
 #include <QDir>

@@ -1,19 +1,13 @@
 #pragma once
 
-#include "archive/CompressSettings.h"
 #include "archive/ZipDevice.h"
+#include "archive/ZipEntry.h"
 
-#include <minizip/unzip.h>
+#include <QVector>
+
+#include <functional>
 
 namespace velm::detail {
-
-/// An entry, and what it takes to read it.
-struct ZipEntry : VelmArchiveEntry
-{
-    unz64_file_pos place{};
-    int method = 0;
-    bool isLink = false;
-};
 
 /// Reads an archive from a device. Whatever its content, nothing is read beyond it, and no more
 /// than the caller takes.

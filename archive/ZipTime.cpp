@@ -1,6 +1,6 @@
 #include "archive/ZipTime.h"
 
-#include "common/platform/Platform.h"
+#include "common/platform/Clock.h"
 
 #include <QtEndian>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "archive/CompressSettings.h"
 #include "archive/Deflater.h"
 #include "archive/ZipDevice.h"
+#include "archive/ZipEntry.h"
 
 #include <QDateTime>
 #include <QString>

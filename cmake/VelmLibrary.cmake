@@ -18,18 +18,28 @@ set_target_properties(velm_files PROPERTIES
 target_include_directories(velm_files PUBLIC ${PROJECT_SOURCE_DIR})
 target_link_libraries(velm_files PUBLIC Qt5::Core PRIVATE velm_flags)
 
-add_library(velm_objects OBJECT
-    include/CVelmEvent.h  # for moc
-    archive/CVelmCompress.cpp
+# Zip archives, which VelmCommon and SmartTable read and write; on its own for the same reason.
+add_library(velm_zip STATIC
     archive/Deflater.cpp
     archive/EntryName.cpp
-    archive/Extraction.cpp
-    archive/ReadLimits.cpp
-    archive/SourceTree.cpp
     archive/ZipDevice.cpp
     archive/ZipReader.cpp
     archive/ZipTime.cpp
     archive/ZipWriter.cpp
+    common/platform/Clock${VELM_SYSTEM}.cpp)
+set_target_properties(velm_zip PROPERTIES
+    POSITION_INDEPENDENT_CODE ON
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+target_include_directories(velm_zip PUBLIC ${PROJECT_SOURCE_DIR})
+target_link_libraries(velm_zip PUBLIC velm_files Qt5::Core Minizip PRIVATE velm_flags)
+
+add_library(velm_objects OBJECT
+    include/CVelmEvent.h  # for moc
+    archive/CVelmCompress.cpp
+    archive/Extraction.cpp
+    archive/ReadLimits.cpp
+    archive/SourceTree.cpp
     calc/CVelmCalculate.cpp
     common/files/CVelmFilePath.cpp
     common/files/CVelmFindFile.cpp
@@ -122,7 +132,7 @@ set_source_files_properties(config/parameters/CVelmSystemGlobal.cpp PROPERTIES
     COMPILE_DEFINITIONS VELM_VERSION="${PROJECT_VERSION}")
 target_include_directories(velm_objects PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR})
 target_link_libraries(velm_objects
-    PUBLIC velm_files Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Sql Qt5::Xml RapidJSON Minizip ${CMAKE_DL_LIBS}
+    PUBLIC velm_zip velm_files Qt5::Core Qt5::Gui Qt5::Widgets Qt5::Sql Qt5::Xml RapidJSON ${CMAKE_DL_LIBS}
     PRIVATE velm_flags)
 
 add_library(VelmCommon SHARED common/platform/ModuleEntry${VELM_SYSTEM}.cpp)

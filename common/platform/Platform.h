@@ -2,7 +2,6 @@
 
 #include "VelmCommonGlobal.h"
 
-#include <QDateTime>
 #include <QString>
 
 #include <cstddef>
@@ -19,10 +18,6 @@ QString temporaryFolder();
 /// The variable's value in the environment of the process as it is now, also where it was set by a
 /// host with another C run-time; empty without it.
 QString environmentVariable(const QString& name);
-
-/// What the clock here showed at that time, given as if it were UTC. QDateTime::toLocalTime() looks
-/// three times at the file of the time zone, a tenth of what it costs to compress a small file.
-QDateTime clockTime(const QDateTime& time);
 
 /// Full path of a loaded module, given its handle; of the running program for null. Empty if it is
 /// no module.

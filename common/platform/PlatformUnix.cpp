@@ -11,9 +11,7 @@
 #include <QStandardPaths>
 #include <QThread>
 
-#include <algorithm>
 #include <cstdio>
-#include <ctime>
 
 #include <dlfcn.h>
 #include <link.h>
@@ -112,16 +110,6 @@ QString temporaryFolder()
 QString environmentVariable(const QString& name)
 {
     return qEnvironmentVariable(name.toLatin1().constData());
-}
-
-QDateTime clockTime(const QDateTime& time)
-{
-    const time_t seconds = time.toSecsSinceEpoch();
-    tm clock{};
-    if (!time.isValid() || !localtime_r(&seconds, &clock))
-        return QDateTime();
-    return QDateTime(QDate(clock.tm_year + 1900, clock.tm_mon + 1, clock.tm_mday),
-                     QTime(clock.tm_hour, clock.tm_min, std::min(clock.tm_sec, 59)), Qt::UTC);
 }
 
 QString modulePath(HINSTANCE module)

@@ -45,12 +45,6 @@ QString environmentVariable(const QString& name)
     }
 }
 
-QDateTime clockTime(const QDateTime& time)
-{
-    const QDateTime local = time.toLocalTime();
-    return QDateTime(local.date(), local.time(), Qt::UTC);
-}
-
 QString modulePath(HINSTANCE module)
 {
     std::vector<wchar_t> buffer(kLongestPath);

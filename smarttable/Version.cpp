@@ -1,0 +1,10 @@
+#include "SmartTable.h"
+
+namespace SmartTable {
+
+const char* version()
+{
+    return VELM_VERSION;
+}
+
+}  // namespace SmartTable
