@@ -219,11 +219,16 @@ void Package::erase(const QString& part)
 
 Relations Package::relations(const QString& source) const
 {
-    Relations relations(source);
-    QByteArray xml;
+    const Part* own = find(source);
+    Relations relations(own ? own->name : source);
+    const Part* part = find(relationsPartOf(source));
+    if (!part)
+        return relations;
     // Those of a file have been found sound when it was loaded.
-    if (has(relationsPartOf(source)) && read(relationsPartOf(source), xml).isEmpty())
-        relations.read(xml);
+    QByteArray xml = part->content;
+    if (part->isPacked)
+        unpack(part->packed, xml);
+    relations.read(xml);
     return relations;
 }
 

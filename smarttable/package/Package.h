@@ -51,6 +51,8 @@ public:
     /// Empty if there is none.
     QString contentType(const QString& part) const { return m_types.of(part); }
 
+    // These throw std::bad_alloc.
+
     /// Replaces a part or adds one, whose name is sound. An empty type leaves the one it has.
     void write(const QString& part, const QByteArray& content, const QString& contentType);
     /// Removes a part, its relations and its content type; relations that lead to it stay.
