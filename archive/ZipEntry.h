@@ -23,7 +23,9 @@ struct ZipEntry
     bool isFolder = false;
     bool isEncrypted = false;
     bool isLink = false;
-    int method = 0;  ///< 0 stored, 8 "deflate"
+    bool hasBackslash = false;  ///< in the bytes of its name
+    int method = 0;             ///< 0 stored, 8 "deflate"
+    quint32 dosTime = 0;        ///< the time in the form of MS-DOS
     unz64_file_pos place{};
 };
 

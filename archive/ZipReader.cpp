@@ -48,13 +48,13 @@ QString ZipReader::open()
     return m_archive ? QString() : QStringLiteral("it is no zip archive, or its end is missing");
 }
 
-QString ZipReader::readEntries(QVector<ZipEntry>& entries)
+QString ZipReader::readEntries(QVector<ZipEntry>& entries, int most)
 {
     unz_global_info64 info{};
     if (unzGetGlobalInfo64(m_archive, &info) != UNZ_OK)
         return damaged();
-    if (info.number_entry > static_cast<ZPOS64_T>(kMostArchiveEntries))
-        return QStringLiteral("it has more than %1 entries").arg(kMostArchiveEntries);
+    if (info.number_entry > static_cast<ZPOS64_T>(most))
+        return QStringLiteral("it has more than %1 entries").arg(most);
     if (info.number_entry == 0)
         return QString();
     int step = unzGoToFirstFile(m_archive);
@@ -97,6 +97,8 @@ QString ZipReader::currentEntry(ZipEntry& entry)
     m_directoryEnd = entry.place.pos_in_zip_directory + kFixedSize + info.size_filename
                      + info.size_file_extra + info.size_file_comment;
     entry.name = decodedEntryName(name, (info.flag & kIsUtf8) != 0);
+    entry.hasBackslash = name.contains('\\');
+    entry.dosTime = static_cast<quint32>(info.dosDate);
     entry.size = sizeOf(info.uncompressed_size);
     entry.compressedSize = sizeOf(info.compressed_size);
     entry.crc = static_cast<quint32>(info.crc);
@@ -125,6 +127,36 @@ QString ZipReader::read(const ZipEntry& entry, const Sink& sink)
     if (!problem.isEmpty() || closed == UNZ_OK)
         return problem;
     return QStringLiteral("its content is damaged: the checksum is another");
+}
+
+QString ZipReader::readPacked(const ZipEntry& entry, ZipPacked& packed, qint64& at)
+{
+    unz64_file_pos place = entry.place;
+    int method = 0;
+    if (unzGoToFilePos64(m_archive, &place) != UNZ_OK
+        || unzOpenCurrentFile2(m_archive, &method, nullptr, 1) != UNZ_OK)
+        return damaged();
+    at = static_cast<qint64>(unzGetCurrentFileZStreamPos64(m_archive));
+    packed.method = entry.method;
+    packed.crc = entry.crc;
+    packed.size = entry.size;
+    packed.time = entry.dosTime;
+    QString problem = readOpened(entry.compressedSize, packed.bytes);
+    unzCloseCurrentFile(m_archive);
+    return problem;
+}
+
+QString ZipReader::readOpened(qint64 size, QByteArray& bytes)
+{
+    bytes.resize(static_cast<int>(size));
+    for (int done = 0; done < bytes.size();) {
+        const int got = unzReadCurrentFile(m_archive, bytes.data() + done,
+                                           static_cast<unsigned>(bytes.size() - done));
+        if (got <= 0)
+            return damaged();
+        done += got;
+    }
+    return QString();
 }
 
 QString ZipReader::readOpened(const Sink& sink)

@@ -2,6 +2,7 @@
 
 #include "archive/ZipDevice.h"
 #include "archive/ZipEntry.h"
+#include "archive/ZipPacked.h"
 
 #include <QVector>
 
@@ -22,18 +23,22 @@ public:
     // What went wrong is answered; nothing if nothing did.
 
     QString open();
-    /// Appends the entries in the order of the directory.
-    QString readEntries(QVector<ZipEntry>& entries);
+    /// Appends the entries in the order of the directory. More than @p most are refused.
+    QString readEntries(QVector<ZipEntry>& entries, int most = kMostArchiveEntries);
 
     /// Gets a part of the content; what is wrong ends the reading.
     using Sink = std::function<QString(const char* bytes, int size)>;
     /// Hands the content of an entry over part by part and compares its checksum.
     QString read(const ZipEntry& entry, const Sink& sink);
+    /// Takes the bytes of an entry as they lie, which the caller has found not too many. Nothing is
+    /// compared but their number. @p at is where they begin in the file.
+    QString readPacked(const ZipEntry& entry, ZipPacked& packed, qint64& at);
 
 private:
     QString currentEntry(ZipEntry& entry);
     QByteArray signatureBehind() const;
     QString readOpened(const Sink& sink);
+    QString readOpened(qint64 size, QByteArray& bytes);
 
     ZipDevice m_device;
     QByteArray m_part = QByteArray(kArchivePart, Qt::Uninitialized);

@@ -10,6 +10,8 @@ namespace velm::detail {
 
 namespace {
 
+constexpr uLong kArchived = 0x20;  // of MS-DOS
+constexpr uLong kIsUtf8 = 1U << 11;
 constexpr qint64 kMostWithout64 = 0xF0000000;  // what does not compress becomes a little larger
 
 template<class Number>
@@ -50,6 +52,16 @@ QByteArray wideEndLocator(quint64 endAt)
 
 }  // namespace
 
+/// What stands before the content of an entry.
+struct ZipWriter::Opening
+{
+    zip_fileinfo info{};
+    QByteArray fields;  // behind the name
+    int method = 0;
+    bool isRaw = false;  // what is put is compressed already
+    uLong flags = 0;
+};
+
 ZipWriter::~ZipWriter()
 {
     if (m_archive)
@@ -84,29 +96,55 @@ QString ZipWriter::addFolder(const QString& name, const QDateTime& modified)
     return zipCloseFileInZip(m_archive) == ZIP_OK ? QString() : failed();
 }
 
+QString ZipWriter::addPacked(const QString& name, const ZipPacked& packed)
+{
+    Opening opening;
+    opening.info.dosDate = packed.time;
+    opening.info.external_fa = kArchived;
+    opening.method = packed.method;
+    opening.isRaw = true;
+    const QByteArray bytes = name.toUtf8();
+    // Other programs mark no name of ASCII.
+    opening.flags = bytes.size() == name.size() ? 0 : kIsUtf8;
+    m_is64 = packed.bytes.size() > kMostWithout64 || packed.size > kMostWithout64;
+    QString problem = open(bytes, opening);
+    if (problem.isEmpty())
+        problem = put(packed.bytes.constData(), packed.bytes.size());
+    if (problem.isEmpty()
+        && zipCloseFileInZipRaw64(m_archive, static_cast<quint64>(packed.size), packed.crc)
+               != ZIP_OK)
+        problem = failed();
+    return problem;
+}
+
 /// The attributes are those of MS-DOS, which every system takes for files with its usual access.
 QString ZipWriter::beginEntry(const QString& name, const QDateTime& modified, bool isFolder,
                               qint64 size)
 {
     constexpr uLong kFolder = 0x10;
-    constexpr uLong kArchived = 0x20;
-    constexpr uLong kMadeByDos = 45;  // version 4.5 of the format, and system 0
-    constexpr uLong kIsUtf8 = 1U << 11;
-    constexpr int kMostNameBytes = 0xFFFF;
-    const QByteArray bytes = name.toUtf8();
-    if (bytes.size() > kMostNameBytes)
-        return QStringLiteral("its name is too long for an archive");
-    zip_fileinfo info{};
-    info.dosDate = dosTime(modified);
-    info.external_fa = isFolder ? kFolder : kArchived;
-    const QByteArray time = timeField(modified);
-    const auto timeSize = static_cast<uInt>(time.size());
-    const int method = isFolder || m_level == 0 ? 0 : Z_DEFLATED;
+    Opening opening;
+    opening.info.dosDate = dosTime(modified);
+    opening.info.external_fa = isFolder ? kFolder : kArchived;
+    opening.fields = timeField(modified);
+    opening.method = isFolder || m_level == 0 ? 0 : Z_DEFLATED;
+    opening.isRaw = !isFolder;
+    opening.flags = kIsUtf8;
     m_is64 = size > kMostWithout64;
+    return open(name.toUtf8(), opening);
+}
+
+QString ZipWriter::open(const QByteArray& name, const Opening& opening)
+{
+    constexpr uLong kMadeByDos = 45;  // version 4.5 of the format, and system 0
+    constexpr int kMostNameBytes = 0xFFFF;
+    if (name.size() > kMostNameBytes)
+        return QStringLiteral("its name is too long for an archive");
+    const char* fields = opening.fields.constData();
+    const auto fieldsSize = static_cast<uInt>(opening.fields.size());
     const int result = zipOpenNewFileInZip4_64(
-        m_archive, bytes.constData(), &info, time.constData(), timeSize, time.constData(), timeSize,
-        nullptr, method, m_level, isFolder ? 0 : 1, -MAX_WBITS, MAX_MEM_LEVEL - 1,
-        Z_DEFAULT_STRATEGY, nullptr, 0, kMadeByDos, kIsUtf8, m_is64 ? 1 : 0);
+        m_archive, name.constData(), &opening.info, fields, fieldsSize, fields, fieldsSize, nullptr,
+        opening.method, m_level, opening.isRaw ? 1 : 0, -MAX_WBITS, MAX_MEM_LEVEL - 1,
+        Z_DEFAULT_STRATEGY, nullptr, 0, kMadeByDos, opening.flags, m_is64 ? 1 : 0);
     ++m_entries;
     return result == ZIP_OK ? QString() : failed();
 }

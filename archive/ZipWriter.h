@@ -3,6 +3,7 @@
 #include "archive/Deflater.h"
 #include "archive/ZipDevice.h"
 #include "archive/ZipEntry.h"
+#include "archive/ZipPacked.h"
 
 #include <QDateTime>
 #include <QString>
@@ -33,10 +34,15 @@ public:
                     const Progress& progress);
     /// Adds a folder; its name ends with "/".
     QString addFolder(const QString& name, const QDateTime& modified);
+    /// Adds a content that is compressed, or lies in another archive, as it is.
+    QString addPacked(const QString& name, const ZipPacked& packed);
     /// Writes the directory. Without it, what was written is no archive.
     QString close();
 
 private:
+    struct Opening;
+
+    QString open(const QByteArray& name, const Opening& opening);
     QString beginEntry(const QString& name, const QDateTime& modified, bool isFolder, qint64 size);
     QString copy(QIODevice& content, const Progress& progress);
     QString put(const char* bytes, int size);

@@ -2,6 +2,13 @@
 # exports what the header marks, and the tests of private parts link the objects themselves.
 
 add_library(smarttable_objects OBJECT
+    smarttable/package/ContentTypes.cpp
+    smarttable/package/Package.cpp
+    smarttable/package/PackageReader.cpp
+    smarttable/package/Packing.cpp
+    smarttable/package/PartName.cpp
+    smarttable/package/Relations.cpp
+    smarttable/package/SmallXml.cpp
     smarttable/Version.cpp)
 set_target_properties(smarttable_objects PROPERTIES
     POSITION_INDEPENDENT_CODE ON
