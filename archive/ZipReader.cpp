@@ -120,22 +120,25 @@ QString ZipReader::read(const ZipEntry& entry, const Sink& sink)
     unz64_file_pos place = entry.place;
     if (unzGoToFilePos64(m_archive, &place) != UNZ_OK || unzOpenCurrentFile(m_archive) != UNZ_OK)
         return damaged();
-    QString problem = readOpened(sink);
+    QString problem = readOpened(entry.size, sink);
     const int closed = unzCloseCurrentFile(m_archive);
     if (!problem.isEmpty() || closed == UNZ_OK)
         return problem;
     return QStringLiteral("its content is damaged: the checksum is another");
 }
 
-QString ZipReader::readOpened(const Sink& sink)
+/// minizip takes content that ends before its time for whole, and does not compare its checksum.
+QString ZipReader::readOpened(qint64 size, const Sink& sink)
 {
-    while (true) {
+    for (qint64 done = 0;;) {
         const int got =
             unzReadCurrentFile(m_archive, m_part.data(), static_cast<unsigned>(m_part.size()));
         if (got < 0)
             return QStringLiteral("its content is damaged");
         if (got == 0)
-            return QString();
+            return done == size ? QString()
+                                : QStringLiteral("its content is damaged: there is less than told");
+        done += got;
         QString problem = sink(m_part.constData(), got);
         if (!problem.isEmpty())
             return problem;

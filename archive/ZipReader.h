@@ -39,7 +39,7 @@ public:
 private:
     QString currentEntry(ZipEntry& entry);
     QByteArray signatureBehind() const;
-    QString readOpened(const Sink& sink);
+    QString readOpened(qint64 size, const Sink& sink);
 
     ZipDevice m_device;
     QByteArray m_part = QByteArray(kArchivePart, Qt::Uninitialized);

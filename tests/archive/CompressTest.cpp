@@ -182,6 +182,8 @@ TEST_F(Compress, NeverLeavesTheFolderOrMakesWhatIsNoFileEverywhere)
                                            {{"\xC3\xA9", "x", 0x800}, {"e\xCC\x81", "x", 0x800}},
                                            {{"a", "x", 0, 99}},
                                            {{"a", "x", 0, 0, 0, -1, 1}},
+                                           {{"shorter than told", "x", 0, 0, 0, 2}},
+                                           {{"a", {"\1\1\0\xFE\xFFx", 6}, 0, 8, 0, 2}},
                                            {{"fine"}, {"a", "x", 0, 8}}};
     for (const QVector<RawEntry>& entries : cases) {
         writeRaw(entries);

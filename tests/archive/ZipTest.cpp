@@ -1,3 +1,4 @@
+#include "archive/RawZip.h"
 #include "archive/ZipReader.h"
 #include "archive/ZipTime.h"
 #include "archive/ZipWriter.h"
@@ -5,8 +6,26 @@
 #include <gtest/gtest.h>
 
 #include <QBuffer>
+#include <QTemporaryFile>
 
 using namespace velm::detail;
+
+namespace {
+
+class CountingFile : public QTemporaryFile
+{
+public:
+    int m_reads = 0;
+
+protected:
+    qint64 readData(char* bytes, qint64 size) override
+    {
+        ++m_reads;
+        return QTemporaryFile::readData(bytes, size);
+    }
+};
+
+}  // namespace
 
 TEST(Zip, HoldsMoreEntriesThanTheFirstFormat)
 {
@@ -24,6 +43,19 @@ TEST(Zip, HoldsMoreEntriesThanTheFirstFormat)
     ASSERT_EQ(reader.readEntries(entries), QString());
     ASSERT_EQ(entries.size(), kCount);
     EXPECT_EQ(entries.last().name, QStringLiteral("65999/"));
+}
+
+TEST(Zip, AsksOnceForWhatIsBehindTheEnd)
+{
+    CountingFile file;
+    QByteArray bytes = rawZip({{"a"}});
+    bytes[bytes.indexOf("PK\1\2") + 31] = '\x7F';  // 32 KB of fields that are not there
+    ASSERT_TRUE(file.open() && file.write(bytes) == bytes.size());
+    ZipReader reader(file);
+    QVector<ZipEntry> entries;
+    ASSERT_EQ(reader.open(), QString());
+    EXPECT_NE(reader.readEntries(entries), QString());
+    EXPECT_LT(file.m_reads, 20);
 }
 
 TEST(Zip, TellsTimesAsTheFormatHasThem)
