@@ -27,6 +27,8 @@ add_library(velm_objects OBJECT
     archive/ReadLimits.cpp
     archive/SourceTree.cpp
     archive/ZipDevice.cpp
+    archive/ZipDirectory.cpp
+    archive/ZipFields.cpp
     archive/ZipReader.cpp
     archive/ZipTime.cpp
     archive/ZipWriter.cpp
