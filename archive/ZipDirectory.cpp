@@ -11,6 +11,7 @@ namespace velm::detail {
 
 namespace {
 
+constexpr qint64 kMostDirectory = 192 << 20;  // bytes, which become about twice as many in memory
 constexpr int kEndSize = 22;
 constexpr int kLocatorSize = 20;
 constexpr int kWideEndSize = 56;
@@ -144,6 +145,8 @@ QString ZipDirectory::readWideEnd(qint64 locatorAt)
 /// The directory ends where its end begins, wherever it is told to be; a few programs leave a gap.
 QString ZipDirectory::place(qint64 endAt)
 {
+    if (m_size > kMostDirectory)
+        return QStringLiteral("its directory has more than %1 MiB").arg(kMostDirectory >> 20);
     if (m_size < 0 || m_offset < 0 || m_size > endAt || m_offset > endAt - m_size)
         return damaged();
     m_begin = endAt - m_size;
