@@ -102,7 +102,7 @@ QString ZipReader::read(const ZipEntry& entry, const Sink& sink)
     if (entry.method != 0 && entry.method != Z_DEFLATED)
         return QStringLiteral("it is compressed by a method that is not read (%1)")
             .arg(entry.method);
-    const QString problem = openEntry(entry);
+    QString problem = openEntry(entry);
     if (!problem.isEmpty())
         return problem;
     return entry.method == 0 ? readStored(entry, sink) : readDeflated(entry, sink);
