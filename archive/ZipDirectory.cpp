@@ -6,6 +6,7 @@
 #include "archive/ZipTime.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace velm::detail {
 
@@ -33,12 +34,12 @@ QString severalDisks()
 /// its comment fits. -1 if there is none.
 int findEnd(const QByteArray& last)
 {
-    for (int at = last.lastIndexOf("PK\5\6", last.size() - kEndSize); at >= 0;
-         at = at > 0 ? last.lastIndexOf("PK\5\6", at - 1) : -1) {
-        if (at + kEndSize + fieldOf<quint16>(last, at + 20) <= last.size())
-            return at;
-    }
-    return -1;
+    int at = last.size() - kEndSize;
+    while (at >= 0
+           && (std::memcmp(last.constData() + at, "PK\5\6", 4) != 0
+               || at + kEndSize + fieldOf<quint16>(last, at + 20) > last.size()))
+        --at;
+    return std::max(at, -1);
 }
 
 /// Whether an entry of a Unix is a symbolic link.

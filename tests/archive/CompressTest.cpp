@@ -286,6 +286,8 @@ TEST_F(Compress, TellsOfDamageWhereverItIs)
         EXPECT_FALSE(m_zip.test(path(u"cut.zip"_s))) << size;
         EXPECT_FALSE(extract(u"cut.zip"_s, u"out"_s)) << size;
     }
+    writeFile(u"cut.zip"_s, QByteArray("PK\5\6").leftJustified(14, '\0'));  // an end, cut off
+    EXPECT_FALSE(m_zip.test(path(u"cut.zip"_s)));
     for (int at = 0; at < whole.size(); ++at) {
         QByteArray broken = whole;
         broken[at] = static_cast<char>(broken.at(at) ^ 0x55);
