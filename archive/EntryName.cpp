@@ -1,5 +1,6 @@
 #include "archive/EntryName.h"
 
+#include "archive/ZipFields.h"
 #include "common/platform/FileSystem.h"
 
 #include <QRegularExpression>
@@ -7,6 +8,8 @@
 #include <QTextCodec>
 
 #include <algorithm>
+
+#include <zlib.h>
 
 namespace velm::detail {
 
@@ -51,17 +54,42 @@ QString partProblem(const QString& part)
     return QString();
 }
 
+/// Whether the bytes are UTF-8, and not none.
+bool decodeUtf8(const QByteArray& bytes, QString& text)
+{
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    const QString decoded =
+        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
+    if (bytes.isEmpty() || state.invalidChars != 0 || state.remainingChars != 0)
+        return false;
+    text = decoded;
+    return true;
+}
+
+/// The name that the extra field 0x7075 gives in UTF-8, if it is that of the name @p bytes.
+QByteArray unicodeName(const QByteArray& bytes, const QByteArray& fields)
+{
+    constexpr quint16 kUnicodePath = 0x7075;
+    constexpr int kHead = 5;  // a version, and the checksum of the name that it stands for
+    const QByteArray field = extraField(fields, kUnicodePath);
+    if (field.size() <= kHead || field.at(0) != 1)
+        return QByteArray();
+    const uLong crc = crc32(crc32(0, nullptr, 0), reinterpret_cast<const Bytef*>(bytes.constData()),
+                            static_cast<uInt>(bytes.size()));
+    return fieldOf<quint32>(field, 1) == crc ? field.mid(kHead) : QByteArray();
+}
+
 }  // namespace
 
-QString decodedEntryName(const QByteArray& bytes, bool isUtf8)
+QString decodedEntryName(const QByteArray& bytes, const QByteArray& fields)
 {
-    QTextCodec::ConverterState state;
-    QString name =
-        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    const bool isValid = state.invalidChars == 0 && state.remainingChars == 0;
-    if (!isUtf8 && !isValid)
+    QString name;
+    if (!decodeUtf8(unicodeName(bytes, fields), name) && !decodeUtf8(bytes, name))
         name = QTextCodec::codecForName("GBK")->toUnicode(bytes);
-    return name.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    name.replace(QLatin1Char('\\'), QLatin1Char('/'));
+    while (name.startsWith(QLatin1String("./")))
+        name.remove(0, 2);
+    return name;
 }
 
 QString entryNameProblem(const QString& name)

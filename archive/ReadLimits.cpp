@@ -4,25 +4,27 @@ namespace velm::detail {
 
 QString ReadLimits::admit(const ZipEntry& entry)
 {
-    QString problem = ratioProblem(entry, entry.size);
-    if (!problem.isEmpty())
-        return problem;
+    if (entry.isFolder && entry.size > 0)
+        return QStringLiteral("it is a folder, and has content");
+    if (isTooLarge(entry.size, entry.compressedSize))
+        return QStringLiteral("it is ") + tooLarge();
     if (entry.size > m_settings.mostBytes - m_claimed)
         return tooMuch();
     m_claimed += entry.size;
-    return QString();
+    m_compressed += entry.compressedSize;
+    // Many entries that are small, each for itself.
+    return isTooLarge(m_claimed, m_compressed)
+               ? QStringLiteral("with the entries before, it is ") + tooLarge()
+               : QString();
 }
 
 QString ReadLimits::take(const ZipEntry& entry, qint64 bytes)
 {
-    const bool isSame = entry.place.num_of_file == m_entry.num_of_file
-                        && entry.place.pos_in_zip_directory == m_entry.pos_in_zip_directory;
-    m_entry = entry.place;
-    m_takenOfEntry = (isSame ? m_takenOfEntry : 0) + bytes;
+    m_takenOfEntry = (entry.at == m_entryAt ? m_takenOfEntry : 0) + bytes;
+    m_entryAt = entry.at;
     m_taken += bytes;
-    QString problem = ratioProblem(entry, m_takenOfEntry);
-    if (!problem.isEmpty())
-        return problem;
+    if (isTooLarge(m_takenOfEntry, entry.compressedSize))
+        return QStringLiteral("it is ") + tooLarge();
     if (m_taken > m_settings.mostBytes)
         return tooMuch();
     if (m_settings.progress && !m_settings.progress(entry.name, m_taken, m_claimed))
@@ -36,13 +38,16 @@ QString ReadLimits::tooMuch() const
         .arg(m_settings.mostBytes);
 }
 
-QString ReadLimits::ratioProblem(const ZipEntry& entry, qint64 size) const
+bool ReadLimits::isTooLarge(qint64 size, qint64 compressedSize) const
 {
     constexpr qint64 kAlwaysFine = 1 << 20;
-    if (size <= kAlwaysFine || size / m_settings.mostRatio <= entry.compressedSize)
-        return QString();
-    return QStringLiteral("it is more than %1 times as large as in the archive, which honest data "
-                          "hardly are")
+    return size > kAlwaysFine && size / m_settings.mostRatio > compressedSize;
+}
+
+QString ReadLimits::tooLarge() const
+{
+    return QStringLiteral("more than %1 times as large as in the archive, which honest data hardly "
+                          "are")
         .arg(m_settings.mostRatio);
 }
 

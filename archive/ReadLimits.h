@@ -20,13 +20,15 @@ public:
 
 private:
     QString tooMuch() const;
-    QString ratioProblem(const ZipEntry& entry, qint64 size) const;
+    QString tooLarge() const;
+    bool isTooLarge(qint64 size, qint64 compressedSize) const;
 
     const CompressSettings& m_settings;
     qint64 m_claimed = 0;
+    qint64 m_compressed = 0;  // of what is claimed
     qint64 m_taken = 0;
     qint64 m_takenOfEntry = 0;
-    unz64_file_pos m_entry{};
+    qint64 m_entryAt = -1;
 };
 
 }  // namespace velm::detail

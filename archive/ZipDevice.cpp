@@ -86,7 +86,7 @@ bool ZipDevice::seek(qint64 offset, int origin)
 qint64 ZipDevice::read(char* bytes, qint64 size)
 {
     qint64 done = 0;
-    while (done < size) {
+    while (done < size && m_position < m_end) {
         const Part& part = partWith(m_position);
         if (!part.holds(m_position))
             break;
@@ -112,6 +112,8 @@ const ZipDevice::Part& ZipDevice::partWith(qint64 place)
     m_read[0].bytes.resize(kPart);
     const qint64 got = m_device.seek(place) ? m_device.read(m_read[0].bytes.data(), kPart) : 0;
     m_read[0].bytes.truncate(static_cast<int>(std::max<qint64>(0, got)));
+    if (got <= 0)
+        m_end = place;
     return m_read[0];
 }
 

@@ -4,6 +4,7 @@
 #include <QIODevice>
 
 #include <array>
+#include <limits>
 
 #include <minizip/ioapi.h>
 
@@ -50,8 +51,9 @@ private:
 
     QIODevice& m_device;
     qint64 m_position = 0;
-    std::array<Part, 2> m_read;  // the one that was used last comes first
-    Part m_written;              // not yet on the device
+    std::array<Part, 2> m_read;                         // the one that was used last comes first
+    qint64 m_end = std::numeric_limits<qint64>::max();  // from which on nothing was there to read
+    Part m_written;                                     // not yet on the device
     bool m_isShort = false;
 };
 

@@ -3,8 +3,6 @@
 #include <QDateTime>
 #include <QString>
 
-#include <minizip/unzip.h>
-
 namespace velm::detail {
 
 /// The most entries of one archive.
@@ -26,7 +24,7 @@ struct ZipEntry
     bool hasBackslash = false;  ///< in the bytes of its name
     int method = 0;             ///< 0 stored, 8 "deflate"
     quint32 dosTime = 0;        ///< the time in the form of MS-DOS
-    unz64_file_pos place{};
+    qint64 at = 0;              ///< of its header, from the beginning of the device
 };
 
 }  // namespace velm::detail

@@ -1,116 +1,99 @@
 #include "archive/ZipReader.h"
 
-#include "archive/EntryName.h"
-#include "archive/ZipTime.h"
+#include "archive/ZipFields.h"
 
 #include <zlib.h>
 
 #include <algorithm>
-#include <limits>
+#include <new>
 
 namespace velm::detail {
 
 namespace {
 
-QString damaged()
+constexpr int kHeaderSize = 30;
+constexpr int kUsualFields = 64;  // bytes of a header's extra fields
+
+QString damaged(const char* what)
 {
-    return QStringLiteral("the archive is damaged or cut off");
+    return QStringLiteral("its content is damaged: ") + QLatin1String(what);
 }
 
-/// Whether an entry of a Unix is a symbolic link.
-bool isLink(const unz_file_info64& info)
+const Bytef* asZlib(const char* bytes)
 {
-    constexpr uLong kUnix = 3;
-    constexpr uLong kTypeMask = 0170000;
-    constexpr uLong kLink = 0120000;
-    return info.version >> 8 == kUnix && (info.external_fa >> 16 & kTypeMask) == kLink;
+    return reinterpret_cast<const Bytef*>(bytes);
 }
 
-/// A size that the archive claims; one that no file has counts as the greatest.
-qint64 sizeOf(ZPOS64_T size)
+/// Counts what is handed over, and compares it with what is told of an entry.
+class Checked
 {
-    constexpr auto kMost = std::numeric_limits<qint64>::max();
-    return static_cast<qint64>(std::min<ZPOS64_T>(size, static_cast<ZPOS64_T>(kMost)));
-}
+public:
+    Checked(const ZipEntry& entry, const ZipReader::Sink& sink) : m_entry(entry), m_sink(sink) {}
+
+    QString take(const char* bytes, int size)
+    {
+        if (size > m_entry.size - m_taken)
+            return damaged("there is more than told");
+        m_taken += size;
+        m_crc = crc32(m_crc, asZlib(bytes), static_cast<uInt>(size));
+        return size > 0 ? m_sink(bytes, size) : QString();
+    }
+    QString end() const
+    {
+        if (m_taken != m_entry.size)
+            return damaged("there is less than told");
+        return m_crc == m_entry.crc ? QString() : damaged("the checksum is another");
+    }
+
+private:
+    const ZipEntry& m_entry;
+    const ZipReader::Sink& m_sink;
+    qint64 m_taken = 0;
+    uLong m_crc = crc32(0, nullptr, 0);
+};
+
+/// What was deflated, on its way back.
+class Inflater
+{
+public:
+    Inflater()
+    {
+        if (inflateInit2(&m_stream, -MAX_WBITS) != Z_OK)
+            throw std::bad_alloc();
+    }
+    ~Inflater() { inflateEnd(&m_stream); }
+    Q_DISABLE_COPY(Inflater)
+
+    /// Inflates a part into @p checked by way of @p out.
+    QString take(const QByteArray& part, QByteArray& out, Checked& checked)
+    {
+        // zlib does not write there.
+        m_stream.next_in = const_cast<Bytef*>(asZlib(part.constData()));
+        m_stream.avail_in = static_cast<uInt>(part.size());
+        do {
+            m_stream.next_out = reinterpret_cast<Bytef*>(out.data());
+            m_stream.avail_out = static_cast<uInt>(out.size());
+            const int result = inflate(&m_stream, Z_NO_FLUSH);
+            if (result == Z_MEM_ERROR)
+                throw std::bad_alloc();
+            m_isAtEnd = result == Z_STREAM_END;
+            if (!m_isAtEnd && result != Z_OK && result != Z_BUF_ERROR)
+                return damaged("it cannot be decompressed");
+            const int made = out.size() - static_cast<int>(m_stream.avail_out);
+            QString problem = checked.take(out.constData(), made);
+            if (!problem.isEmpty())
+                return problem;
+        } while (!m_isAtEnd && m_stream.avail_out == 0);
+        return m_stream.avail_in == 0 ? QString() : damaged("something follows its end");
+    }
+    bool isAtEnd() const { return m_isAtEnd; }
+
+private:
+    z_stream m_stream{};
+    bool m_isAtEnd = false;
+};
 
 }  // namespace
-
-ZipReader::~ZipReader()
-{
-    if (m_archive)
-        unzClose(m_archive);
-}
-
-QString ZipReader::open()
-{
-    zlib_filefunc64_def functions = m_device.functions();
-    m_archive = unzOpen2_64(nullptr, &functions);
-    return m_archive ? QString() : QStringLiteral("it is no zip archive, or its end is missing");
-}
-
-QString ZipReader::readEntries(QVector<ZipEntry>& entries, int most)
-{
-    unz_global_info64 info{};
-    if (unzGetGlobalInfo64(m_archive, &info) != UNZ_OK)
-        return damaged();
-    if (info.number_entry > static_cast<ZPOS64_T>(most))
-        return QStringLiteral("it has more than %1 entries").arg(most);
-    if (info.number_entry == 0)
-        return QString();
-    int step = unzGoToFirstFile(m_archive);
-    for (; step == UNZ_OK; step = unzGoToNextFile(m_archive)) {
-        ZipEntry entry;
-        QString problem = currentEntry(entry);
-        if (!problem.isEmpty())
-            return problem;
-        entries.append(entry);
-    }
-    // An archive of the first format counts up to 65,535; minizip reads on then. One that has more
-    // by 65,536 shows the next entry.
-    const QByteArray next = signatureBehind();
-    if (next == "PK\1\2")
-        return QStringLiteral("it has more entries than it tells");
-    const bool isEnd = next == "PK\5\6" || next == "PK\6\6";
-    return step == UNZ_END_OF_LIST_OF_FILE || isEnd ? QString() : damaged();
-}
-
-QByteArray ZipReader::signatureBehind() const
-{
-    QIODevice& device = m_device.device();
-    return device.seek(static_cast<qint64>(m_directoryEnd)) ? device.read(4) : QByteArray();
-}
-
-QString ZipReader::currentEntry(ZipEntry& entry)
-{
-    constexpr uLong kIsEncrypted = 1;
-    constexpr uLong kIsUtf8 = 1U << 11;
-    unz_file_info64 info{};
-    int result = unzGetCurrentFileInfo64(m_archive, &info, nullptr, 0, nullptr, 0, nullptr, 0);
-    QByteArray name(static_cast<int>(info.size_filename), '\0');
-    QByteArray fields(static_cast<int>(info.size_file_extra), '\0');
-    if (result == UNZ_OK)
-        result = unzGetCurrentFileInfo64(m_archive, &info, name.data(), info.size_filename,
-                                         fields.data(), info.size_file_extra, nullptr, 0);
-    if (result != UNZ_OK || unzGetFilePos64(m_archive, &entry.place) != UNZ_OK)
-        return damaged();
-    constexpr quint64 kFixedSize = 46;
-    m_directoryEnd = entry.place.pos_in_zip_directory + kFixedSize + info.size_filename
-                     + info.size_file_extra + info.size_file_comment;
-    entry.name = decodedEntryName(name, (info.flag & kIsUtf8) != 0);
-    entry.hasBackslash = name.contains('\\');
-    entry.dosTime = static_cast<quint32>(info.dosDate);
-    entry.size = sizeOf(info.uncompressed_size);
-    entry.compressedSize = sizeOf(info.compressed_size);
-    entry.crc = static_cast<quint32>(info.crc);
-    entry.isFolder = entry.name.endsWith(QLatin1Char('/'));
-    entry.isEncrypted = (info.flag & kIsEncrypted) != 0;
-    entry.isLink = isLink(info);
-    entry.method = static_cast<int>(info.compression_method);
-    entry.modified = timeOfFields(fields);
-    if (!entry.modified.isValid())
-        entry.modified = timeOfDos(static_cast<quint32>(info.dosDate));
-    return QString();
-}
 
 QString ZipReader::read(const ZipEntry& entry, const Sink& sink)
 {
@@ -119,59 +102,90 @@ QString ZipReader::read(const ZipEntry& entry, const Sink& sink)
     if (entry.method != 0 && entry.method != Z_DEFLATED)
         return QStringLiteral("it is compressed by a method that is not read (%1)")
             .arg(entry.method);
-    unz64_file_pos place = entry.place;
-    if (unzGoToFilePos64(m_archive, &place) != UNZ_OK || unzOpenCurrentFile(m_archive) != UNZ_OK)
-        return damaged();
-    QString problem = readOpened(sink);
-    const int closed = unzCloseCurrentFile(m_archive);
-    if (!problem.isEmpty() || closed == UNZ_OK)
+    QString problem = openEntry(entry);
+    if (!problem.isEmpty())
         return problem;
-    return QStringLiteral("its content is damaged: the checksum is another");
+    return entry.method == 0 ? readStored(entry, sink) : readDeflated(entry, sink);
 }
 
-QString ZipReader::readPacked(const ZipEntry& entry, ZipPacked& packed, qint64& at)
+/// Goes to the content of an entry, behind a header of its own (APPNOTE 4.3.7), whose name may have
+/// another length than that of the directory.
+QString ZipReader::openEntry(const ZipEntry& entry)
 {
-    unz64_file_pos place = entry.place;
-    int method = 0;
-    if (unzGoToFilePos64(m_archive, &place) != UNZ_OK
-        || unzOpenCurrentFile2(m_archive, &method, nullptr, 1) != UNZ_OK)
-        return damaged();
-    at = static_cast<qint64>(unzGetCurrentFileZStreamPos64(m_archive));
+    const qint64 usual = kHeaderSize + entry.name.size() + kUsualFields + entry.compressedSize;
+    if (!m_device.seek(entry.at))
+        return damaged("it lies beyond the end");
+    m_part = m_device.read(std::min<qint64>(usual, kArchivePart));
+    if (!m_part.startsWith("PK\3\4") || m_part.size() < kHeaderSize)
+        return damaged("it is not where the archive tells");
+    const qint64 begin = kHeaderSize + fieldOf<quint16>(m_part, 26) + fieldOf<quint16>(m_part, 28);
+    if (fieldOf<quint16>(m_part, 8) != entry.method
+        || entry.compressedSize > m_directory.begin() - entry.at - begin)
+        return damaged("its header tells something else");
+    m_left = entry.compressedSize;
+    if (begin <= m_part.size())
+        m_part = m_part.mid(static_cast<int>(begin));
+    else if (m_device.seek(entry.at + begin))
+        m_part.clear();
+    return QString();
+}
+
+/// The next bytes of the content; none at its end, or where they cannot be read.
+QByteArray ZipReader::nextPart()
+{
+    QByteArray part = m_part;
+    m_part.clear();
+    if (part.isEmpty())
+        part = m_device.read(std::min<qint64>(m_left, kArchivePart));
+    if (part.size() > m_left)
+        part.truncate(static_cast<int>(m_left));
+    m_left -= part.size();
+    return part;
+}
+
+QString ZipReader::readPacked(const ZipEntry& entry, ZipPacked& packed)
+{
+    QString problem = openEntry(entry);
+    if (!problem.isEmpty())
+        return problem;
     packed.method = entry.method;
     packed.crc = entry.crc;
     packed.size = entry.size;
     packed.time = entry.dosTime;
-    QString problem = readOpened(entry.compressedSize, packed.bytes);
-    unzCloseCurrentFile(m_archive);
-    return problem;
+    packed.bytes = m_part.left(static_cast<int>(std::min<qint64>(m_left, m_part.size())));
+    packed.bytes += m_device.read(m_left - packed.bytes.size());
+    return packed.bytes.size() == m_left ? QString() : damaged("it cannot be read");
 }
 
-QString ZipReader::readOpened(qint64 size, QByteArray& bytes)
+QString ZipReader::readStored(const ZipEntry& entry, const Sink& sink)
 {
-    bytes.resize(static_cast<int>(size));
-    for (int done = 0; done < bytes.size();) {
-        const int got = unzReadCurrentFile(m_archive, bytes.data() + done,
-                                           static_cast<unsigned>(bytes.size() - done));
-        if (got <= 0)
-            return damaged();
-        done += got;
-    }
-    return QString();
-}
-
-QString ZipReader::readOpened(const Sink& sink)
-{
-    while (true) {
-        const int got =
-            unzReadCurrentFile(m_archive, m_part.data(), static_cast<unsigned>(m_part.size()));
-        if (got < 0)
-            return QStringLiteral("its content is damaged");
-        if (got == 0)
-            return QString();
-        QString problem = sink(m_part.constData(), got);
+    Checked checked(entry, sink);
+    while (m_left > 0) {
+        const QByteArray part = nextPart();
+        if (part.isEmpty())
+            return damaged("it cannot be read");
+        QString problem = checked.take(part.constData(), part.size());
         if (!problem.isEmpty())
             return problem;
     }
+    return checked.end();
+}
+
+QString ZipReader::readDeflated(const ZipEntry& entry, const Sink& sink)
+{
+    Checked checked(entry, sink);
+    Inflater inflater;
+    while (m_left > 0) {
+        const QByteArray part = nextPart();
+        if (part.isEmpty())
+            return damaged("it cannot be read");
+        if (inflater.isAtEnd())
+            return damaged("something follows its end");
+        QString problem = inflater.take(part, m_out, checked);
+        if (!problem.isEmpty())
+            return problem;
+    }
+    return inflater.isAtEnd() ? checked.end() : damaged("its end is missing");
 }
 
 }  // namespace velm::detail

@@ -1,5 +1,6 @@
 #include "archive/ZipTime.h"
 
+#include "archive/ZipFields.h"
 #include "common/platform/Clock.h"
 
 #include <QtEndian>
@@ -28,19 +29,16 @@ QByteArray timeField(const QDateTime& modified)
     return field;
 }
 
-QDateTime timeOfFields(const QByteArray& fields)
+QDateTime timeOfFields(const QByteArray& fields, quint32 dos)
 {
-    for (int at = 0; at + 4 <= fields.size();) {
-        const auto id = qFromLittleEndian<quint16>(fields.constData() + at);
-        const int size = qFromLittleEndian<quint16>(fields.constData() + at + 2);
-        at += 4;
-        if (id == kTimeField && size >= 5 && at + 5 <= fields.size()
-            && (fields.at(at) & kHasModified) != 0)
-            return QDateTime::fromSecsSinceEpoch(
-                qFromLittleEndian<qint32>(fields.constData() + at + 1), Qt::UTC);
-        at += size;
-    }
-    return QDateTime();
+    constexpr int kFirstWithoutSign = 2038;
+    const QByteArray field = extraField(fields, kTimeField);
+    if (field.size() < 5 || (field.at(0) & kHasModified) == 0)
+        return QDateTime();
+    const auto seconds = fieldOf<qint32>(field, 1);
+    const bool hasSign = timeOfDos(dos).date().year() < kFirstWithoutSign;
+    return QDateTime::fromSecsSinceEpoch(hasSign ? seconds : static_cast<quint32>(seconds),
+                                         Qt::UTC);
 }
 
 quint32 dosTime(const QDateTime& modified)

@@ -9,8 +9,9 @@ namespace velm::detail {
 /// of Info-ZIP); empty where 32 bits do not hold it.
 QByteArray timeField(const QDateTime& modified);
 
-/// The time, in UTC, that the fields behind a name tell; invalid if they tell none.
-QDateTime timeOfFields(const QByteArray& fields);
+/// The time, in UTC, that the fields behind a name tell; invalid if they tell none. Its 32 bits
+/// have a sign until 2037; which years are meant, @p dos tells, the other form of the time.
+QDateTime timeOfFields(const QByteArray& fields, quint32 dos);
 
 /// A local time in the form of MS-DOS, years 1980 to 2107 in steps of 2 seconds, and back.
 quint32 dosTime(const QDateTime& modified);

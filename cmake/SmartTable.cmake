@@ -2,6 +2,7 @@
 # exports what the header marks, and the tests of private parts link the objects themselves.
 
 add_library(smarttable_objects OBJECT
+    smarttable/Version.cpp
     smarttable/package/ContentTypes.cpp
     smarttable/package/Package.cpp
     smarttable/package/PackageReader.cpp
@@ -9,7 +10,17 @@ add_library(smarttable_objects OBJECT
     smarttable/package/PartName.cpp
     smarttable/package/Relations.cpp
     smarttable/package/SmallXml.cpp
-    smarttable/Version.cpp)
+    smarttable/sheet/CellMarkup.cpp
+    smarttable/sheet/CellReference.cpp
+    smarttable/sheet/NumberText.cpp
+    smarttable/sheet/Row.cpp
+    smarttable/sheet/RowTable.cpp
+    smarttable/sheet/SharedTexts.cpp
+    smarttable/sheet/SheetReader.cpp
+    smarttable/sheet/SheetWriter.cpp
+    smarttable/sheet/TextPool.cpp
+    smarttable/xml/XmlScanner.cpp
+    smarttable/xml/XmlText.cpp)
 set_target_properties(smarttable_objects PROPERTIES
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden

@@ -23,6 +23,8 @@ add_library(velm_zip STATIC
     archive/Deflater.cpp
     archive/EntryName.cpp
     archive/ZipDevice.cpp
+    archive/ZipDirectory.cpp
+    archive/ZipFields.cpp
     archive/ZipReader.cpp
     archive/ZipTime.cpp
     archive/ZipWriter.cpp

@@ -27,9 +27,10 @@ struct VelmArchiveEntry
 };
 
 /// Zip archives: makes, lists, tests and extracts them. Names are written as UTF-8, marked so;
-/// they are read as what they are marked, else as UTF-8 if they are valid, else as GBK. Archives
-/// and entries may be larger than 4 GiB, and there may be more than 65,535 entries; 1,000,000 is
-/// the most. Memory does not depend on sizes, but for readEntry().
+/// they are read as UTF-8 if they are valid as such, else as GBK, or as the field for such names
+/// tells. Archives and entries may be larger than 4 GiB, and there may be more than 65,535 entries;
+/// 1,000,000 is the most. Memory depends on their number and names, not on sizes, but for
+/// readEntry().
 ///
 /// An operation is done whole or not at all: an archive and a file take their place when they are
 /// finished, and what is extracted when all of it is.
@@ -56,8 +57,9 @@ public:
     /// The most bytes that one operation takes out of an archive; 4 GiB unless told.
     void setMostBytes(qint64 bytes);
 
-    /// How many times larger than in the archive an entry of more than 1 MiB may be; 100 unless
-    /// told. Data whose ratio is greater were made to harm, most often.
+    /// How many times larger than in the archive may be what one operation takes out of it, of more
+    /// than 1 MiB: each entry, and all of them; 100 unless told. Data whose ratio is greater were
+    /// made to harm, most often.
     void setMostRatio(int ratio);
 
     /// Makes an archive of files and folders, with all that is in these. Each is found in the

@@ -63,22 +63,13 @@ QString entryProblem(const ZipEntry& entry, qint64 fileSize)
     return claimProblem(entry, fileSize);
 }
 
-QString sharesBytes()
-{
-    return QStringLiteral("its entries share bytes");
-}
-
-/// Looks at them before anything is read: together they are no larger than the file.
+/// Looks at them before anything is read.
 QString entriesProblem(const QVector<ZipEntry>& entries, qint64 fileSize)
 {
-    qint64 left = fileSize;
     for (const ZipEntry& entry : entries) {
         const QString problem = entryProblem(entry, fileSize);
         if (!problem.isEmpty())
             return about(entry.name, problem);
-        left -= entry.compressedSize;
-        if (left < 0)
-            return sharesBytes();
     }
     return QString();
 }
@@ -101,8 +92,6 @@ QString PackageReader::read(QIODevice& file)
             problem = about(entry.name, problem);
     }
     if (problem.isEmpty())
-        problem = checkExtents();
-    if (problem.isEmpty())
         problem = takeTypes();
     return problem.isEmpty() ? checkRelations() : problem;
 }
@@ -117,25 +106,10 @@ QString PackageReader::take(ZipReader& archive, const ZipEntry& entry)
     part.isPacked = true;
     if (m_package.has(part.name))
         return QStringLiteral("another part has this name");
-    qint64 at = 0;
-    QString problem = archive.readPacked(entry, part.packed, at);
-    if (!problem.isEmpty())
-        return problem;
-    m_extents.append({at, at + entry.compressedSize});
-    m_package.insert(part);
-    return QString();
-}
-
-/// Bytes that belong to two entries make a small file of any size.
-QString PackageReader::checkExtents()
-{
-    constexpr qint64 kHeader = 30;  // before the name, which stands before the bytes
-    std::sort(m_extents.begin(), m_extents.end());
-    for (int i = 1; i < m_extents.size(); ++i) {
-        if (m_extents.at(i).first - kHeader < m_extents.at(i - 1).second)
-            return sharesBytes();
-    }
-    return QString();
+    QString problem = archive.readPacked(entry, part.packed);
+    if (problem.isEmpty())
+        m_package.insert(part);
+    return problem;
 }
 
 QString PackageReader::takeTypes()

@@ -21,13 +21,11 @@ public:
 private:
     QString take(velm::detail::ZipReader& archive, const velm::detail::ZipEntry& entry);
     QString takeTypes();
-    QString checkExtents();
     QString checkRelations();
     QString readSmall(const Package::Part& part, QByteArray& xml);
 
     Package& m_package;
-    QVector<std::pair<qint64, qint64>> m_extents;  // of the entries in the file: begin, end
-    qint64 m_smallBytes = 0;                       // of relations and content types
+    qint64 m_smallBytes = 0;  // of relations and content types
 };
 
 }  // namespace SmartTable::detail

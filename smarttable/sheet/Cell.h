@@ -9,7 +9,8 @@ constexpr int kMostColumns = 16384;
 constexpr int kMostCellText = 32767;  // UTF-16 units
 
 /// In which form a cell holds its value.
-enum class CellForm : quint8 {
+enum class CellForm : quint8
+{
     Empty,   ///< a style at most
     Number,  ///< number
     Shared,  ///< index: a text of the workbook
@@ -18,13 +19,15 @@ enum class CellForm : quint8 {
     Bool,    ///< index: 0 or 1
     Error,   ///< index: a text of the sheet, "#DIV/0!"
     Date,    ///< index: a text of the sheet, as ISO 8601 has it
-    Markup   ///< index: a text of the sheet, all of the cell but its place and style: see CellMarkup.h
+    Markup   ///< index: a text of the sheet, all of the cell but its place and style: see
+             ///< CellMarkup.h
 };
 
 /// A cell of a sheet, in 16 bytes: a sheet may have millions.
 struct Cell
 {
-    union {
+    union
+    {
         double number = 0;
         quint32 index;
     };

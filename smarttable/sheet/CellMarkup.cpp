@@ -73,17 +73,37 @@ std::string richText(std::string_view content)
     return text;
 }
 
+/// Most texts are written so, without blanks around.
+bool isUsualText(std::string_view content, std::string_view& written)
+{
+    constexpr std::string_view kOpening = "<t>";
+    constexpr std::string_view kKept = "<t xml:space=\"preserve\">";
+    constexpr std::string_view kClosing = "</t>";
+    const size_t opening = content.substr(0, kOpening.size()) == kOpening ? kOpening.size()
+                           : content.substr(0, kKept.size()) == kKept     ? kKept.size()
+                                                                          : 0;
+    if (opening == 0 || content.size() < opening + kClosing.size())
+        return false;
+    written = content.substr(opening, content.size() - opening - kClosing.size());
+    return content.substr(opening + written.size()) == kClosing
+           && written.find('<') == std::string_view::npos;
+}
+
 bool isPlainText(std::string_view content, std::string_view& written)
 {
+    if (isUsualText(content, written))
+        return true;
     XmlScanner xml(content);
     Token token = xml.next();
-    while (token == Token::Text && xml.text().find_first_not_of(" \t\r\n") == std::string_view::npos)
+    while (token == Token::Text
+           && xml.text().find_first_not_of(" \t\r\n") == std::string_view::npos)
         token = xml.next();
     if (token != Token::Start || xml.name() != "t" || !xml.skipContent(written)
         || written.find('<') != std::string_view::npos)
         return false;
     token = xml.next();
-    while (token == Token::Text && xml.text().find_first_not_of(" \t\r\n") == std::string_view::npos)
+    while (token == Token::Text
+           && xml.text().find_first_not_of(" \t\r\n") == std::string_view::npos)
         token = xml.next();
     return token == Token::Done;
 }

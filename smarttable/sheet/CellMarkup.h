@@ -7,8 +7,8 @@
 
 namespace SmartTable::detail {
 
-// A cell of the form Markup is kept as it is written: formulas, rich texts, and whatever else a cell
-// may hold.
+// A cell of the form Markup is kept as it is written: formulas, rich texts, and whatever else a
+// cell may hold.
 
 /// All of a cell but its place and style.
 struct CellMarkup

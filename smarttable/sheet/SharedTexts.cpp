@@ -52,19 +52,30 @@ QString SharedTexts::load(std::string_view xml)
 
 void SharedTexts::addItem(std::string_view content)
 {
-    std::string text;
     std::string_view written;
     if (isPlainText(content, written)) {
-        appendCellText(text, written);
-        m_texts.share(m_texts.add(text));
+        m_text.clear();
+        appendCellText(m_text, written);
+        m_texts.add(m_text);
     } else {
         m_markup.emplace(m_texts.add(richText(content)), content);
     }
 }
 
+/// The texts that were loaded are found from now on.
+quint32 SharedTexts::add(std::string_view text)
+{
+    for (; m_found < m_loaded; ++m_found) {
+        if (m_markup.count(m_found) == 0)
+            m_texts.share(m_found);
+    }
+    return m_texts.addOnce(text);
+}
+
 std::string SharedTexts::save() const
 {
-    std::string xml = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n<" + m_prefix + "sst";
+    std::string xml =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n<" + m_prefix + "sst";
     xml += m_attributes.empty() ? kNames : std::string_view(m_attributes);
     xml += " uniqueCount=\"";
     appendNumber(xml, static_cast<qint64>(size()));

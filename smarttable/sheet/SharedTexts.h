@@ -24,7 +24,7 @@ public:
     std::string_view text(quint32 number) const { return m_texts.text(number); }
     quint32 size() const { return m_texts.size(); }
     /// The number of a text without formatting, under which it is added if it is not there.
-    quint32 add(std::string_view text) { return m_texts.addOnce(text); }
+    quint32 add(std::string_view text);
 
     /// Whether there is more than what was loaded.
     bool isChanged() const { return m_texts.size() != m_loaded; }
@@ -38,6 +38,8 @@ private:
     std::string m_attributes;                           // of the root, without the counts
     std::string m_tail;                                 // behind the last text
     quint32 m_loaded = 0;
+    quint32 m_found = 0;  // of those that were loaded, by add()
+    std::string m_text;   // that is read
 };
 
 }  // namespace SmartTable::detail

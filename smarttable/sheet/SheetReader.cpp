@@ -60,9 +60,8 @@ QString SheetReader::readRow()
     m_column = 0;
     m_current = &m_cells.rows.at(m_row);
     m_current->attributes.clear();
-    appendAttributes(m_current->attributes, attributes, [](std::string_view name) {
-        return name == "r" || name == "spans";
-    });
+    appendAttributes(m_current->attributes, attributes,
+                     [](std::string_view name) { return name == "r" || name == "spans"; });
     m_current->cells().reserve(m_expected);
     const int inside = m_xml.depth();
     for (Token token = m_xml.next(); token != Token::End || m_xml.depth() >= inside;
@@ -179,7 +178,8 @@ bool SheetReader::setPlain(Cell& cell)
         appendCellText(m_text, m_value);
         cell.index = m_cells.texts.add(m_text);
         break;
-    default: return false;
+    default:
+        return false;
     }
     cell.form = form;
     return true;

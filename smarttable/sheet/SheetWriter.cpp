@@ -80,7 +80,9 @@ void SheetWriter::writeCell(const Cell& cell)
         m_xml += '"';
     }
     switch (cell.form) {
-    case CellForm::Empty: m_xml += "/>"; break;
+    case CellForm::Empty:
+        m_xml += "/>";
+        break;
     case CellForm::Number:
         m_xml += '>';
         m_xml += m_value;
@@ -94,11 +96,21 @@ void SheetWriter::writeCell(const Cell& cell)
         appendNumber(m_xml, static_cast<qint64>(cell.index));
         m_xml += m_endOfCell;
         break;
-    case CellForm::Inline: writeInline(textOf(cell)); break;
-    case CellForm::Plain: writeText(textOf(cell), " t=\"str\">"); break;
-    case CellForm::Error: writeText(textOf(cell), " t=\"e\">"); break;
-    case CellForm::Date: writeText(textOf(cell), " t=\"d\">"); break;
-    case CellForm::Markup: writeMarkup(textOf(cell)); break;
+    case CellForm::Inline:
+        writeInline(textOf(cell));
+        break;
+    case CellForm::Plain:
+        writeText(textOf(cell), " t=\"str\">");
+        break;
+    case CellForm::Error:
+        writeText(textOf(cell), " t=\"e\">");
+        break;
+    case CellForm::Date:
+        writeText(textOf(cell), " t=\"d\">");
+        break;
+    case CellForm::Markup:
+        writeMarkup(textOf(cell));
+        break;
     }
 }
 

@@ -11,6 +11,12 @@ namespace {
 constexpr size_t kPiece = 1 << 18;
 constexpr size_t kFewestSlots = 64;
 
+quint32 hashOf(std::string_view text)
+{
+    const quint64 hash = std::hash<std::string_view>()(text);
+    return static_cast<quint32>(hash ^ hash >> 32);
+}
+
 }  // namespace
 
 std::string_view TextPool::keep(std::string_view text)
@@ -42,44 +48,52 @@ std::string_view TextPool::text(quint32 number) const
 }
 
 /// Where the text stands, or the free slot where it would.
-size_t TextPool::slotOf(std::string_view text) const
+size_t TextPool::slotOf(quint32 hash, std::string_view text) const
 {
-    size_t slot = std::hash<std::string_view>()(text) & (m_slots.size() - 1);
-    while (m_slots[slot] != 0 && m_texts[m_slots[slot] - 1] != text)
-        slot = (slot + 1) & (m_slots.size() - 1);
+    const size_t mask = m_slots.size() - 1;
+    size_t slot = hash & mask;
+    while (m_slots[slot].numbered != 0
+           && (m_slots[slot].hash != hash || m_texts[m_slots[slot].numbered - 1] != text))
+        slot = (slot + 1) & mask;
     return slot;
 }
 
+/// Makes room for one text more.
 void TextPool::grow()
 {
-    std::vector<quint32> before(std::max(kFewestSlots, m_slots.size() * 2));
+    if (2 * (m_shared + 1) <= m_slots.size())
+        return;
+    std::vector<Slot> before(std::max(kFewestSlots, m_slots.size() * 2));
     before.swap(m_slots);
-    for (const quint32 numbered : before) {
-        if (numbered != 0)
-            m_slots[slotOf(m_texts[numbered - 1])] = numbered;
+    const size_t mask = m_slots.size() - 1;
+    for (const Slot& slot : before) {
+        size_t free = slot.hash & mask;
+        while (slot.numbered != 0 && m_slots[free].numbered != 0)
+            free = (free + 1) & mask;
+        if (slot.numbered != 0)
+            m_slots[free] = slot;
     }
 }
 
 quint32 TextPool::addOnce(std::string_view text)
 {
-    if (2 * (m_shared + 1) > m_slots.size())
-        grow();
-    const size_t slot = slotOf(text);
-    if (m_slots[slot] == 0) {
-        const quint32 number = add(text);
-        m_slots[slot] = number + 1;
+    grow();
+    const quint32 hash = hashOf(text);
+    Slot& slot = m_slots[slotOf(hash, text)];
+    if (slot.numbered == 0) {
+        slot = {hash, add(text) + 1};
         ++m_shared;
     }
-    return m_slots[slot] - 1;
+    return slot.numbered - 1;
 }
 
 void TextPool::share(quint32 number)
 {
-    if (2 * (m_shared + 1) > m_slots.size())
-        grow();
-    const size_t slot = slotOf(text(number));
-    if (m_slots[slot] == 0) {
-        m_slots[slot] = number + 1;
+    grow();
+    const quint32 hash = hashOf(text(number));
+    Slot& slot = m_slots[slotOf(hash, text(number))];
+    if (slot.numbered == 0) {
+        slot = {hash, number + 1};
         ++m_shared;
     }
 }

@@ -24,16 +24,22 @@ public:
     quint32 size() const { return static_cast<quint32>(m_texts.size()); }
 
 private:
+    struct Slot
+    {
+        quint32 hash = 0;
+        quint32 numbered = 0;  // the number of a text, and 1; 0 if it is free
+    };
+
     std::string_view keep(std::string_view text);
-    size_t slotOf(std::string_view text) const;
+    size_t slotOf(quint32 hash, std::string_view text) const;
     void grow();
 
     std::vector<std::unique_ptr<char[]>> m_pieces;
     size_t m_left = 0;  // bytes at the end of the last piece
     char* m_free = nullptr;
     std::vector<std::string_view> m_texts;
-    std::vector<quint32> m_slots;  // open addressing: a shared text's number and 1; 0 is free
-    size_t m_shared = 0;
+    std::vector<Slot> m_slots;  // open addressing, of the texts that addOnce() finds
+    size_t m_shared = 0;        // how many those are
 };
 
 }  // namespace SmartTable::detail

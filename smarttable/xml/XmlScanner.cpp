@@ -72,9 +72,12 @@ XmlScanner::Token XmlScanner::next()
         m_begin = m_at;
         if (m_xml[m_at] != '<')
             return readText();
+        const char kind = m_at + 1 < m_xml.size() ? m_xml[m_at + 1] : '\0';
+        if (kind != '!' && kind != '?')
+            return readTag();
         if (passOver("<!--", "-->") || passOver("<?", "?>"))
             continue;
-        return m_isBroken ? Token::Broken : readTag();
+        return m_isBroken ? Token::Broken : readMarked();
     }
     return m_open.empty() ? Token::Done : broken();
 }
@@ -91,26 +94,27 @@ bool XmlScanner::passOver(std::string_view opening, std::string_view closing)
     return !m_isBroken;
 }
 
-XmlScanner::Token XmlScanner::readTag()
+/// A CDATA section. Anything else is a document type, which no part has.
+XmlScanner::Token XmlScanner::readMarked()
 {
     constexpr std::string_view kVerbatim = "<![CDATA[";
     constexpr std::string_view kVerbatimEnd = "]]>";
     const std::string_view rest = m_xml.substr(m_at);
-    if (startsWith(rest, kVerbatim)) {
-        const size_t end = rest.find(kVerbatimEnd);
-        if (end == std::string_view::npos || m_open.empty())
-            return broken();
-        m_text = rest.substr(kVerbatim.size(), end - kVerbatim.size());
-        m_isVerbatim = true;
-        m_at += end + kVerbatimEnd.size();
-        return Token::Text;
-    }
-    if (startsWith(rest, "<!"))
-        return broken();  // a document type, which no part has
+    const size_t end = rest.find(kVerbatimEnd);
+    if (!startsWith(rest, kVerbatim) || end == std::string_view::npos || m_open.empty())
+        return broken();
+    m_text = rest.substr(kVerbatim.size(), end - kVerbatim.size());
+    m_isVerbatim = true;
+    m_at += end + kVerbatimEnd.size();
+    return Token::Text;
+}
+
+XmlScanner::Token XmlScanner::readTag()
+{
     const size_t end = endOfTag(m_xml, m_at + 1);
     if (end == std::string_view::npos)
         return broken();
-    return startsWith(rest, "</") ? readEnd(end) : readStart(end);
+    return m_xml[m_at + 1] == '/' ? readEnd(end) : readStart(end);
 }
 
 XmlScanner::Token XmlScanner::readStart(size_t end)

@@ -13,7 +13,14 @@ namespace SmartTable::detail {
 class XmlScanner
 {
 public:
-    enum class Token { Start, End, Text, Done, Broken };
+    enum class Token
+    {
+        Start,
+        End,
+        Text,
+        Done,
+        Broken
+    };
 
     explicit XmlScanner(std::string_view xml) : m_xml(xml) {}
 
@@ -44,6 +51,7 @@ public:
 private:
     Token broken();
     Token readTag();
+    Token readMarked();
     Token readStart(size_t end);
     Token readEnd(size_t end);
     Token readText();

@@ -81,14 +81,22 @@ void appendUnit(std::string& written, unsigned unit)
 std::string_view escapeOf(char ch)
 {
     switch (ch) {
-    case '<': return "&lt;";
-    case '>': return "&gt;";
-    case '&': return "&amp;";
-    case '"': return "&quot;";
-    case '\t': return "&#9;";
-    case '\n': return "&#10;";
-    case '\r': return "&#13;";
-    default: return std::string_view();
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    case '&':
+        return "&amp;";
+    case '"':
+        return "&quot;";
+    case '\t':
+        return "&#9;";
+    case '\n':
+        return "&#10;";
+    case '\r':
+        return "&#13;";
+    default:
+        return std::string_view();
     }
 }
 
@@ -195,7 +203,8 @@ void appendCellText(std::string& text, std::string_view written)
         if (unit < 0)
             text += rest[0];
         else if (isPair)
-            appendUtf8(text, 0x10000 + ((high - 0xD800) << 10) + (static_cast<char32_t>(unit) - 0xDC00));
+            appendUtf8(text,
+                       0x10000 + ((high - 0xD800) << 10) + (static_cast<char32_t>(unit) - 0xDC00));
         else if (unit < 0xD800 || unit > 0xDFFF)
             appendUtf8(text, static_cast<char32_t>(unit));
         high = unit >= 0xD800 && unit <= 0xDBFF ? static_cast<char32_t>(unit) : 0;

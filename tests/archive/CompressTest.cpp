@@ -148,7 +148,8 @@ TEST_F(Compress, ReadsNamesAsUtf8OrGbk)
                  {"\xE6\x88\xBF.txt", 0, "房.txt"},
                  {"\xB7\xBF\xCE\xDD.txt", 0, "房屋.txt"},
                  {"\x81\x5C/\x81\x5C.txt", 0, "乗/乗.txt"},
-                 {"a\\b.txt", 0, "a/b.txt"}};
+                 {"\xB7\xBF", 0x800, "房"},
+                 {"./a\\b.txt", 0, "a/b.txt"}};
     for (const auto& c : cases) {
         const QString out = QString::number(&c - cases);
         writeRaw({{c.bytes, "x", c.flags}});
@@ -163,7 +164,7 @@ TEST_F(Compress, ReadsNamesAsUtf8OrGbk)
 TEST_F(Compress, NeverLeavesTheFolderOrMakesWhatIsNoFileEverywhere)
 {
     for (const char* name : {"../x",    "a/../../x",   "/x",     "//server/x", "\\\\server\\x",
-                             "..\\x",   "C:x",         "C:/x",   "a//b",       "./x",
+                             "..\\x",   "C:x",         "C:/x",   "a//b",       ".\\..\\x",
                              "..",      "a/./b",       "CON",    "nul.txt",    "a/Com1.dwg",
                              "LPT9 .x", "com\xC2\xB9", "CONIN$", "x.",         "x ",
                              "a /x",    "a?b",         "a\nb",   "a:b",        "x/../y",
@@ -173,16 +174,23 @@ TEST_F(Compress, NeverLeavesTheFolderOrMakesWhatIsNoFileEverywhere)
         EXPECT_FALSE(QFileInfo::exists(path(u"out"_s))) << name;
     }
     const quint32 link = 0120777U << 16;
-    const QVector<QVector<RawEntry>> cases{{{"link", "/etc", 0, 0, link}},
-                                           {{"a", "x", 1}},
-                                           {{"a"}, {"A"}},
-                                           {{"a"}, {"a/b"}},
-                                           {{"a/b"}, {"a"}},
-                                           {{"a"}, {"a"}},
-                                           {{"\xC3\xA9", "x", 0x800}, {"e\xCC\x81", "x", 0x800}},
-                                           {{"a", "x", 0, 99}},
-                                           {{"a", "x", 0, 0, 0, -1, 1}},
-                                           {{"fine"}, {"a", "x", 0, 8}}};
+    const QVector<QVector<RawEntry>> cases{
+        {{"link", "/etc", 0, 0, link}},
+        {{"a", "x", 1}},
+        {{"a"}, {"A"}},
+        {{"a"}, {"a/b"}},
+        {{"a/b"}, {"a"}},
+        {{"a"}, {"a"}},
+        {{"\xC3\xA9", "x", 0x800}, {"e\xCC\x81", "x", 0x800}},
+        {{"a", "x", 0, 99}},
+        {{"a", "x", 0, 0, 0, -1, 1}},
+        {{"shorter than told", "x", 0, 0, 0, 2}},
+        {{"a", {"\1\1\0\xFE\xFFx", 6}, 0, 8, 0, 2}},
+        {{"fine"}, {"a", "x", 0, 8}},
+        {{"more than told", "xy", 0, 0, 0, 1}},
+        {{"a folder/", "x"}},
+        {{"without its end", {"\0\1\0\xFE\xFFx", 6}, 0, 8, 0, 1}},
+        {{"more than its end", {"\1\1\0\xFE\xFFxx", 7}, 0, 8, 0, 1}}};
     for (const QVector<RawEntry>& entries : cases) {
         writeRaw(entries);
         EXPECT_FALSE(extract(u"raw.zip"_s, u"out"_s)) << entries.last().name.constData();
@@ -278,6 +286,8 @@ TEST_F(Compress, TellsOfDamageWhereverItIs)
         EXPECT_FALSE(m_zip.test(path(u"cut.zip"_s))) << size;
         EXPECT_FALSE(extract(u"cut.zip"_s, u"out"_s)) << size;
     }
+    writeFile(u"cut.zip"_s, QByteArray("PK\5\6").leftJustified(14, '\0'));  // an end, cut off
+    EXPECT_FALSE(m_zip.test(path(u"cut.zip"_s)));
     for (int at = 0; at < whole.size(); ++at) {
         QByteArray broken = whole;
         broken[at] = static_cast<char>(broken.at(at) ^ 0x55);

@@ -221,7 +221,7 @@ TEST_F(PackageTest, RefusesWhatIsNoSoundPackage)
         {{types(), relations(item("a", "file:///b"))}, "leads out"},
         {{types(), relations(item("a", "b", " TargetMode=\"?\""))}, "neither internal"}};
     for (const char* name : {"../a", "a/../b", "a//b", "/a", "C:/a", "a\\b", "a/%2e%2E/b", "a%2Fb",
-                             "a%5cb", "a%00b", "a/.", "xl/con", "NUL.xml", "a./b", "./a"})
+                             "a%5cb", "a%00b", "a/.", "xl/con", "NUL.xml", "a./b"})
         cases.append({{types(), packed(name, "x")}, "its name"});
     ASSERT_EQ(load(m_whole), QString());
     const auto refuses = [this](const QByteArray& bytes, const char* told) {
@@ -237,7 +237,7 @@ TEST_F(PackageTest, RefusesWhatIsNoSoundPackage)
     QByteArray shared = rawZip({types(), book, packed("xl/cook.xml", "x")});
     const int last = shared.lastIndexOf("PK\1\2"), before = shared.lastIndexOf("PK\1\2", last - 1);
     shared.replace(last + 42, 4, shared.mid(before + 42, 4));
-    refuses(shared, "share bytes");
+    refuses(shared, "lie one over the other");
     EXPECT_TRUE(m_package.load(path(u"none.xlsx"_s)).contains(u"none.xlsx"_s));
 }
 
