@@ -1,5 +1,7 @@
 #include "smarttable/sheet/Styles.h"
 
+#include "smarttable/xml/Elements.h"
+
 #include <cstring>
 #include <new>
 #include <string>
@@ -25,15 +27,6 @@ constexpr char kUsual[] =
     "<cellStyles count=\"1\"><cellStyle name=\"Normal\" xfId=\"0\" builtinId=\"0\"/></cellStyles>"
     "</styleSheet>";
 
-pugi::xml_node childOf(pugi::xml_node parent, const char* name)
-{
-    for (pugi::xml_node child : parent.children()) {
-        if (std::strcmp(localName(child), name) == 0)
-            return child;
-    }
-    return pugi::xml_node();
-}
-
 }  // namespace
 
 Styles::Styles() : m_xml("styleSheet", kSpace)
@@ -55,7 +48,7 @@ QString Styles::read(const QByteArray& xml)
 
 pugi::xml_node Styles::formats() const
 {
-    return childOf(m_xml.root(), "cellXfs");
+    return childNamed(m_xml.root(), "cellXfs");
 }
 
 pugi::xml_node Styles::format(quint32 number) const
@@ -88,10 +81,9 @@ quint32 Styles::aligned(quint32 style, const char* name, const char* value)
     if (!like)
         like = format(0);
     pugi::xml_node made = formats().append_copy(like);
-    pugi::xml_node alignment = childOf(made, "alignment");
+    pugi::xml_node alignment = childNamed(made, "alignment");
     if (made && !alignment)
-        alignment = made.prepend_child(
-            (std::string(made.name(), std::strlen(made.name()) - 2) + "alignment").c_str());
+        alignment = made.prepend_child((prefixOf(made) + "alignment").c_str());
     if (!alignment)
         throw std::bad_alloc();
     setAttribute(alignment, name, QLatin1String(value));

@@ -2,10 +2,10 @@
 
 #include "smarttable/sheet/SheetReader.h"
 #include "smarttable/sheet/SheetWriter.h"
+#include "smarttable/xml/Elements.h"
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace SmartTable::detail {
 
@@ -55,22 +55,6 @@ constexpr std::array<const char*, 38> kOrder{"sheetPr",
                                              "webPublishItems",
                                              "tableParts",
                                              "extLst"};
-
-int orderOfName(const char* name)
-{
-    const auto* const found = std::find_if(kOrder.begin(), kOrder.end(), [name](const char* known) {
-        return std::strcmp(known, name) == 0;
-    });
-    return found == kOrder.end() ? -1 : static_cast<int>(found - kOrder.begin());
-}
-
-/// That of a choice between contents is that of the first content (ECMA-376-3, 10.2.1).
-int orderOf(pugi::xml_node element)
-{
-    if (std::strcmp(localName(element), "AlternateContent") == 0)
-        element = element.first_child().first_child();
-    return orderOfName(localName(element));
-}
 
 /// Goes to the Start of <sheetData>; Done or Broken if there is none.
 Token findRows(XmlScanner& xml)
@@ -124,65 +108,27 @@ std::string Worksheet::xml()
     std::string_view skipped;
     scanner.skipContent(skipped);
     std::string xml(text.substr(0, begin));
-    SheetWriter(xml, cells, prefix()).write();
+    SheetWriter(xml, cells, prefixOf(m_frame.root())).write();
     xml += text.substr(scanner.position());
     return xml;
 }
 
-std::string Worksheet::prefix() const
-{
-    const char* const name = m_frame.root().name();
-    return std::string(name, static_cast<size_t>(localName(m_frame.root()) - name));
-}
-
 pugi::xml_node Worksheet::find(const char* name) const
 {
-    for (pugi::xml_node child : m_frame.root().children()) {
-        if (std::strcmp(localName(child), name) == 0)
-            return child;
-    }
-    return pugi::xml_node();
+    return childNamed(m_frame.root(), name);
 }
 
 pugi::xml_node Worksheet::element(const char* name)
 {
-    const pugi::xml_node root = m_frame.changedRoot();
-    const int order = orderOfName(name);
-    pugi::xml_node before;
-    for (pugi::xml_node child : root.children()) {
-        if (std::strcmp(localName(child), name) == 0)
-            return child;
-        if (!before && orderOf(child) > order)
-            before = child;
-    }
-    const std::string full = prefix() + name;
-    pugi::xml_node made = before ? pugi::xml_node(root).insert_child_before(full.c_str(), before)
-                                 : pugi::xml_node(root).append_child(full.c_str());
-    if (!made)
-        throw std::bad_alloc();
-    return made;
+    return elementInOrder(m_frame.changedRoot(), name, kOrder.data(), kOrder.size());
 }
 
 void Worksheet::removeElement(const char* name)
 {
-    const pugi::xml_node found = find(name);
-    if (!found)
+    if (!find(name))
         return;
     pugi::xml_node root = m_frame.changedRoot();
-    for (pugi::xml_node child : root.children()) {
-        if (std::strcmp(localName(child), name) == 0) {
-            root.remove_child(child);
-            return;
-        }
-    }
-}
-
-pugi::xml_node Worksheet::append(pugi::xml_node parent, const char* name) const
-{
-    pugi::xml_node made = parent.append_child((prefix() + name).c_str());
-    if (!made)
-        throw std::bad_alloc();
-    return made;
+    root.remove_child(childNamed(root, name));
 }
 
 /// Some programs read no more than the part tells that it has.

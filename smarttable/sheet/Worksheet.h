@@ -29,11 +29,8 @@ public:
     /// it if it is not there.
     pugi::xml_node element(const char* name);
     void removeElement(const char* name);
-    /// Appends a child with the prefix that the names of this part have.
-    pugi::xml_node append(pugi::xml_node parent, const char* name) const;
 
 private:
-    std::string prefix() const;
     void tellDimension();
 
     SmallXml m_frame;  // an empty <sheetData> stands for the rows
