@@ -3,6 +3,9 @@
 
 add_library(smarttable_objects OBJECT
     smarttable/Version.cpp
+    smarttable/excel/Excel.cpp
+    smarttable/excel/ExcelSheet.cpp
+    smarttable/excel/Session.cpp
     smarttable/package/ContentTypes.cpp
     smarttable/package/Package.cpp
     smarttable/package/PackageReader.cpp
@@ -12,13 +15,23 @@ add_library(smarttable_objects OBJECT
     smarttable/package/SmallXml.cpp
     smarttable/sheet/CellMarkup.cpp
     smarttable/sheet/CellReference.cpp
+    smarttable/sheet/CellValue.cpp
     smarttable/sheet/NumberText.cpp
     smarttable/sheet/Row.cpp
     smarttable/sheet/RowTable.cpp
     smarttable/sheet/SharedTexts.cpp
+    smarttable/sheet/SheetEditor.cpp
+    smarttable/sheet/SheetNames.cpp
     smarttable/sheet/SheetReader.cpp
+    smarttable/sheet/SheetSizes.cpp
     smarttable/sheet/SheetWriter.cpp
+    smarttable/sheet/Styles.cpp
     smarttable/sheet/TextPool.cpp
+    smarttable/sheet/Workbook.cpp
+    smarttable/sheet/Worksheet.cpp
+    smarttable/types/List.cpp
+    smarttable/types/String.cpp
+    smarttable/xml/Elements.cpp
     smarttable/xml/XmlScanner.cpp
     smarttable/xml/XmlText.cpp)
 set_target_properties(smarttable_objects PROPERTIES
