@@ -23,6 +23,8 @@ add_library(velm_zip STATIC
     archive/Deflater.cpp
     archive/EntryName.cpp
     archive/ZipDevice.cpp
+    archive/ZipEntry.h
+    archive/ZipPacked.h
     archive/ZipReader.cpp
     archive/ZipTime.cpp
     archive/ZipWriter.cpp
