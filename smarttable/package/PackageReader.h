@@ -19,11 +19,13 @@ public:
     QString read(QIODevice& file);
 
 private:
+    QString takeAll(velm::detail::ZipReader& archive,
+                    const QVector<velm::detail::ZipEntry>& entries);
     QString take(velm::detail::ZipReader& archive, const velm::detail::ZipEntry& entry);
     QString takeTypes();
     QString checkExtents();
     QString checkRelations();
-    QString readSmall(const Package::Part& part, QByteArray& xml);
+    QString readSmall(const PackagePart& part, QByteArray& xml);
 
     Package& m_package;
     QVector<std::pair<qint64, qint64>> m_extents;  // of the entries in the file: begin, end
