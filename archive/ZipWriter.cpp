@@ -106,7 +106,7 @@ QString ZipWriter::addPacked(const QString& name, const ZipPacked& packed)
     const QByteArray bytes = name.toUtf8();
     // Other programs mark no name of ASCII.
     opening.flags = bytes.size() == name.size() ? 0 : kIsUtf8;
-    m_is64 = packed.bytes.size() > kMostWithout64 || packed.size > kMostWithout64;
+    m_is64 = packed.size > kMostWithout64;
     QString problem = open(bytes, opening);
     if (problem.isEmpty())
         problem = put(packed.bytes.constData(), packed.bytes.size());

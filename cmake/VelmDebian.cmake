@@ -9,9 +9,13 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY
 
 set(library libvelmcommon${PROJECT_VERSION_MAJOR})
 set(same_version "${library} (= ${PROJECT_VERSION})")
-# What a package needs that is linked with the library, and that the loader's cache is to be made anew.
+# What a package needs that is linked with a library, and that the loader's cache is to be made anew.
 set(control ${PROJECT_BINARY_DIR}/debian)
-file(CONFIGURE OUTPUT ${control}/shlibs CONTENT "libVelmCommon ${PROJECT_VERSION_MAJOR} ${same_version}\n")
+set(shlibs)
+foreach(name libSmartTable libVelmCommon)
+    string(APPEND shlibs "${name} ${PROJECT_VERSION_MAJOR} ${same_version}\n")
+endforeach()
+file(CONFIGURE OUTPUT ${control}/shlibs CONTENT ${shlibs})
 file(CONFIGURE OUTPUT ${control}/triggers CONTENT "activate-noawait ldconfig\n")
 
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME ${library})
@@ -20,7 +24,7 @@ set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_DEPENDS libqt5sql5-sqlite)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SUGGESTS libqt5sql5-odbc)
 set(CPACK_DEBIAN_LIBRARY_DESCRIPTION 
-    "The library with what it looks for beside itself: what a feature code is and how it is drawn.")
+    "The library with what it looks for beside itself: what a feature code is and how it is drawn; the module SmartTable.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvelmcommon-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)

@@ -20,7 +20,7 @@ install(TARGETS adapter_qtinit LIBRARY DESTINATION ${VELM_INSTALL_MODULE_DIR} CO
 install(FILES ${VELM_MODULE_DIR}/VelmResource.rcc DESTINATION ${VELM_INSTALL_MODULE_DIR} COMPONENT library)
 install(FILES LICENSE DESTINATION ${VELM_LICENSE_DIR} RENAME VelmCommon.txt COMPONENT library)
 if(UNIX)
-    # What goes into the library and its bundle.
+    # What goes into the libraries and the bundle.
     foreach(part RapidJSON:rapidjson-dev QtTranslations:qttranslations5-l10n)
         string(REGEX MATCH "^(.+):(.+)$" part ${part})
         install(FILES /usr/share/doc/${CMAKE_MATCH_2}/copyright

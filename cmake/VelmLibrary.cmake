@@ -25,6 +25,8 @@ add_library(velm_zip STATIC
     archive/ZipDevice.cpp
     archive/ZipDirectory.cpp
     archive/ZipFields.cpp
+    archive/ZipEntry.h
+    archive/ZipPacked.h
     archive/ZipReader.cpp
     archive/ZipTime.cpp
     archive/ZipWriter.cpp

@@ -33,8 +33,7 @@ QString run(const QString& name, const Operation& operation)
 }
 
 /// Has a part packed with that level, unless it is as it lies in a file.
-template<class Part>
-QString pack(Part& part, const Packer& packer)
+QString pack(PackagePart& part, const Packer& packer)
 {
     if (part.isPacked && part.level.value_or(packer.level()) == packer.level())
         return QString();
@@ -52,8 +51,7 @@ QString pack(Part& part, const Packer& packer)
 }
 
 /// Packs a part, if need be, and adds it to an archive.
-template<class Part>
-QString add(ZipWriter& archive, Part& part, const Packer& packer)
+QString add(ZipWriter& archive, PackagePart& part, const Packer& packer)
 {
     QString problem = pack(part, packer);
     if (problem.isEmpty())
@@ -103,7 +101,7 @@ QString Package::writeTo(StagedFile& file, const Packer& packer) const
         m_typesPart.content = m_types.xml();
     if (problem.isEmpty())
         problem = add(archive, m_typesPart, packer);
-    for (Part& part : m_parts) {
+    for (PackagePart& part : m_parts) {
         if (!problem.isEmpty())
             break;
         problem = add(archive, part, packer);
@@ -124,7 +122,7 @@ QString Package::read(const QString& part, QByteArray& content) const
     });
 }
 
-QString Package::read(Part& part, QByteArray& content) const
+QString Package::read(PackagePart& part, QByteArray& content) const
 {
     if (!part.isPacked) {
         content = part.content;
@@ -141,7 +139,7 @@ QString Package::read(Part& part, QByteArray& content) const
     return problem;
 }
 
-const Package::Part* Package::find(const QString& part) const
+const PackagePart* Package::find(const QString& part) const
 {
     const int place = m_places.value(partKey(part), -1);
     return place < 0 ? nullptr : &qAsConst(m_parts).at(place);
@@ -150,28 +148,28 @@ const Package::Part* Package::find(const QString& part) const
 QStringList Package::parts() const
 {
     QStringList names;
-    for (const Part& part : qAsConst(m_parts))
+    for (const PackagePart& part : qAsConst(m_parts))
         names.append(part.name);
     return names;
 }
 
 void Package::write(const QString& part, const QByteArray& content, const QString& contentType)
 {
-    const Part* old = find(part);
+    const PackagePart* old = find(part);
     const bool keepsType = contentType.isEmpty() || contentType == m_types.of(part);
     if (old && keepsType && holds(*old, content))
         return;
     change();
     if (!keepsType && m_types.set(part, contentType))
         putTypes();
-    Part written;
+    PackagePart written;
     written.name = part;
     written.content = content;
     insert(written);
 }
 
 /// Whether a part has that content already; then what is packed can stay.
-bool Package::holds(const Part& part, const QByteArray& content)
+bool Package::holds(const PackagePart& part, const QByteArray& content)
 {
     if (!part.isPacked)
         return part.content == content;
@@ -181,7 +179,7 @@ bool Package::holds(const Part& part, const QByteArray& content)
 }
 
 /// Adds a part, or gives it the place of the one of its name.
-void Package::insert(const Part& part)
+void Package::insert(const PackagePart& part)
 {
     const QString key = partKey(part.name);
     const int place = m_places.value(key, m_parts.size());
@@ -219,9 +217,9 @@ void Package::erase(const QString& part)
 
 Relations Package::relations(const QString& source) const
 {
-    const Part* own = find(source);
+    const PackagePart* own = find(source);
     Relations relations(own ? own->name : source);
-    const Part* part = find(relationsPartOf(source));
+    const PackagePart* part = find(relationsPartOf(source));
     if (!part)
         return relations;
     // Those of a file have been found sound when it was loaded.
@@ -273,7 +271,7 @@ void Package::dropSignatures()
 /// The content types become a part anew when the package is saved.
 void Package::putTypes()
 {
-    m_typesPart = Part();
+    m_typesPart = PackagePart();
     m_typesPart.name = QStringLiteral("/[Content_Types].xml");
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "archive/ZipPacked.h"
 #include "smarttable/package/ContentTypes.h"
+#include "smarttable/package/PackagePart.h"
 #include "smarttable/package/Relations.h"
 
 #include <QByteArray>
@@ -9,8 +9,6 @@
 #include <QString>
 #include <QStringList>
 #include <QVector>
-
-#include <optional>
 
 namespace velm::detail {
 class StagedFile;
@@ -64,34 +62,23 @@ public:
     void setRelations(const QString& source, const Relations& relations);
 
 private:
-    /// A part: packed, or as it was written until it is packed.
-    struct Part
-    {
-        QString name;
-        velm::detail::ZipPacked packed;
-        QByteArray content;
-        bool isPacked = false;
-        std::optional<int> level;  // with which it was packed; none in the file
-        bool isRead = false;       // and counts among what was read
-    };
-
     friend class PackageReader;
 
-    static bool holds(const Part& part, const QByteArray& content);
+    static bool holds(const PackagePart& part, const QByteArray& content);
 
-    const Part* find(const QString& part) const;
-    void insert(const Part& part);
+    const PackagePart* find(const QString& part) const;
+    void insert(const PackagePart& part);
     void erase(const QString& part);
     void change();
     void dropSignatures();
     void putTypes();
-    QString read(Part& part, QByteArray& content) const;
+    QString read(PackagePart& part, QByteArray& content) const;
     QString writeTo(velm::detail::StagedFile& file, const Packer& packer) const;
 
-    mutable QVector<Part> m_parts;  // reading and saving note what they did
-    QHash<QString, int> m_places;   // in it, by the keys of the names
+    mutable QVector<PackagePart> m_parts;  // reading and saving note what they did
+    QHash<QString, int> m_places;          // in it, by the keys of the names
     ContentTypes m_types;
-    mutable Part m_typesPart;  // the same as a part
+    mutable PackagePart m_typesPart;  // the same as a part
     bool m_isChanged = false;
     mutable qint64 m_readBytes = 0;  // unpacked
 };

@@ -87,13 +87,21 @@ QString PackageReader::read(QIODevice& file)
         problem = archive.readEntries(entries, kMostParts);
     if (problem.isEmpty())
         problem = entriesProblem(entries, file.size());
-    for (const ZipEntry& entry : qAsConst(entries)) {
-        if (problem.isEmpty() && !(problem = take(archive, entry)).isEmpty())
-            problem = about(entry.name, problem);
-    }
+    if (problem.isEmpty())
+        problem = takeAll(archive, entries);
     if (problem.isEmpty())
         problem = takeTypes();
     return problem.isEmpty() ? checkRelations() : problem;
+}
+
+QString PackageReader::takeAll(ZipReader& archive, const QVector<ZipEntry>& entries)
+{
+    for (const ZipEntry& entry : entries) {
+        const QString problem = take(archive, entry);
+        if (!problem.isEmpty())
+            return about(entry.name, problem);
+    }
+    return QString();
 }
 
 /// Folders, which some programs put into the file, are no parts.
@@ -101,7 +109,7 @@ QString PackageReader::take(ZipReader& archive, const ZipEntry& entry)
 {
     if (entry.isFolder)
         return QString();
-    Package::Part part;
+    PackagePart part;
     part.name = QLatin1Char('/') + entry.name;
     part.isPacked = true;
     if (m_package.has(part.name))
@@ -115,7 +123,7 @@ QString PackageReader::take(ZipReader& archive, const ZipEntry& entry)
 QString PackageReader::takeTypes()
 {
     const QString name = QStringLiteral("/[Content_Types].xml");
-    const Package::Part* part = m_package.find(name);
+    const PackagePart* part = m_package.find(name);
     if (!part)
         return QStringLiteral("it is no package: [Content_Types].xml is missing");
     QByteArray xml;
@@ -131,7 +139,7 @@ QString PackageReader::takeTypes()
 
 QString PackageReader::checkRelations()
 {
-    for (const Package::Part& part : qAsConst(m_package.m_parts)) {
+    for (const PackagePart& part : qAsConst(m_package.m_parts)) {
         const QString source = sourceOfRelationsPart(part.name);
         if (source.isNull())
             continue;
@@ -146,7 +154,7 @@ QString PackageReader::checkRelations()
 }
 
 /// Reads a part of which there may be thousands.
-QString PackageReader::readSmall(const Package::Part& part, QByteArray& xml)
+QString PackageReader::readSmall(const PackagePart& part, QByteArray& xml)
 {
     m_smallBytes += part.packed.size;
     if (m_smallBytes > kMostSmallXmlBytes)

@@ -19,10 +19,12 @@ public:
     QString read(QIODevice& file);
 
 private:
+    QString takeAll(velm::detail::ZipReader& archive,
+                    const QVector<velm::detail::ZipEntry>& entries);
     QString take(velm::detail::ZipReader& archive, const velm::detail::ZipEntry& entry);
     QString takeTypes();
     QString checkRelations();
-    QString readSmall(const Package::Part& part, QByteArray& xml);
+    QString readSmall(const PackagePart& part, QByteArray& xml);
 
     Package& m_package;
     qint64 m_smallBytes = 0;  // of relations and content types
