@@ -17,9 +17,18 @@ AtomicFile::AtomicFile(const QString& target, const QString& made, const QString
     : m_target(target), m_made(made), m_spare(spare)
 {}
 
-bool AtomicFile::commit(QString& problem)
+bool AtomicFile::commit(QString& problem, Replace replace)
 {
     problem.clear();
+    const bool isPlaced = replace == Replace::No ? claim(problem) : place(problem);
+    if (isPlaced)
+        platform::syncFolder(QFileInfo(m_target).path());
+    return isPlaced;
+}
+
+/// Puts the file into its place, whatever ordinary file is there.
+bool AtomicFile::place(QString& problem)
+{
     m_replaced = QFileInfo::exists(m_target);
     if (!canReplace(m_target))
         problem = QStringLiteral("it is a link, a folder or a device");
@@ -33,12 +42,25 @@ bool AtomicFile::commit(QString& problem)
     }
     if (m_replaced)
         platform::copyAccess(m_target, m_made);
-    if (!platform::replaceFile(m_made, m_target)) {
-        problem = QStringLiteral("it cannot be moved into its place; is the file there in use?");
+    if (platform::replaceFile(m_made, m_target))
+        return true;
+    problem = QStringLiteral("it cannot be moved into its place; is the file there in use?");
+    return false;
+}
+
+/// Puts the file into its place if that is free.
+bool AtomicFile::claim(QString& problem)
+{
+    if (!platform::syncFile(m_made)) {
+        problem = QStringLiteral("its content cannot be brought to the disk");
         return false;
     }
-    platform::syncFolder(QFileInfo(m_target).path());
-    return true;
+    const platform::Placed placed = platform::placeFile(m_made, m_target);
+    m_isTaken = placed == platform::Placed::ThereAlready;
+    if (placed != platform::Placed::Yes)
+        problem = m_isTaken ? QStringLiteral("it is there already")
+                            : QStringLiteral("it cannot be moved into its place");
+    return placed == platform::Placed::Yes;
 }
 
 bool AtomicFile::undo()

@@ -1,7 +1,5 @@
 #include "common/files/StagedFile.h"
 
-#include "common/files/AtomicFile.h"
-
 #include <QDir>
 #include <QFileInfo>
 
@@ -64,17 +62,23 @@ QString StagedFile::write(const char* bytes, qint64 size)
     return m_file.write(bytes, size) == size ? QString() : told(m_file);
 }
 
-QString StagedFile::commit()
+QString StagedFile::commit(Replace replace)
 {
     if (!m_file.flush())
         return told(m_file);
-    if (!m_isBeside)
-        return copyIntoPlace();
-    m_file.close();
     QString problem;
-    return AtomicFile(m_target, m_file.fileName()).commit(problem)
-               ? QString()
-               : QStringLiteral("\"%1\": ").arg(m_target) + problem;
+    if (!m_isBeside) {
+        m_isTaken = replace == Replace::No;
+        if (!m_isTaken)
+            return copyIntoPlace();
+        problem = QStringLiteral("it is there already");
+    } else {
+        m_file.close();
+        AtomicFile file(m_target, m_file.fileName());
+        file.commit(problem, replace);
+        m_isTaken = file.isTaken();
+    }
+    return problem.isEmpty() ? problem : QStringLiteral("\"%1\": ").arg(m_target) + problem;
 }
 
 QString StagedFile::copyIntoPlace()

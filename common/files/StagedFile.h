@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/files/AtomicFile.h"
 #include "common/files/StagingFolder.h"
 
 #include <QFile>
@@ -28,8 +29,12 @@ public:
     QString open();
     /// Appends bytes. @return what went wrong; empty if nothing did
     QString write(const char* bytes, qint64 size);
-    /// Puts the content into its place. @return what went wrong; empty if nothing did
-    QString commit();
+    /// Puts the content into its place. With Replace::No, whatever has come there until the last
+    /// moment stays, and isTaken(). @return what went wrong; empty if nothing did
+    QString commit(Replace replace = Replace::Yes);
+
+    /// Whether commit() with Replace::No found something there.
+    bool isTaken() const { return m_isTaken; }
 
     /// Where the content is written; open between open() and commit().
     QFile& file() { return m_file; }
@@ -42,6 +47,7 @@ private:
     std::unique_ptr<StagingFolder> m_staging;
     QFile m_file;
     bool m_isBeside = false;
+    bool m_isTaken = false;
 };
 
 }  // namespace velm::detail

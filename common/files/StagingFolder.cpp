@@ -41,15 +41,21 @@ QString StagingFolder::commitLock(const QString& folder)
     return folder + QStringLiteral("/.velm-commit") + lockSuffix();
 }
 
+bool StagingFolder::isStagingName(const QString& name)
+{
+    static const QRegularExpression ours(
+        QStringLiteral("\\A\\.velm-([0-9a-f]{8}(\\.lock)?|commit\\.lock)\\z"));
+    return ours.match(name).hasMatch();
+}
+
 void StagingFolder::removeLeftOver(const QString& folder)
 {
-    static const QRegularExpression ours(QStringLiteral("^\\.velm-([0-9a-f]{8}|commit)\\.lock$"));
     const QFileInfoList locks = QDir(folder).entryInfoList(
         {QStringLiteral(".velm-*") + lockSuffix()}, QDir::Files | QDir::Hidden | QDir::NoSymLinks);
     for (const QFileInfo& file : locks) {
         QString path = file.absoluteFilePath();
         FileLock lock(path);
-        if (!ours.match(file.fileName()).hasMatch() || !lock.tryLock())
+        if (!isStagingName(file.fileName()) || !lock.tryLock())
             continue;
         path.chop(lockSuffix().size());
         if (!removeFolder(path))

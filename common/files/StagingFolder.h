@@ -22,6 +22,10 @@ public:
     /// The lock of those who give files their places in @p folder.
     static QString commitLock(const QString& folder);
 
+    /// Whether a file or folder of that name, without a path, is one of these, its lock or the lock
+    /// of those who commit. What gathers a folder's content leaves it out.
+    static bool isStagingName(const QString& name);
+
     /// Removes those in @p folder whose process has ended, and such a process's commit lock.
     static void removeLeftOver(const QString& folder);
 

@@ -37,7 +37,18 @@ int longestDatabasePath();
 /// or the new one, also if the process ends meanwhile. Both are in one file system.
 bool replaceFile(const QString& from, const QString& to);
 
-/// The same for a folder, which replaces nothing (elsewhere than on Windows an empty folder).
+enum class Placed
+{
+    Yes,
+    ThereAlready,
+    Failed
+};
+
+/// The same where nothing has the name @p to yet; what has come there meanwhile stays.
+Placed placeFile(const QString& from, const QString& to);
+
+/// What replaceFile() does for a folder, which replaces nothing (elsewhere than on Windows an empty
+/// folder).
 bool moveFolder(const QString& from, const QString& to);
 
 /// Removes a file.

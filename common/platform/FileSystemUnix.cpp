@@ -84,6 +84,33 @@ bool replaceFile(const QString& from, const QString& to)
     return renameEntry(from, to);
 }
 
+Placed placeFile(const QString& from, const QString& to)
+{
+    const QByteArray made = QFile::encodeName(from);
+    const QByteArray place = QFile::encodeName(to);
+#ifdef RENAME_NOREPLACE
+    if (renameat2(AT_FDCWD, made.constData(), AT_FDCWD, place.constData(), RENAME_NOREPLACE) == 0)
+        return Placed::Yes;
+    if (errno != EINVAL && errno != ENOSYS)  // as file systems answer that do not have it
+        return errno == EEXIST ? Placed::ThereAlready : Placed::Failed;
+#endif
+    if (link(made.constData(), place.constData()) == 0)
+        return unlink(made.constData()) == 0 ? Placed::Yes : Placed::Failed;
+    if (errno == EEXIST)
+        return Placed::ThereAlready;
+    // Neither is there: the name is taken by an empty file of our own.
+    const int claim = open(place.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (claim < 0)
+        return errno == EEXIST ? Placed::ThereAlready : Placed::Failed;
+    close(claim);
+    if (renameEntry(from, to))
+        return Placed::Yes;
+    const int error = errno;
+    unlink(place.constData());
+    errno = error;
+    return Placed::Failed;
+}
+
 bool moveFolder(const QString& from, const QString& to)
 {
     return renameEntry(from, to);

@@ -123,6 +123,19 @@ bool replaceFile(const QString& from, const QString& to)
         [&](DWORD error) { return isHeld(error, place); });
 }
 
+Placed placeFile(const QString& from, const QString& to)
+{
+    const std::wstring made = native(from), place = native(to);
+    const bool moved = repeat(
+        [&] { return MoveFileExW(made.c_str(), place.c_str(), MOVEFILE_WRITE_THROUGH) != 0; },
+        [](DWORD error) { return isHeld(error); });
+    if (moved)
+        return Placed::Yes;
+    const DWORD error = GetLastError();
+    return error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS ? Placed::ThereAlready
+                                                                       : Placed::Failed;
+}
+
 bool moveFolder(const QString& from, const QString& to)
 {
     const std::wstring made = native(from), place = native(to);
