@@ -25,7 +25,40 @@ protected:
     }
 };
 
+/// A file on a disk with a bad place.
+class BrokenFile : public QBuffer
+{
+protected:
+    qint64 readData(char* bytes, qint64 size) override
+    {
+        constexpr qint64 kBad = 1000;
+        return pos() >= kBad ? -1 : QBuffer::readData(bytes, std::min(size, kBad - pos()));
+    }
+};
+
 }  // namespace
+
+TEST(Zip, TakesNoFileForWholeThatIsNot)
+{
+    QBuffer buffer;
+    ASSERT_TRUE(buffer.open(QIODevice::ReadWrite));
+    ZipWriter writer(buffer, 0);
+    ASSERT_EQ(writer.open(), QString());
+    const auto add = [&writer](QIODevice& content, qint64 size) {
+        return writer.addFile(QStringLiteral("a"), QDateTime(), content, size,
+                              [](qint64) { return QString(); });
+    };
+    BrokenFile broken;
+    broken.setData(QByteArray(2000, 'x'));
+    ASSERT_TRUE(broken.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    EXPECT_NE(add(broken, 2000), QString());
+    for (const qint64 size : {1999, 2001}) {
+        QBuffer content;
+        content.setData(QByteArray(2000, 'x'));
+        ASSERT_TRUE(content.open(QIODevice::ReadOnly));
+        EXPECT_TRUE(add(content, size).contains(QStringLiteral("changed"))) << size;
+    }
+}
 
 TEST(Zip, HoldsMoreEntriesThanTheFirstFormat)
 {
