@@ -10,7 +10,10 @@ add_library(velm_files STATIC
     common/files/FileLock.cpp
     common/files/StagedFile.cpp
     common/files/StagingFolder.cpp
-    common/platform/FileSystem${VELM_SYSTEM}.cpp)
+    common/files/SystemFile.cpp
+    common/platform/FileCalls${VELM_SYSTEM}.cpp
+    common/platform/FileSystem${VELM_SYSTEM}.cpp
+    common/platform/SystemError${VELM_SYSTEM}.cpp)
 set_target_properties(velm_files PROPERTIES
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden

@@ -43,6 +43,7 @@ private:
     bool keepOld() const;
     bool place(QString& problem);
     bool claim(QString& problem);
+    bool sync(QString& problem) const;
 
     QString m_target;
     QString m_made;

@@ -1,5 +1,7 @@
 #include "common/files/StagingFolder.h"
 
+#include "common/platform/SystemError.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -68,10 +70,15 @@ bool StagingFolder::make(const QString& folder)
     m_path =
         folder + QStringLiteral("/.velm-") + QUuid::createUuid().toString(QUuid::Id128).left(8);
     auto lock = std::make_unique<FileLock>(m_path + lockSuffix());
-    if (!lock->lock(kOtherLookMs))
+    if (!lock->lock(kOtherLookMs)) {
+        m_error = lock->error();
         return false;
+    }
     m_lock = std::move(lock);
-    return QDir().mkdir(m_path);
+    if (platform::makePrivateFolder(m_path))
+        return true;
+    m_error = platform::lastError();
+    return false;
 }
 
 QString StagingFolder::path(const QString& relative) const

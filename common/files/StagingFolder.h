@@ -29,8 +29,10 @@ public:
     /// Removes those in @p folder whose process has ended, and such a process's commit lock.
     static void removeLeftOver(const QString& folder);
 
-    /// Makes it in @p folder. False if that cannot be done.
+    /// Makes it in @p folder, where nobody else may look into it. False if that cannot be done.
     bool make(const QString& folder);
+    /// Why not, as platform::lastError().
+    int error() const { return m_error; }
 
     /// A path in it. The folders that lead there exist then.
     QString path(const QString& relative) const;
@@ -41,6 +43,7 @@ public:
 private:
     QString m_path;
     std::unique_ptr<FileLock> m_lock;
+    int m_error = 0;
 };
 
 }  // namespace velm::detail

@@ -101,6 +101,12 @@ FileStamp fileStamp(const QString& file)
     return {info.size(), info.lastModified().toUTC()};
 }
 
+QString linkTarget(const QString& link)
+{
+    const QFileInfo file(link);
+    return file.isSymbolicLink() ? file.symLinkTarget() : QString();
+}
+
 bool canNameFile(const QString& name)
 {
     return name.size() <= 255;
@@ -144,6 +150,11 @@ bool moveFolder(const QString& from, const QString& to)
         [&](DWORD error) { return isFolderHeld(error, place); });
 }
 
+bool makePrivateFolder(const QString& folder)
+{
+    return CreateDirectoryW(native(folder).c_str(), nullptr) != 0;
+}
+
 bool removeFile(const QString& file)
 {
     const std::wstring path = native(file);
@@ -173,7 +184,9 @@ bool syncFile(const QString& file)
     if (!repeat(open, [](DWORD error) { return isHeld(error); }))
         return false;
     const bool synced = FlushFileBuffers(handle) != 0;
+    const DWORD error = GetLastError();
     CloseHandle(handle);
+    SetLastError(error);
     return synced;
 }
 
@@ -188,19 +201,28 @@ void copyAccess(const QString& from, const QString& to)
     Q_UNUSED(to);
 }
 
+void limitAccess(const QString& from, const QString& to)
+{
+    Q_UNUSED(from);
+    Q_UNUSED(to);
+}
+
 qintptr lockFile(const QString& file)
 {
     constexpr DWORD kPauseMs = 20;
+    DWORD error = 0;
     for (int attempt = 0; attempt < 2; ++attempt) {
         const HANDLE handle =
             CreateFileW(native(file).c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr,
                         OPEN_ALWAYS, FILE_ATTRIBUTE_HIDDEN, nullptr);
         if (handle != INVALID_HANDLE_VALUE)
             return reinterpret_cast<qintptr>(handle);
-        if (GetLastError() == ERROR_SHARING_VIOLATION)
+        error = GetLastError();
+        if (error == ERROR_SHARING_VIOLATION)
             return kBusyLock;
         Sleep(kPauseMs);  // one that is just being removed is refused too
     }
+    SetLastError(error);
     return kNoLock;
 }
 

@@ -2,11 +2,9 @@
 
 #include "cli/Arguments.h"
 #include "cli/Console.h"
-#include "cli/FileCause.h"
 
+#include "common/files/SystemFile.h"
 #include "common/platform/Terminal.h"
-
-#include <QFile>
 
 namespace {
 
@@ -15,9 +13,9 @@ constexpr int kKeyBytes = 8;
 QString readFile(const QString& path, QString& key)
 {
     constexpr qint64 kMost = 4096;
-    QFile file(path);
+    velm::detail::SystemFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return path + QStringLiteral(": ") + whyNotRead(path);
+        return path + QStringLiteral(": ") + file.errorString();
     QByteArray line = file.read(kMost);
     const int end = line.indexOf('\n');
     line.truncate(end < 0 ? line.size() : end);
