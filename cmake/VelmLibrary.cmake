@@ -29,6 +29,7 @@ add_library(velm_objects OBJECT
     archive/Extraction.cpp
     archive/ReadLimits.cpp
     archive/SourceTree.cpp
+    archive/StagedTree.cpp
     archive/ZipDevice.cpp
     archive/ZipReader.cpp
     archive/ZipTime.cpp
@@ -50,6 +51,9 @@ add_library(velm_objects OBJECT
     common/json/Json.cpp
     common/json/JsonBinding.cpp
     common/json/JsonMerge.cpp
+    common/platform/FolderContent${VELM_SYSTEM}.cpp
+    common/platform/FolderHandle${VELM_SYSTEM}.cpp
+    common/platform/NewFile${VELM_SYSTEM}.cpp
     common/platform/Platform${VELM_SYSTEM}.cpp
     common/text/ChineseNumber.cpp
     common/text/CVelmString.cpp
