@@ -8,6 +8,8 @@
 
 #include "CVelmCompress.h"
 
+#include <QFileInfo>
+
 #include <limits>
 
 namespace {
@@ -21,14 +23,23 @@ int tellFailure(const CVelmCompress& zip)
     return ExitCannotOpen;
 }
 
+/// What does not go into an archive.
+QString whatIs(const QString& path)
+{
+    const QFileInfo file(path);
+    if (file.isDir())
+        return QStringLiteral("a link to a folder");
+    return file.isSymbolicLink() && !file.exists() ? QStringLiteral("a link that leads nowhere")
+                                                   : QStringLiteral("neither a file nor a folder");
+}
+
 int create(CVelmCompress& zip, const Arguments& args, const QStringList& names)
 {
     if (names.size() < 2)
         return args.usageError(QStringLiteral("give an archive and what to put into it"));
     const bool isMade = zip.compress(names.mid(1), names.first());
     for (const QString& path : zip.leftOut())
-        console::tell(QStringLiteral("left out: ") + path
-                      + QStringLiteral(" (a link to a folder, or neither file nor folder)"));
+        console::tell(QStringLiteral("left out: %1 (%2)").arg(path, whatIs(path)));
     return isMade ? ExitFine : tellFailure(zip);
 }
 
