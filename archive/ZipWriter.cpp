@@ -57,8 +57,10 @@ QString changed()
 
 ZipWriter::~ZipWriter()
 {
-    if (m_archive)
-        zipClose(m_archive, nullptr);
+    if (!m_archive)
+        return;
+    m_device.abandon();
+    zipClose(m_archive, nullptr);  // lets go of memory
 }
 
 QString ZipWriter::open()
@@ -185,6 +187,8 @@ bool ZipWriter::widenEnd()
 
 QString ZipWriter::failed() const
 {
+    if (m_device.isOutOfMemory())
+        return QStringLiteral("out of memory");
     return QStringLiteral("the archive cannot be written: ") + m_device.device().errorString();
 }
 
