@@ -12,7 +12,8 @@ QByteArray timeField(const QDateTime& modified);
 /// The time, in UTC, that the fields behind a name tell; invalid if they tell none.
 QDateTime timeOfFields(const QByteArray& fields);
 
-/// A local time in the form of MS-DOS, years 1980 to 2107 in steps of 2 seconds, and back.
+/// A local time in the form of MS-DOS, years 1980 to 2107 in steps of 2 seconds, and back. One
+/// beyond these becomes the nearest, an invalid one the first.
 quint32 dosTime(const QDateTime& modified);
 QDateTime timeOfDos(quint32 dos);
 
