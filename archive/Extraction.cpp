@@ -8,6 +8,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <new>
 
 namespace velm::detail {
 
@@ -40,10 +41,14 @@ Extraction::Extraction(ZipReader& archive, const CompressSettings& settings, con
 
 Extraction::~Extraction()
 {
-    m_content.close();  // on Windows, what is held is not removed
-    m_staging.reset();
-    for (int i = m_madeFolders.size() - 1; !m_isDone && i >= 0; --i)
-        QDir().rmdir(m_madeFolders.at(i));
+    try {
+        m_content.close();  // on Windows, what is held is not removed
+        m_staging.reset();
+        for (int i = m_madeFolders.size() - 1; !m_isDone && i >= 0; --i)
+            QDir().rmdir(m_madeFolders.at(i));
+    } catch (const std::bad_alloc&) {  // an empty folder stays
+        return;
+    }
 }
 
 QString Extraction::choose(const QVector<ZipEntry>& entries, const QStringList& names)
