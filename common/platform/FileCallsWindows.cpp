@@ -15,7 +15,8 @@ namespace velm::detail::platform {
 
 namespace {
 
-constexpr qint64 kMostAtOnce = 1 << 24;  // bytes; a share on the net takes no 2 GiB
+constexpr DWORD kErrorDirectoryNotSupported = 336;  // the headers of MinGW lack it
+constexpr qint64 kMostAtOnce = 1 << 24;             // bytes; a share on the net takes no 2 GiB
 
 HANDLE handleOf(int file)
 {
@@ -45,9 +46,8 @@ int openFile(const QString& path, OpenFor purpose)
     const HANDLE handle = openHandle(native, purpose);
     if (handle == INVALID_HANDLE_VALUE) {
         const DWORD error = GetLastError();  // a folder is answered as what may not be opened
-        SetLastError(error == ERROR_ACCESS_DENIED && isFolder(native)
-                         ? DWORD(ERROR_DIRECTORY_NOT_SUPPORTED)
-                         : error);
+        SetLastError(error == ERROR_ACCESS_DENIED && isFolder(native) ? kErrorDirectoryNotSupported
+                                                                      : error);
         return kNoFile;
     }
     const int flags = _O_BINARY | _O_NOINHERIT | (purpose == OpenFor::Reading ? _O_RDONLY : 0);

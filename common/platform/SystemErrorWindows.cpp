@@ -12,6 +12,10 @@ struct Meaning
     const char* text;
 };
 
+// The headers of MinGW lack these.
+constexpr DWORD kErrorDirectoryNotSupported = 336;
+constexpr DWORD kErrorDiskQuotaExceeded = 1295;
+
 constexpr Meaning kMeanings[] = {
     {ERROR_FILE_NOT_FOUND, "there is no such file or folder"},
     {ERROR_PATH_NOT_FOUND, "there is no such file or folder"},
@@ -20,14 +24,14 @@ constexpr Meaning kMeanings[] = {
     {ERROR_BAD_NET_NAME, "there is no such file or folder"},
     {ERROR_INVALID_NAME, "no file can have that name"},
     {ERROR_BAD_PATHNAME, "no file can have that name"},
-    {ERROR_DIRECTORY_NOT_SUPPORTED, "it is a folder"},
+    {kErrorDirectoryNotSupported, "it is a folder"},
     {ERROR_ACCESS_DENIED, "access denied"},
     {ERROR_WRITE_PROTECT, "it is read-only"},
     {ERROR_FILE_EXISTS, "it is there already"},
     {ERROR_ALREADY_EXISTS, "it is there already"},
     {ERROR_DISK_FULL, "no space left on the disk"},
     {ERROR_HANDLE_DISK_FULL, "no space left on the disk"},
-    {ERROR_DISK_QUOTA_EXCEEDED, "no space left on the disk for this user"},
+    {kErrorDiskQuotaExceeded, "no space left on the disk for this user"},
     {ERROR_FILE_TOO_LARGE, "too large for this disk or the limit of the process"},
     {ERROR_TOO_MANY_OPEN_FILES, "too many open files"},
     {ERROR_SHARING_VIOLATION, "in use by another program"},

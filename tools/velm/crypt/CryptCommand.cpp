@@ -6,9 +6,13 @@
 #include "crypt/KeySource.h"
 
 #include "common/files/SystemFile.h"
+#include "common/platform/Interrupt.h"
 #include "CVelmCyptionDES2.h"
 
 #include <QFileInfo>
+
+using velm::detail::platform::interruptExitCode;
+using velm::detail::platform::noteInterrupts;
 
 namespace {
 
@@ -93,7 +97,7 @@ QString convert(const Task& task, const QString& key, bool overwrites)
     ProgressBar bar;
     const auto progress = [&](qint64 done, qint64 total) {
         bar.show(task.in, done, total);
-        return true;
+        return interruptExitCode() == 0;
     };
     return cipher.convertFile(task.encrypts, task.in, task.out, progress, overwrites);
 }
@@ -145,11 +149,12 @@ int commands::crypt(const QStringList& arguments)
     problem = keysource::read(args, task.encrypts, key);
     if (!problem.isEmpty())
         return fail(problem);
+    noteInterrupts();
     problem = convert(task, key, isForced);
     key.fill(QLatin1Char('\0'));
     if (!problem.isEmpty()) {
         console::tell(problem);
-        return ExitCannotOpen;
+        return interruptExitCode() != 0 ? interruptExitCode() : ExitCannotOpen;
     }
     console::tell(QStringLiteral("written: ") + task.out);
     return ExitFine;

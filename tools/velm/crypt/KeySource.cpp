@@ -6,6 +6,8 @@
 #include "common/files/SystemFile.h"
 #include "common/platform/Terminal.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kKeyBytes = 8;
@@ -35,6 +37,8 @@ QString ask(bool isNew, QString& key)
         return QStringLiteral("no key was given");
     if (again != key)
         return QStringLiteral("these are two keys");
+    if (std::any_of(key.cbegin(), key.cend(), [](QChar character) { return character < u' '; }))
+        return QStringLiteral("the key holds a control character, of an arrow key say");
     return key.isEmpty() ? QStringLiteral("the key is empty") : QString();
 }
 

@@ -6,21 +6,25 @@
 #include "cli/ProgressBar.h"
 #include "cli/TextTable.h"
 
+#include "common/platform/Interrupt.h"
 #include "CVelmCompress.h"
 
 #include <QFileInfo>
 
 #include <limits>
 
+using velm::detail::platform::interruptExitCode;
+using velm::detail::platform::noteInterrupts;
+
 namespace {
 
 constexpr char kTimeFormat[] = "yyyy-MM-dd HH:mm:ss";
 
-/// @return ExitCannotOpen
+/// @return the exit code
 int tellFailure(const CVelmCompress& zip)
 {
     console::tell(zip.errorText());
-    return ExitCannotOpen;
+    return interruptExitCode() != 0 ? interruptExitCode() : ExitCannotOpen;
 }
 
 /// What does not go into an archive.
@@ -194,7 +198,8 @@ int commands::zip(const QStringList& arguments)
     ProgressBar bar;
     zip.setProgress([&bar](const QString& entry, qint64 done, qint64 total) {
         bar.show(entry, done, total);
-        return true;
+        return interruptExitCode() == 0;
     });
+    noteInterrupts();
     return operation(zip, args, args.positional().mid(1));
 }
