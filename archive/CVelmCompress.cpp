@@ -108,6 +108,8 @@ QString readContent(OpenArchive& archive, const ZipEntry& entry, ReadLimits& lim
     if (problem.isEmpty() && entry.size > kMost)
         problem = QStringLiteral("it is too large to be read into memory");
     if (problem.isEmpty())
+        problem = limits.take(entry, 0);
+    if (problem.isEmpty())
         problem = archive.reader.read(entry, [&](const char* bytes, int size) {
             if (size > kMost - content.size())
                 return QStringLiteral("it is too large to be read into memory");

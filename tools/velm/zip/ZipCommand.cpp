@@ -175,8 +175,9 @@ int commands::zip(const QStringList& arguments)
     Arguments args(
         QStringLiteral("zip"),
         QStringLiteral("[options] create|list|extract|test ARCHIVE [NAME...]"),
-        QStringLiteral("Makes, lists, extracts and tests zip archives. An archive, and what is\n"
-                       "extracted, is there as a whole or not at all."),
+        QStringLiteral("Makes, lists, extracts and tests zip archives. An archive is there as a\n"
+                       "whole or not at all; files are put into their places when all of them\n"
+                       "have been extracted."),
         {QStringLiteral("velm zip create drawings.zip drawings"),
          QStringLiteral("velm zip list drawings.zip"),
          QStringLiteral("velm zip extract drawings.zip --into copy"),
