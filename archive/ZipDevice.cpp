@@ -16,6 +16,19 @@ ZipDevice& of(voidpf stream)
     return *static_cast<ZipDevice*>(stream);
 }
 
+/// Does something on behalf of minizip, which is no C++.
+/// @return @p failed if an exception ends it
+template<class Call, class Answer>
+Answer guarded(voidpf stream, Answer failed, const Call& call) noexcept
+{
+    try {
+        return call(of(stream));
+    } catch (...) {  // there is none but std::bad_alloc
+        of(stream).noteOutOfMemory();
+        return failed;
+    }
+}
+
 voidpf ZCALLBACK openDevice(voidpf opaque, const void*, int)
 {
     return opaque;
@@ -23,14 +36,18 @@ voidpf ZCALLBACK openDevice(voidpf opaque, const void*, int)
 
 uLong ZCALLBACK readDevice(voidpf, voidpf stream, void* bytes, uLong size)
 {
-    return static_cast<uLong>(
-        of(stream).read(static_cast<char*>(bytes), static_cast<qint64>(size)));
+    return guarded(stream, uLong(0), [&](ZipDevice& device) {
+        return static_cast<uLong>(
+            device.read(static_cast<char*>(bytes), static_cast<qint64>(size)));
+    });
 }
 
 uLong ZCALLBACK writeDevice(voidpf, voidpf stream, const void* bytes, uLong size)
 {
-    return static_cast<uLong>(
-        of(stream).write(static_cast<const char*>(bytes), static_cast<qint64>(size)));
+    return guarded(stream, uLong(0), [&](ZipDevice& device) {
+        return static_cast<uLong>(
+            device.write(static_cast<const char*>(bytes), static_cast<qint64>(size)));
+    });
 }
 
 ZPOS64_T ZCALLBACK tellDevice(voidpf, voidpf stream)
@@ -40,12 +57,14 @@ ZPOS64_T ZCALLBACK tellDevice(voidpf, voidpf stream)
 
 long ZCALLBACK seekDevice(voidpf, voidpf stream, ZPOS64_T offset, int origin)
 {
-    return of(stream).seek(static_cast<qint64>(offset), origin) ? 0 : -1;
+    return guarded(stream, -1L, [&](ZipDevice& device) {
+        return device.seek(static_cast<qint64>(offset), origin) ? 0L : -1L;
+    });
 }
 
 int ZCALLBACK leaveDevice(voidpf, voidpf stream)
 {
-    return of(stream).flush() ? 0 : -1;
+    return guarded(stream, -1, [](ZipDevice& device) { return device.flush() ? 0 : -1; });
 }
 
 int ZCALLBACK wasShort(voidpf, voidpf stream)
@@ -67,6 +86,19 @@ zlib_filefunc64_def ZipDevice::functions()
     functions.zerror_file = wasShort;
     functions.opaque = this;
     return functions;
+}
+
+void ZipDevice::abandon()
+{
+    m_isAbandoned = true;
+    m_isShort = true;
+    m_written = Part();
+}
+
+void ZipDevice::noteOutOfMemory()
+{
+    m_isOutOfMemory = true;
+    abandon();
 }
 
 bool ZipDevice::seek(qint64 offset, int origin)
@@ -108,8 +140,8 @@ const ZipDevice::Part& ZipDevice::partWith(qint64 place)
     std::swap(m_read[0], m_read[1]);
     if (m_read[0].holds(place))
         return m_read[0];
+    m_read[0].bytes.resize(kPart);  // first: it may throw
     m_read[0].at = place;
-    m_read[0].bytes.resize(kPart);
     const qint64 got = m_device.seek(place) ? m_device.read(m_read[0].bytes.data(), kPart) : 0;
     m_read[0].bytes.truncate(static_cast<int>(std::max<qint64>(0, got)));
     if (got <= 0)
@@ -119,6 +151,8 @@ const ZipDevice::Part& ZipDevice::partWith(qint64 place)
 
 qint64 ZipDevice::write(const char* bytes, qint64 size)
 {
+    if (m_isAbandoned)
+        return 0;
     const qint64 end = m_written.at + m_written.bytes.size();
     const bool touches = m_position >= m_written.at && m_position <= end;
     if ((!touches || m_written.bytes.size() >= kMostWritten) && !flush())
@@ -134,6 +168,8 @@ qint64 ZipDevice::write(const char* bytes, qint64 size)
 
 bool ZipDevice::flush()
 {
+    if (m_isAbandoned)
+        return false;
     const qint64 size = m_written.bytes.size();
     const bool isDone = size == 0
                         || (m_device.seek(m_written.at)

@@ -13,6 +13,7 @@ namespace velm::detail {
 /// Through which minizip reads or writes an open device. It reads numbers byte by byte, here and
 /// there by turns, and goes back to each entry that it has written: parts of the device are held in
 /// memory, so that the system is asked seldom. The device is not closed; it lives longer.
+/// No exception passes through minizip: want of memory counts as too few bytes, and is noted.
 class ZipDevice
 {
 public:
@@ -32,6 +33,14 @@ public:
     qint64 write(const char* bytes, qint64 size);
     /// Writes what is held in memory. False if it cannot.
     bool flush();
+
+    /// From now on nothing is written: the work is broken off.
+    void abandon();
+    bool isAbandoned() const { return m_isAbandoned; }
+
+    /// Whether memory ran out.
+    bool isOutOfMemory() const { return m_isOutOfMemory; }
+    void noteOutOfMemory();
 
     /// Whether fewer bytes were read or written than were asked for. minizip asks: it takes the end
     /// of a file in the middle of a number for a zero otherwise.
@@ -55,6 +64,8 @@ private:
     qint64 m_end = std::numeric_limits<qint64>::max();  // from which on nothing was there to read
     Part m_written;                                     // not yet on the device
     bool m_isShort = false;
+    bool m_isOutOfMemory = false;
+    bool m_isAbandoned = false;
 };
 
 }  // namespace velm::detail

@@ -48,12 +48,19 @@ QByteArray wideEndLocator(quint64 endAt)
     return bytes;
 }
 
+QString changed()
+{
+    return QStringLiteral("it changed while it was read");
+}
+
 }  // namespace
 
 ZipWriter::~ZipWriter()
 {
-    if (m_archive)
-        zipClose(m_archive, nullptr);
+    if (!m_archive)
+        return;
+    m_device.abandon();
+    zipClose(m_archive, nullptr);  // lets go of memory
 }
 
 QString ZipWriter::open()
@@ -70,7 +77,7 @@ QString ZipWriter::addFile(const QString& name, const QDateTime& modified, QIODe
 {
     QString problem = beginEntry(name, modified, false, size);
     if (problem.isEmpty())
-        problem = copy(content, progress);
+        problem = copy(content, static_cast<quint64>(size), progress);
     if (problem.isEmpty() && zipCloseFileInZipRaw64(m_archive, m_size, m_crc) != ZIP_OK)
         problem = failed();
     return problem;
@@ -102,40 +109,44 @@ QString ZipWriter::beginEntry(const QString& name, const QDateTime& modified, bo
     const QByteArray time = timeField(modified);
     const auto timeSize = static_cast<uInt>(time.size());
     const int method = isFolder || m_level == 0 ? 0 : Z_DEFLATED;
-    m_is64 = size > kMostWithout64;
     const int result = zipOpenNewFileInZip4_64(
         m_archive, bytes.constData(), &info, time.constData(), timeSize, time.constData(), timeSize,
         nullptr, method, m_level, isFolder ? 0 : 1, -MAX_WBITS, MAX_MEM_LEVEL - 1,
-        Z_DEFAULT_STRATEGY, nullptr, 0, kMadeByDos, kIsUtf8, m_is64 ? 1 : 0);
+        Z_DEFAULT_STRATEGY, nullptr, 0, kMadeByDos, kIsUtf8, size > kMostWithout64 ? 1 : 0);
     ++m_entries;
     return result == ZIP_OK ? QString() : failed();
 }
 
 /// Compresses a content, or hands it on as it is.
-QString ZipWriter::copy(QIODevice& content, const Progress& progress)
+QString ZipWriter::copy(QIODevice& content, quint64 size, const Progress& progress)
 {
     const auto toArchive = [this](const char* bytes, int size) { return put(bytes, size); };
     m_crc = crc32(0, nullptr, 0);
     m_size = 0;
-    qint64 got = m_part.size();
-    while (got == m_part.size()) {  // a file gives less at its end only
-        got = content.read(m_part.data(), m_part.size());
+    // Less than asked for is not the end: a disk answers what it has before the bad place.
+    for (;;) {
+        const qint64 got = content.read(m_part.data(), m_part.size());
         if (got < 0)
             return content.errorString();
-        const auto size = static_cast<int>(got);
-        m_crc = crc32(m_crc, reinterpret_cast<const Bytef*>(m_part.constData()),
-                      static_cast<uInt>(size));
-        m_size += static_cast<quint64>(size);
-        QString problem = m_deflater ? m_deflater->take(m_part.constData(), size, toArchive)
-                                     : put(m_part.constData(), size);
-        if (problem.isEmpty() && !m_is64 && m_size > static_cast<quint64>(kMostWithout64))
-            problem = QStringLiteral("it grew while it was read");
-        if (problem.isEmpty() && size > 0)
-            problem = progress(size);
+        if (got == 0)
+            break;
+        m_size += static_cast<quint64>(got);
+        QString problem =
+            m_size > size ? changed() : take(m_part.constData(), static_cast<int>(got), toArchive);
+        if (problem.isEmpty())
+            problem = progress(got);
         if (!problem.isEmpty())
             return problem;
     }
+    if (m_size != size)
+        return changed();
     return m_deflater ? m_deflater->end(toArchive) : QString();
+}
+
+QString ZipWriter::take(const char* bytes, int size, const Deflater::Sink& sink)
+{
+    m_crc = crc32(m_crc, reinterpret_cast<const Bytef*>(bytes), static_cast<uInt>(size));
+    return m_deflater ? m_deflater->take(bytes, size, sink) : sink(bytes, size);
 }
 
 QString ZipWriter::put(const char* bytes, int size)
@@ -176,6 +187,8 @@ bool ZipWriter::widenEnd()
 
 QString ZipWriter::failed() const
 {
+    if (m_device.isOutOfMemory())
+        return QStringLiteral("out of memory");
     return QStringLiteral("the archive cannot be written: ") + m_device.device().errorString();
 }
 

@@ -3,6 +3,9 @@
 
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QProcess>
+
+#include <csignal>
 
 namespace {
 
@@ -83,3 +86,31 @@ TEST_F(ArchiveTool, EncryptsFilesWithAKeyFromWhereItIsHidden)
     EXPECT_EQ(content(u"back"_s), "drawing");
     EXPECT_EQ(content(u"图.dwg.des"_s).size(), 8);
 }
+
+#ifndef Q_OS_WIN
+TEST_F(ArchiveTool, BreaksOffCleanlyWhenItIsToEnd)
+{
+    QFile large(path(u"large"_s));
+    ASSERT_TRUE(large.open(QIODevice::WriteOnly) && large.resize(qint64(1) << 29));
+    writeFile(u"key"_s, "12345678");
+    const QStringList commands[] = {
+        {u"crypt"_s, u"encrypt"_s, u"large"_s, u"--key-file"_s, u"key"_s, u"--force"_s},
+        {u"zip"_s, u"create"_s, u"large.zip"_s, u"large"_s}};
+    for (const QStringList& command : commands) {
+        QProcess process;
+        process.setWorkingDirectory(root());
+        process.start(program(), command);
+        const auto staged = [&] {
+            return QDir(root()).entryList({u".velm-*"_s}, QDir::AllEntries | QDir::Hidden);
+        };
+        while (staged().size() < 2 && !process.waitForFinished(10)) {
+        }
+        process.terminate();
+        ASSERT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(process.exitCode(), 128 + SIGTERM);
+        EXPECT_EQ(staged(), QStringList());
+    }
+    EXPECT_FALSE(QFile::exists(path(u"large.zip"_s)) || QFile::exists(path(u"large.des"_s)));
+}
+#endif
