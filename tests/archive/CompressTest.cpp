@@ -309,6 +309,20 @@ TEST_F(Compress, AsksForEachEntryWhetherToGoOn)
               (QStringList{u"a.zip"_s, u"config"_s, u"empty"_s}));
 }
 
+TEST_F(Compress, TakesNoFolderForEmptyThatCannotBeListed)
+{
+    writeFile(u"d/sub/file"_s, "x");
+    m_zip.setProgress([this](const QString& name, qint64, qint64) {
+        const QString folder = path(u"d/sub"_s);
+        if (name == u"d/sub"_s && QDir(folder).removeRecursively())
+            writeFile(name, "no folder any more");
+        return true;
+    });
+    EXPECT_FALSE(m_zip.compress({path(u"d"_s)}, path(u"a.zip"_s)));
+    EXPECT_TRUE(m_zip.errorText().contains(u"d/sub\": cannot be listed: "_s))
+        << m_zip.errorText().toStdString();
+}
+
 TEST_F(Compress, LeavesWhatComesMeanwhile)
 {
     makeFiles();

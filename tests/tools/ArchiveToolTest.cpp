@@ -39,6 +39,8 @@ TEST_F(ArchiveTool, MakesListsTestsAndExtractsArchives)
                  {{u"extract"_s, archive, u"no"_s, u"--into"_s, out}, 3, "no such entry"},
                  {{u"extract"_s, archive, u"--most-bytes=3"_s, u"--force"_s}, 3, "more than 3"},
                  {{u"test"_s, path(u"图/a.txt"_s)}, 3, "no zip archive"},
+                 {{u"test"_s, root()}, 3, "it is a folder"},
+                 {{u"create"_s, path(u"b.zip"_s), u""_s}, 3, "an empty name is given"},
                  {{u"create"_s, archive, u"--level=10"_s}, 2, "0 to 9"},
                  {{u"pack"_s}, 2, "not \"pack\""},
                  {{}, 2, "which of create"}};
