@@ -38,8 +38,8 @@ QDateTime timeOfFields(const QByteArray& fields, quint32 dos)
         return QDateTime();
     const auto seconds = fieldOf<qint32>(field, 1);
     const bool hasSign = timeOfDos(dos).date().year() < kFirstWithoutSign;
-    return QDateTime::fromSecsSinceEpoch(hasSign ? seconds : static_cast<quint32>(seconds),
-                                         Qt::UTC);
+    const qint64 since1970 = hasSign ? qint64(seconds) : qint64(static_cast<quint32>(seconds));
+    return QDateTime::fromSecsSinceEpoch(since1970, Qt::UTC);
 }
 
 quint32 dosTime(const QDateTime& modified)
