@@ -7,8 +7,9 @@
 #include "archive/ZipReader.h"
 #include "archive/ZipWriter.h"
 #include "common/files/StagedFile.h"
+#include "common/files/SystemFile.h"
+#include "common/platform/FolderContent.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -22,16 +23,28 @@ namespace {
 constexpr int kUsualLevel = 6;
 constexpr int kBestLevel = 9;
 
+/// Why a path is not opened: a pipe would be waited for.
+QString whyNoArchive(const QString& path)
+{
+    const platform::EntryKind kind = platform::lookAt(path).kind;
+    return kind == platform::EntryKind::Other
+               ? QStringLiteral("is no ordinary file, as an archive has to be")
+               : QString();
+}
+
 /// An archive that is open, and its entries.
 struct OpenArchive
 {
-    QFile file;
+    SystemFile file;
     ZipReader reader{file};
     QVector<ZipEntry> entries;
 
     /// @return what is wrong; empty if nothing is
     QString open(const QString& path)
     {
+        const QString unfit = whyNoArchive(path);
+        if (!unfit.isEmpty())
+            return aboutEntry(path, unfit);
         file.setFileName(path);
         if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
             return aboutEntry(path, file.errorString());
@@ -47,7 +60,7 @@ QString addSource(ZipWriter& archive, const Source& source, const ZipWriter::Pro
 {
     if (source.isFolder)
         return archive.addFolder(source.name, source.modified);
-    QFile file(source.path);
+    SystemFile file(source.path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return file.errorString();
     return archive.addFile(source.name, source.modified, file, source.size, progress);
@@ -59,7 +72,7 @@ QString writeArchive(const SourceTree& tree, const CompressSettings& settings, Q
     QString problem = archive.open();
     qint64 done = 0;
     for (const Source& source : tree.sources()) {
-        const auto progress = [&](qint64 bytes) {
+        const auto goOn = [&](qint64 bytes) {
             done += bytes;
             const bool goesOn =
                 !settings.progress || settings.progress(source.name, done, tree.size());
@@ -67,17 +80,20 @@ QString writeArchive(const SourceTree& tree, const CompressSettings& settings, Q
         };
         if (!problem.isEmpty())
             break;
-        problem = addSource(archive, source, progress);
+        problem = goOn(0);
+        if (problem.isEmpty())
+            problem = addSource(archive, source, goOn);
         if (!problem.isEmpty())
             problem = aboutEntry(source.path, problem);
     }
-    const QString closed = archive.close();
-    return problem.isEmpty() ? closed : problem;
+    return problem.isEmpty() ? archive.close() : problem;
 }
 
 QString testEntry(OpenArchive& archive, const ZipEntry& entry, ReadLimits& limits)
 {
     QString problem = limits.admit(entry);
+    if (problem.isEmpty())
+        problem = limits.take(entry, 0);  // asks whether to go on
     if (problem.isEmpty())
         problem = archive.reader.read(
             entry, [&](const char*, int size) { return limits.take(entry, size); });
@@ -91,6 +107,8 @@ QString readContent(OpenArchive& archive, const ZipEntry& entry, ReadLimits& lim
     QString problem = limits.admit(entry);
     if (problem.isEmpty() && entry.size > kMost)
         problem = QStringLiteral("it is too large to be read into memory");
+    if (problem.isEmpty())
+        problem = limits.take(entry, 0);
     if (problem.isEmpty())
         problem = archive.reader.read(entry, [&](const char* bytes, int size) {
             if (size > kMost - content.size())
@@ -161,9 +179,11 @@ bool CVelmCompress::compress(const QStringList& paths, const QString& archive)
     return run([&]() -> QString {
         if (paths.isEmpty())
             return QStringLiteral("nothing is given to be compressed");
+        if (archive.isEmpty())
+            return QStringLiteral("no name is given for the archive");
         if (!m_settings->overwrites && QFileInfo::exists(archive))
             return aboutEntry(archive, QStringLiteral("is there already"));
-        SourceTree tree(archive);
+        SourceTree tree(archive, *m_settings);
         for (const QString& path : paths) {
             QString problem = tree.add(path);
             if (!problem.isEmpty())
@@ -174,13 +194,17 @@ bool CVelmCompress::compress(const QStringList& paths, const QString& archive)
         QString problem = file.open();
         if (problem.isEmpty())
             problem = writeArchive(tree, *m_settings, file.file());
-        return problem.isEmpty() ? file.commit() : problem;
+        if (!problem.isEmpty())
+            return problem;
+        return file.commit(m_settings->overwrites ? Replace::Yes : Replace::No);
     });
 }
 
 bool CVelmCompress::extract(const QString& archive, const QString& folder, const QStringList& names)
 {
     return run([&]() -> QString {
+        if (folder.isEmpty())
+            return QStringLiteral("no folder is given to extract into");
         OpenArchive from;
         QString problem = from.open(archive);
         if (!problem.isEmpty())

@@ -33,7 +33,7 @@ bool isDevice(const QString& part)
 bool hasForbiddenCharacter(const QString& part)
 {
     return std::any_of(part.begin(), part.end(), [](QChar ch) {
-        return ch.unicode() < 0x20 || QStringLiteral("<>:\"|?*").contains(ch);
+        return ch.unicode() < 0x20 || QStringLiteral("<>:\"|?*\\").contains(ch);
     });
 }
 

@@ -1,13 +1,14 @@
 #include "archive/Extraction.h"
 
 #include "archive/EntryName.h"
-#include "common/platform/FileSystem.h"
+#include "common/platform/FolderHandle.h"
+#include "common/platform/SystemError.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <new>
 
 namespace velm::detail {
 
@@ -28,11 +29,6 @@ QString folderOf(const QString& name)
     return name.left(std::max(0, name.lastIndexOf(QLatin1Char('/'))));
 }
 
-QString isThere(const QString& path)
-{
-    return aboutEntry(path, QStringLiteral("is there already"));
-}
-
 }  // namespace
 
 Extraction::Extraction(ZipReader& archive, const CompressSettings& settings, const QString& folder)
@@ -45,9 +41,14 @@ Extraction::Extraction(ZipReader& archive, const CompressSettings& settings, con
 
 Extraction::~Extraction()
 {
-    m_staging.reset();
-    for (int i = m_madeFolders.size() - 1; !m_isDone && i >= 0; --i)
-        QDir().rmdir(m_madeFolders.at(i));
+    try {
+        m_content.close();  // on Windows, what is held is not removed
+        m_staging.reset();
+        for (int i = m_madeFolders.size() - 1; !m_isDone && i >= 0; --i)
+            QDir().rmdir(m_madeFolders.at(i));
+    } catch (const std::bad_alloc&) {  // an empty folder stays
+        return;
+    }
 }
 
 QString Extraction::choose(const QVector<ZipEntry>& entries, const QStringList& names)
@@ -114,9 +115,12 @@ QString Extraction::addFolder(const QString& folder)
     const QString key = entryNameKey(folder);
     if (m_files.contains(key))
         return QStringLiteral("a file of the archive has the name of its folder");
-    if (m_folders.contains(key))
-        return QString();
-    m_folders.insert(key);
+    const auto known = m_folders.constFind(key);
+    if (known != m_folders.constEnd())
+        return *known == folder
+                   ? QString()
+                   : QStringLiteral("another entry spells its folder \"%1\"").arg(*known);
+    m_folders.insert(key, folder);
     if (!mayBeThere(folder))
         return QString();
     const QFileInfo place(m_folder + QLatin1Char('/') + folder);
@@ -149,6 +153,8 @@ QString Extraction::placeProblem(const QString& name) const
 QString Extraction::extract()
 {
     QString problem = makeFolder();
+    if (problem.isEmpty())
+        problem = makeStaging();
     for (const ZipEntry& entry : qAsConst(m_chosen)) {
         if (!problem.isEmpty())
             return problem;
@@ -157,94 +163,75 @@ QString Extraction::extract()
             problem = aboutEntry(entry.name, problem);
     }
     if (problem.isEmpty())
-        problem = moveAll(m_content, m_folder);
+        problem = m_content.moveInto(m_folder, m_settings.overwrites);
     m_isDone = problem.isEmpty();
     return problem;
 }
 
-/// Makes the folder to extract into, if it is not there, and one within it for what is not
-/// finished.
+/// Makes the folder to extract into, if it is not there.
 QString Extraction::makeFolder()
 {
     QStringList missing;
-    QString folder = m_folder;
-    for (; !QFileInfo::exists(folder); folder = QFileInfo(folder).path())
+    for (QString folder = m_folder; !QFileInfo::exists(folder);) {
         missing.prepend(folder);
+        const QString parent = QFileInfo(folder).path();
+        if (parent == folder)
+            return aboutEntry(m_folder, QStringLiteral("there is no such drive or folder"));
+        folder = parent;
+    }
     for (const QString& path : qAsConst(missing)) {
-        if (!QDir().mkdir(path) && !QFileInfo(path).isDir())
-            return aboutEntry(path, QStringLiteral("the folder cannot be made"));
+        const int error = platform::makeFolder(path);
+        if (error != 0 && !QFileInfo(path).isDir())
+            return aboutEntry(path, QStringLiteral("the folder cannot be made: ")
+                                        + platform::errorText(error));
         m_madeFolders.append(path);
     }
-    if (!QFileInfo(m_folder).isDir())
-        return aboutEntry(m_folder, QStringLiteral("is no folder"));
+    return QFileInfo(m_folder).isDir() ? QString()
+                                       : aboutEntry(m_folder, QStringLiteral("is no folder"));
+}
+
+/// Makes the folder within it for what is not finished.
+QString Extraction::makeStaging()
+{
     StagingFolder::removeLeftOver(m_folder);
     m_staging = std::make_unique<StagingFolder>();
     if (!m_staging->make(m_folder))
-        return aboutEntry(m_folder, QStringLiteral("no file can be made there"));
-    m_content = m_staging->path(QStringLiteral("content"));
-    return QDir().mkdir(m_content) ? QString()
-                                   : aboutEntry(m_content, QStringLiteral("cannot be made"));
+        return aboutEntry(m_folder, QStringLiteral("no file can be made there: ")
+                                        + platform::errorText(m_staging->error()));
+    const QString content = m_staging->path(QStringLiteral("content"));
+    const int error = platform::makeFolder(content);
+    if (error != 0)
+        return aboutEntry(m_folder, QStringLiteral("no folder can be made there: ")
+                                        + platform::errorText(error));
+    return m_content.open(content);
 }
 
 QString Extraction::make(const ZipEntry& entry)
 {
-    const QString path = m_content + QLatin1Char('/') + entry.name;
-    const QString folder = entry.isFolder ? path : QFileInfo(path).path();
-    if (folder != m_lastFolder && !QDir().mkpath(folder))
-        return QStringLiteral("its folder cannot be made");
-    m_lastFolder = folder;
-    return entry.isFolder ? QString() : makeFile(entry, path);
+    QString problem = m_limits.take(entry, 0);  // asks whether to go on
+    if (!problem.isEmpty())
+        return problem;
+    return entry.isFolder ? m_content.addFolder(entry.name, entry.modified) : makeFile(entry);
 }
 
-QString Extraction::makeFile(const ZipEntry& entry, const QString& path)
+QString Extraction::makeFile(const ZipEntry& entry)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
-        return QStringLiteral("it cannot be made: ") + file.errorString();
-    const auto write = [&](const char* bytes, int size) {
-        QString problem = m_limits.take(entry, size);
-        if (!problem.isEmpty() || file.write(bytes, size) == size)
-            return problem;
-        return QStringLiteral("it cannot be written: ") + file.errorString();
+    const auto unwritten = [](int error) {
+        return error == 0 ? QString()
+                          : QStringLiteral("it cannot be written: ") + platform::errorText(error);
     };
-    QString problem = m_archive.read(entry, write);
+    platform::NewFile file;
+    QString problem = m_content.addFile(entry.name, file);
+    if (!problem.isEmpty())
+        return problem;
+    problem = m_archive.read(entry, [&](const char* bytes, int size) {
+        QString refused = m_limits.take(entry, size);
+        return refused.isEmpty() ? unwritten(file.write(bytes, size)) : refused;
+    });
     if (problem.isEmpty() && entry.modified.isValid())
-        file.setFileTime(entry.modified, QFileDevice::FileModificationTime);
-    return problem;
-}
-
-/// Moves what is in a folder into another, where folders of that name may be.
-QString Extraction::moveAll(const QString& from, const QString& to)
-{
-    const QStringList names = QDir(from).entryList(
-        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Unsorted);
-    for (const QString& name : names) {
-        QString problem = moveEntry(from + QLatin1Char('/') + name, to + QLatin1Char('/') + name);
-        if (!problem.isEmpty())
-            return problem;
-    }
-    return QString();
-}
-
-QString Extraction::moveEntry(const QString& from, const QString& to)
-{
-    const QFileInfo place(to);
-    const bool isLink = place.isSymLink();
-    if (QFileInfo(from).isDir()) {
-        if (place.isDir() && !isLink)
-            return moveAll(from, to);
-        if (place.exists() || isLink)
-            return isThere(to);
-        return platform::moveFolder(from, to) ? QString()
-                                              : aboutEntry(to, QStringLiteral("cannot be made"));
-    }
-    if ((place.exists() || isLink) && !m_settings.overwrites)
-        return isThere(to);
-    if (place.isDir() && !isLink)
-        return isThere(to);
-    return platform::replaceFile(from, to)
-               ? QString()
-               : aboutEntry(to, QStringLiteral("cannot be put into its place; is it in use?"));
+        file.setTime(entry.modified);
+    const int error = file.close();
+    return problem.isEmpty() ? unwritten(error) : problem;
 }
 
 }  // namespace velm::detail

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "archive/ReadLimits.h"
+#include "archive/StagedTree.h"
 #include "common/files/StagingFolder.h"
 
+#include <QHash>
 #include <QSet>
 
 #include <memory>
@@ -10,7 +12,9 @@
 namespace velm::detail {
 
 /// Extracts entries into a folder: looks at all of them first, makes the files in a folder of its
-/// own within it, and moves them into their places when all are there.
+/// own within it, and moves them into their places when all are there. They are not waited for
+/// until they have reached the disk, as StagedFile does it: for many small files that takes many
+/// times longer than to extract them, and the archive is still there.
 class Extraction
 {
 public:
@@ -33,25 +37,23 @@ private:
     QString placeProblem(const QString& name) const;
 
     QString makeFolder();
+    QString makeStaging();
     QString make(const ZipEntry& entry);
-    QString makeFile(const ZipEntry& entry, const QString& path);
-    QString moveAll(const QString& from, const QString& to);
-    QString moveEntry(const QString& from, const QString& to);
+    QString makeFile(const ZipEntry& entry);
 
     ZipReader& m_archive;
     const CompressSettings& m_settings;
     ReadLimits m_limits;
     QString m_folder;
     QVector<ZipEntry> m_chosen;
-    QSet<QString> m_files;      // their names, in one spelling
-    QSet<QString> m_folders;    // the same
+    QSet<QString> m_files;              // their names, in one spelling
+    QHash<QString, QString> m_folders;  // as they are spelled, by their names in one spelling
     QSet<QString> m_there;      // those of them that are there, "" for the one to extract into
     QString m_lastAdded;        // folder
     QStringList m_madeFolders;  // in the order of making
-    QString m_content;          // where the files are made
-    QString m_lastFolder;       // that was made there
     bool m_isDone = false;
     std::unique_ptr<StagingFolder> m_staging;
+    StagedTree m_content;  // what is made there
 };
 
 }  // namespace velm::detail

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "archive/CompressSettings.h"
+#include "common/platform/FolderContent.h"
+
 #include <QDateTime>
-#include <QFileInfo>
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -20,12 +22,13 @@ struct Source
 };
 
 /// Finds the files and folders that paths stand for. A folder comes before what is in it, and that
-/// in the order of the names.
+/// in the order of the names. A folder that cannot be listed to its end is a failure, and so is a
+/// name that is none everywhere. Staging folders are none of the user's files.
 class SourceTree
 {
 public:
-    /// Leaves out the file @p except: the archive that is made.
-    explicit SourceTree(const QString& except);
+    /// Leaves out the file @p except: the archive that is made, under whatever name it is found.
+    SourceTree(const QString& except, const CompressSettings& settings);
 
     /// Adds a file, or a folder with all that is in it. @return what is wrong; empty if nothing is
     QString add(const QString& path);
@@ -33,14 +36,20 @@ public:
     const QVector<Source>& sources() const { return m_sources; }
     /// All bytes of all files.
     qint64 size() const { return m_size; }
-    /// Links to folders, and what is neither file nor folder.
+    /// Links to folders, links that lead nowhere, and what is neither file nor folder.
     const QStringList& leftOut() const { return m_leftOut; }
 
 private:
-    QString addEntry(const QFileInfo& entry, const QString& name);
+    QString addEntry(const QString& path, const QString& name);
+    QString addFound(const QString& path, const QString& name, const platform::EntryState& found);
     QString addFolders();
+    QString listFolder(const Source& folder, QStringList& names) const;
+    QString nameProblem(const QString& path, const QString& name);
+    bool isExcept(const QString& path, platform::EntryKind kind) const;
 
-    QFileInfo m_except;
+    const CompressSettings& m_settings;
+    QString m_exceptName;
+    QByteArray m_except;  // its identity; empty if it is not there
     QVector<Source> m_sources;
     QVector<Source> m_open;  // folders that are still to be looked into, the next one last
     QSet<QString> m_names;

@@ -1,14 +1,11 @@
 #include "archive/ZipDevice.h"
 
 #include <algorithm>
-#include <cstring>
-#include <utility>
 
 namespace velm::detail {
 
 namespace {
 
-constexpr int kPart = 1 << 16;         // bytes read at a time
 constexpr int kMostWritten = 1 << 20;  // bytes that are held before they are written
 
 ZipDevice& of(voidpf stream)
@@ -16,21 +13,36 @@ ZipDevice& of(voidpf stream)
     return *static_cast<ZipDevice*>(stream);
 }
 
+/// Does something on behalf of minizip, which is no C++.
+/// @return @p failed if an exception ends it
+template<class Call, class Answer>
+Answer guarded(voidpf stream, Answer failed, const Call& call) noexcept
+{
+    try {
+        return call(of(stream));
+    } catch (...) {  // there is none but std::bad_alloc
+        of(stream).noteOutOfMemory();
+        return failed;
+    }
+}
+
 voidpf ZCALLBACK openDevice(voidpf opaque, const void*, int)
 {
     return opaque;
 }
 
-uLong ZCALLBACK readDevice(voidpf, voidpf stream, void* bytes, uLong size)
+/// What is made anew is not read.
+uLong ZCALLBACK readNothing(voidpf, voidpf, void*, uLong)
 {
-    return static_cast<uLong>(
-        of(stream).read(static_cast<char*>(bytes), static_cast<qint64>(size)));
+    return 0;
 }
 
 uLong ZCALLBACK writeDevice(voidpf, voidpf stream, const void* bytes, uLong size)
 {
-    return static_cast<uLong>(
-        of(stream).write(static_cast<const char*>(bytes), static_cast<qint64>(size)));
+    return guarded(stream, uLong(0), [&](ZipDevice& device) {
+        return static_cast<uLong>(
+            device.write(static_cast<const char*>(bytes), static_cast<qint64>(size)));
+    });
 }
 
 ZPOS64_T ZCALLBACK tellDevice(voidpf, voidpf stream)
@@ -40,12 +52,14 @@ ZPOS64_T ZCALLBACK tellDevice(voidpf, voidpf stream)
 
 long ZCALLBACK seekDevice(voidpf, voidpf stream, ZPOS64_T offset, int origin)
 {
-    return of(stream).seek(static_cast<qint64>(offset), origin) ? 0 : -1;
+    return guarded(stream, -1L, [&](ZipDevice& device) {
+        return device.seek(static_cast<qint64>(offset), origin) ? 0L : -1L;
+    });
 }
 
 int ZCALLBACK leaveDevice(voidpf, voidpf stream)
 {
-    return of(stream).flush() ? 0 : -1;
+    return guarded(stream, -1, [](ZipDevice& device) { return device.flush() ? 0 : -1; });
 }
 
 int ZCALLBACK wasShort(voidpf, voidpf stream)
@@ -59,7 +73,7 @@ zlib_filefunc64_def ZipDevice::functions()
 {
     zlib_filefunc64_def functions{};
     functions.zopen64_file = openDevice;
-    functions.zread_file = readDevice;
+    functions.zread_file = readNothing;
     functions.zwrite_file = writeDevice;
     functions.ztell64_file = tellDevice;
     functions.zseek64_file = seekDevice;
@@ -69,77 +83,59 @@ zlib_filefunc64_def ZipDevice::functions()
     return functions;
 }
 
+void ZipDevice::abandon()
+{
+    m_isAbandoned = true;
+    m_isShort = true;
+    m_written.clear();
+}
+
+void ZipDevice::noteOutOfMemory()
+{
+    m_isOutOfMemory = true;
+    abandon();
+}
+
 bool ZipDevice::seek(qint64 offset, int origin)
 {
     qint64 base = 0;
     if (origin == ZLIB_FILEFUNC_SEEK_CUR)
         base = m_position;
     else if (origin == ZLIB_FILEFUNC_SEEK_END)
-        base = std::max(m_device.size(), m_written.at + m_written.bytes.size());
-    constexpr qint64 kFarthest = 1LL << 62;  // an archive may claim any place
-    if (offset < -base || offset > kFarthest - base)
+        base = std::max(m_device.size(), m_writtenAt + m_written.size());
+    if (offset < -base)
         return false;
     m_position = base + offset;
     return true;
 }
 
-qint64 ZipDevice::read(char* bytes, qint64 size)
-{
-    qint64 done = 0;
-    while (done < size && m_position < m_end) {
-        const Part& part = partWith(m_position);
-        if (!part.holds(m_position))
-            break;
-        const qint64 offset = m_position - part.at;
-        const qint64 count = std::min(size - done, part.bytes.size() - offset);
-        std::memcpy(bytes + done, part.bytes.constData() + offset, static_cast<size_t>(count));
-        done += count;
-        m_position += count;
-    }
-    m_isShort = m_isShort || done != size;
-    return done;
-}
-
-/// The part that holds a place; one that does not if there is nothing at that place.
-const ZipDevice::Part& ZipDevice::partWith(qint64 place)
-{
-    if (m_read[0].holds(place))
-        return m_read[0];
-    std::swap(m_read[0], m_read[1]);
-    if (m_read[0].holds(place))
-        return m_read[0];
-    m_read[0].at = place;
-    m_read[0].bytes.resize(kPart);
-    const qint64 got = m_device.seek(place) ? m_device.read(m_read[0].bytes.data(), kPart) : 0;
-    m_read[0].bytes.truncate(static_cast<int>(std::max<qint64>(0, got)));
-    if (got <= 0)
-        m_end = place;
-    return m_read[0];
-}
-
 qint64 ZipDevice::write(const char* bytes, qint64 size)
 {
-    const qint64 end = m_written.at + m_written.bytes.size();
-    const bool touches = m_position >= m_written.at && m_position <= end;
-    if ((!touches || m_written.bytes.size() >= kMostWritten) && !flush())
+    if (m_isAbandoned)
         return 0;
-    if (m_written.bytes.isEmpty())
-        m_written.at = m_position;
-    const auto offset = static_cast<int>(m_position - m_written.at);
+    const qint64 end = m_writtenAt + m_written.size();
+    const bool touches = m_position >= m_writtenAt && m_position <= end;
+    if ((!touches || m_written.size() >= kMostWritten) && !flush())
+        return 0;
+    if (m_written.isEmpty())
+        m_writtenAt = m_position;
+    const auto offset = static_cast<int>(m_position - m_writtenAt);
     const auto count = static_cast<int>(size);
-    m_written.bytes.replace(offset, count, bytes, count);
+    m_written.replace(offset, count, bytes, count);
     m_position += size;
     return size;
 }
 
 bool ZipDevice::flush()
 {
-    const qint64 size = m_written.bytes.size();
-    const bool isDone = size == 0
-                        || (m_device.seek(m_written.at)
-                            && m_device.write(m_written.bytes.constData(), size) == size);
+    if (m_isAbandoned)
+        return false;
+    const qint64 size = m_written.size();
+    const bool isDone =
+        size == 0
+        || (m_device.seek(m_writtenAt) && m_device.write(m_written.constData(), size) == size);
     m_isShort = m_isShort || !isDone;
-    m_written.bytes.resize(0);
+    m_written.resize(0);
     return isDone;
 }
 

@@ -19,7 +19,8 @@ constexpr char kHasModified = 1;
 QByteArray timeField(const QDateTime& modified)
 {
     const qint64 seconds = modified.toSecsSinceEpoch();
-    if (!modified.isValid() || seconds < 0 || seconds > std::numeric_limits<qint32>::max())
+    using Limits = std::numeric_limits<qint32>;
+    if (!modified.isValid() || seconds < Limits::min() || seconds > Limits::max())
         return QByteArray();
     QByteArray field(9, '\0');
     qToLittleEndian<quint16>(kTimeField, field.data());
@@ -37,8 +38,8 @@ QDateTime timeOfFields(const QByteArray& fields, quint32 dos)
         return QDateTime();
     const auto seconds = fieldOf<qint32>(field, 1);
     const bool hasSign = timeOfDos(dos).date().year() < kFirstWithoutSign;
-    return QDateTime::fromSecsSinceEpoch(hasSign ? seconds : static_cast<quint32>(seconds),
-                                         Qt::UTC);
+    const qint64 since1970 = hasSign ? qint64(seconds) : qint64(static_cast<quint32>(seconds));
+    return QDateTime::fromSecsSinceEpoch(since1970, Qt::UTC);
 }
 
 quint32 dosTime(const QDateTime& modified)
@@ -46,11 +47,14 @@ quint32 dosTime(const QDateTime& modified)
     constexpr int kFirstYear = 1980;
     constexpr int kLastYear = 2107;
     constexpr quint32 kFirst = 1U << 21 | 1U << 16;
+    constexpr quint32 kLast = 0xFF9FBF7D;  // 2107-12-31 23:59:58
     const QDateTime clock = platform::clockTime(modified);
     const QDate date = clock.date();
     const QTime time = clock.time();
-    if (!clock.isValid() || date.year() < kFirstYear || date.year() > kLastYear)
+    if (!clock.isValid() || date.year() < kFirstYear)
         return kFirst;
+    if (date.year() > kLastYear)
+        return kLast;
     const int day = (date.year() - kFirstYear) << 9 | date.month() << 5 | date.day();
     const int second = time.hour() << 11 | time.minute() << 5 | time.second() / 2;
     return static_cast<quint32>(day) << 16 | static_cast<quint32>(second);

@@ -13,7 +13,8 @@ QByteArray timeField(const QDateTime& modified);
 /// have a sign until 2037; which years are meant, @p dos tells, the other form of the time.
 QDateTime timeOfFields(const QByteArray& fields, quint32 dos);
 
-/// A local time in the form of MS-DOS, years 1980 to 2107 in steps of 2 seconds, and back.
+/// A local time in the form of MS-DOS, years 1980 to 2107 in steps of 2 seconds, and back. One
+/// beyond these becomes the nearest, an invalid one the first.
 quint32 dosTime(const QDateTime& modified);
 QDateTime timeOfDos(quint32 dos);
 

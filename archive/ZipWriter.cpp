@@ -50,6 +50,11 @@ QByteArray wideEndLocator(quint64 endAt)
     return bytes;
 }
 
+QString changed()
+{
+    return QStringLiteral("it changed while it was read");
+}
+
 }  // namespace
 
 /// What stands before the content of an entry.
@@ -60,12 +65,15 @@ struct ZipWriter::Opening
     int method = 0;
     bool isRaw = false;  // what is put is compressed already
     uLong flags = 0;
+    bool isWide = false;  // of the 64-bit form
 };
 
 ZipWriter::~ZipWriter()
 {
-    if (m_archive)
-        zipClose(m_archive, nullptr);
+    if (!m_archive)
+        return;
+    m_device.abandon();
+    zipClose(m_archive, nullptr);  // lets go of memory
 }
 
 QString ZipWriter::open()
@@ -82,7 +90,7 @@ QString ZipWriter::addFile(const QString& name, const QDateTime& modified, QIODe
 {
     QString problem = beginEntry(name, modified, false, size);
     if (problem.isEmpty())
-        problem = copy(content, progress);
+        problem = copy(content, static_cast<quint64>(size), progress);
     if (problem.isEmpty() && zipCloseFileInZipRaw64(m_archive, m_size, m_crc) != ZIP_OK)
         problem = failed();
     return problem;
@@ -106,7 +114,7 @@ QString ZipWriter::addPacked(const QString& name, const ZipPacked& packed)
     const QByteArray bytes = name.toUtf8();
     // Other programs mark no name of ASCII.
     opening.flags = bytes.size() == name.size() ? 0 : kIsUtf8;
-    m_is64 = packed.size > kMostWithout64;
+    opening.isWide = packed.size > kMostWithout64;
     QString problem = open(bytes, opening);
     if (problem.isEmpty())
         problem = put(packed.bytes.constData(), packed.bytes.size());
@@ -129,7 +137,7 @@ QString ZipWriter::beginEntry(const QString& name, const QDateTime& modified, bo
     opening.method = isFolder || m_level == 0 ? 0 : Z_DEFLATED;
     opening.isRaw = !isFolder;
     opening.flags = kIsUtf8;
-    m_is64 = size > kMostWithout64;
+    opening.isWide = size > kMostWithout64;
     return open(name.toUtf8(), opening);
 }
 
@@ -144,36 +152,41 @@ QString ZipWriter::open(const QByteArray& name, const Opening& opening)
     const int result = zipOpenNewFileInZip4_64(
         m_archive, name.constData(), &opening.info, fields, fieldsSize, fields, fieldsSize, nullptr,
         opening.method, m_level, opening.isRaw ? 1 : 0, -MAX_WBITS, MAX_MEM_LEVEL - 1,
-        Z_DEFAULT_STRATEGY, nullptr, 0, kMadeByDos, opening.flags, m_is64 ? 1 : 0);
+        Z_DEFAULT_STRATEGY, nullptr, 0, kMadeByDos, opening.flags, opening.isWide ? 1 : 0);
     ++m_entries;
     return result == ZIP_OK ? QString() : failed();
 }
 
 /// Compresses a content, or hands it on as it is.
-QString ZipWriter::copy(QIODevice& content, const Progress& progress)
+QString ZipWriter::copy(QIODevice& content, quint64 size, const Progress& progress)
 {
     const auto toArchive = [this](const char* bytes, int size) { return put(bytes, size); };
     m_crc = crc32(0, nullptr, 0);
     m_size = 0;
-    qint64 got = m_part.size();
-    while (got == m_part.size()) {  // a file gives less at its end only
-        got = content.read(m_part.data(), m_part.size());
+    // Less than asked for is not the end: a disk answers what it has before the bad place.
+    for (;;) {
+        const qint64 got = content.read(m_part.data(), m_part.size());
         if (got < 0)
             return content.errorString();
-        const auto size = static_cast<int>(got);
-        m_crc = crc32(m_crc, reinterpret_cast<const Bytef*>(m_part.constData()),
-                      static_cast<uInt>(size));
-        m_size += static_cast<quint64>(size);
-        QString problem = m_deflater ? m_deflater->take(m_part.constData(), size, toArchive)
-                                     : put(m_part.constData(), size);
-        if (problem.isEmpty() && !m_is64 && m_size > static_cast<quint64>(kMostWithout64))
-            problem = QStringLiteral("it grew while it was read");
-        if (problem.isEmpty() && size > 0)
-            problem = progress(size);
+        if (got == 0)
+            break;
+        m_size += static_cast<quint64>(got);
+        QString problem =
+            m_size > size ? changed() : take(m_part.constData(), static_cast<int>(got), toArchive);
+        if (problem.isEmpty())
+            problem = progress(got);
         if (!problem.isEmpty())
             return problem;
     }
+    if (m_size != size)
+        return changed();
     return m_deflater ? m_deflater->end(toArchive) : QString();
+}
+
+QString ZipWriter::take(const char* bytes, int size, const Deflater::Sink& sink)
+{
+    m_crc = crc32(m_crc, reinterpret_cast<const Bytef*>(bytes), static_cast<uInt>(size));
+    return m_deflater ? m_deflater->take(bytes, size, sink) : sink(bytes, size);
 }
 
 QString ZipWriter::put(const char* bytes, int size)
@@ -214,6 +227,8 @@ bool ZipWriter::widenEnd()
 
 QString ZipWriter::failed() const
 {
+    if (m_device.isOutOfMemory())
+        return QStringLiteral("out of memory");
     return QStringLiteral("the archive cannot be written: ") + m_device.device().errorString();
 }
 

@@ -29,7 +29,8 @@ public:
     QString open();
     /// Told how many bytes more are written; what is wrong ends the writing.
     using Progress = std::function<QString(qint64 bytes)>;
-    /// Adds what a device holds, about @p size bytes.
+    /// Adds what a device holds. That it is @p size bytes was found before; another number tells
+    /// that it changed meanwhile, and fails.
     QString addFile(const QString& name, const QDateTime& modified, QIODevice& content, qint64 size,
                     const Progress& progress);
     /// Adds a folder; its name ends with "/".
@@ -44,7 +45,8 @@ private:
 
     QString open(const QByteArray& name, const Opening& opening);
     QString beginEntry(const QString& name, const QDateTime& modified, bool isFolder, qint64 size);
-    QString copy(QIODevice& content, const Progress& progress);
+    QString copy(QIODevice& content, quint64 size, const Progress& progress);
+    QString take(const char* bytes, int size, const Deflater::Sink& sink);
     QString put(const char* bytes, int size);
     bool widenEnd();
     QString failed() const;
@@ -57,7 +59,6 @@ private:
     int m_entries = 0;
     quint64 m_size = 0;  // of the content that is added
     uLong m_crc = 0;     // the same
-    bool m_is64 = false;
 };
 
 }  // namespace velm::detail

@@ -10,7 +10,10 @@ add_library(velm_files STATIC
     common/files/FileLock.cpp
     common/files/StagedFile.cpp
     common/files/StagingFolder.cpp
-    common/platform/FileSystem${VELM_SYSTEM}.cpp)
+    common/files/SystemFile.cpp
+    common/platform/FileCalls${VELM_SYSTEM}.cpp
+    common/platform/FileSystem${VELM_SYSTEM}.cpp
+    common/platform/SystemError${VELM_SYSTEM}.cpp)
 set_target_properties(velm_files PROPERTIES
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden
@@ -44,6 +47,7 @@ add_library(velm_objects OBJECT
     archive/Extraction.cpp
     archive/ReadLimits.cpp
     archive/SourceTree.cpp
+    archive/StagedTree.cpp
     calc/CVelmCalculate.cpp
     common/files/CVelmFilePath.cpp
     common/files/CVelmFindFile.cpp
@@ -61,6 +65,9 @@ add_library(velm_objects OBJECT
     common/json/Json.cpp
     common/json/JsonBinding.cpp
     common/json/JsonMerge.cpp
+    common/platform/FolderContent${VELM_SYSTEM}.cpp
+    common/platform/FolderHandle${VELM_SYSTEM}.cpp
+    common/platform/NewFile${VELM_SYSTEM}.cpp
     common/platform/Platform${VELM_SYSTEM}.cpp
     common/text/ChineseNumber.cpp
     common/text/CVelmString.cpp

@@ -112,10 +112,11 @@ void CVelmCyptionDES2::decryptFile(const QString& inPath, const QString& outPath
 }
 
 QString CVelmCyptionDES2::convertFile(bool encrypts, const QString& inPath, const QString& outPath,
-                                      const Progress& progress) const
+                                      const Progress& progress, bool overwrites) const
 {
     try {
-        return DesFile(*m_des, inPath, outPath, progress).convert(encrypts);
+        return DesFile(*m_des, inPath, outPath, progress)
+            .convert(encrypts, overwrites ? Replace::Yes : Replace::No);
     } catch (const std::bad_alloc&) {
         return QStringLiteral("out of memory");
     }

@@ -27,7 +27,7 @@ DesFile::DesFile(const Des& des, const QString& inPath, const QString& outPath,
     : m_des(des), m_outPath(outPath), m_progress(progress), m_in(inPath), m_out(outPath)
 {}
 
-QString DesFile::convert(bool encrypts)
+QString DesFile::convert(bool encrypts, Replace replace)
 {
     if (m_in.fileName().isEmpty() || m_outPath.isEmpty())
         return QStringLiteral("a file has no name");
@@ -36,11 +36,12 @@ QString DesFile::convert(bool encrypts)
     m_total = m_in.size();
     if (m_total == 0)
         return QStringLiteral("\"%1\" is empty").arg(m_in.fileName());
+    m_out.limitAccessTo(m_in.fileName());
     QString problem = m_out.open();
     if (problem.isEmpty())
         problem = encrypts ? encrypt() : decrypt();
     m_in.close();  // it may be the one to be replaced
-    return problem.isEmpty() ? m_out.commit() : problem;
+    return problem.isEmpty() ? m_out.commit(replace) : problem;
 }
 
 /// The blocks, and one more: of what is left, or of zeros where nothing is. A file of one block

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "common/files/StagedFile.h"
+#include "common/files/SystemFile.h"
 #include "crypto/Des.h"
 #include "CVelmCyptionDES2.h"
-
-#include <QFile>
 
 namespace velm::detail {
 
@@ -16,7 +15,7 @@ public:
             const CVelmCyptionDES2::Progress& progress);
 
     /// Puts the new file into its place. @return why it is not there; empty if it is
-    QString convert(bool encrypts);
+    QString convert(bool encrypts, Replace replace);
 
 private:
     QString encrypt();
@@ -27,7 +26,7 @@ private:
     const Des& m_des;
     QString m_outPath;
     const CVelmCyptionDES2::Progress& m_progress;
-    QFile m_in;
+    SystemFile m_in;
     StagedFile m_out;
     qint64 m_total = 0;
     qint64 m_done = 0;

@@ -32,8 +32,9 @@ struct VelmArchiveEntry
 /// 1,000,000 is the most. Memory depends on their number and names, not on sizes, but for
 /// readEntry().
 ///
-/// An operation is done whole or not at all: an archive and a file take their place when they are
-/// finished, and what is extracted when all of it is.
+/// An archive takes its place when it is finished and has reached the disk; what is extracted when
+/// all of it is there, file by file, without waiting for the disk: a power failure soon afterwards
+/// may take some of it, and the archive is still there.
 /// One operation at a time for each object; objects are independent of each other.
 class VELMCOMMON_EXPORT CVelmCompress
 {
@@ -42,8 +43,9 @@ public:
     virtual ~CVelmCompress();
     Q_DISABLE_COPY(CVelmCompress)
 
-    /// Called now and then with the entry that is worked at, the bytes that are done and those that
-    /// there are, all before compression; false breaks off.
+    /// Called at least once for each entry with its name, the bytes that are done and those that
+    /// there are, all before compression; false breaks off. While compress() looks for the files,
+    /// none are done, and there are those found so far.
     using Progress = std::function<bool(const QString& name, qint64 done, qint64 total)>;
     /// Tells @p progress from now on; none ends that.
     void setProgress(const Progress& progress);
@@ -64,19 +66,23 @@ public:
 
     /// Makes an archive of files and folders, with all that is in these. Each is found in the
     /// archive under its own name, with times. Links to files are stored as what they lead to.
-    /// False leaves what was there.
+    /// The archive itself is left out, and so are staging folders (".velm-" and eight digits, with
+    /// ".lock"). Refused are names that are none on every system or no text in the local encoding,
+    /// folders that cannot be listed, and files that change while they are read.
+    /// False leaves what was there; unless overwriting is allowed, also what came there meanwhile.
     bool compress(const QStringList& paths, const QString& archive);
-    /// What the last compress() has left out: links to folders, and what is neither file nor
-    /// folder.
+    /// What the last compress() has left out but for these: links to folders, links that lead
+    /// nowhere, and what is neither file nor folder.
     QStringList leftOut() const;
 
     /// Extracts an archive, or those of its entries that @p names names (a folder's with all that
     /// is in it), into a folder, which is made if need be. Refused, before anything is written, are
     /// an archive with a name that leads out of the folder or is none on every system (drives,
     /// absolute paths, "..", names of devices), links, entries that are encrypted or of the same
-    /// name, and files that are there unless overwriting is allowed. A "\" counts as "/".
+    /// name, folders of one name in two spellings, and files that are there unless overwriting
+    /// is allowed. A "\" counts as "/". Folders that are made get their times, too.
     /// False leaves the folder as it was; only a failure while the finished files are moved into
-    /// their places can leave some of them there.
+    /// their places, such as a file that came there meanwhile, can leave some of them there.
     bool extract(const QString& archive, const QString& folder,
                  const QStringList& names = QStringList());
 

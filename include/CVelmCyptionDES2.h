@@ -53,9 +53,8 @@ public:
     Velm::ErrorStatus initializeKey(const QString& key) override;
 
     /// Encrypts a file into one that is 1 to 8 bytes longer. Of a file of 8 bytes the second block
-    /// is zeros that are not encrypted, so that 8 more bytes come back without a
-    /// meaning: this form has it so. Nothing happens if the file is missing
-    /// or empty. The new file takes its place whole; @p outPath may be @p inPath.
+    /// is zeros that are not encrypted, so that 8 more bytes come back without a meaning: this form
+    /// has it so. Nothing happens if the file is missing or empty. The new file takes its place whole; @p outPath may be @p inPath.
     void encryptFile(const QString& inPath, const QString& outPath) override;
 
     /// Decrypts a file. All zeros at the end are lost, also those that the plain file had.
@@ -64,9 +63,12 @@ public:
     /// Called with the bytes that are done and those that there are; false breaks off.
     using Progress = std::function<bool(qint64 done, qint64 total)>;
 
-    /// What encryptFile() does, told. @return why the file is not encrypted; empty if it is
+    /// What encryptFile() and decryptFile() do, told. Without @p overwrites, what is at @p outPath,
+    /// or comes there meanwhile, stays. A new file may be read and written by nobody who may not do
+    /// so with @p inPath. @return why the file is not there; empty if it is. Then what was there
+    /// stays, unless the text says that it is written in part.
     QString convertFile(bool encrypts, const QString& inPath, const QString& outPath,
-                        const Progress& progress = Progress()) const;
+                        const Progress& progress = Progress(), bool overwrites = true) const;
 
 private:
     void EncryptAnyLength(char* out, const char* in, int length) const;

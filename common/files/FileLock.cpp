@@ -1,5 +1,7 @@
 #include "common/files/FileLock.h"
 
+#include "common/platform/SystemError.h"
+
 #include <QDeadlineTimer>
 #include <QThread>
 
@@ -14,8 +16,10 @@ FileLock::~FileLock()
 
 bool FileLock::tryLock()
 {
-    if (!isHeld())
+    if (!isHeld()) {
         m_lock = platform::lockFile(m_file);
+        m_error = isHeld() ? 0 : platform::lastError();
+    }
     return isHeld();
 }
 

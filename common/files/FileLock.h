@@ -22,6 +22,8 @@ public:
     bool tryLock();
     /// Whether it is held elsewhere, after an attempt that failed.
     bool isBusy() const { return m_lock == platform::kBusyLock; }
+    /// Why not, as platform::lastError().
+    int error() const { return m_error; }
     /// Tries again and again for about @p timeoutMs while it is held elsewhere.
     bool lock(int timeoutMs);
     void unlock();
@@ -33,6 +35,7 @@ private:
 
     QString m_file;
     qintptr m_lock = platform::kNoLock;
+    int m_error = 0;
 };
 
 }  // namespace velm::detail

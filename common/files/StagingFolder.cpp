@@ -1,5 +1,7 @@
 #include "common/files/StagingFolder.h"
 
+#include "common/platform/SystemError.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -41,15 +43,21 @@ QString StagingFolder::commitLock(const QString& folder)
     return folder + QStringLiteral("/.velm-commit") + lockSuffix();
 }
 
+bool StagingFolder::isStagingName(const QString& name)
+{
+    static const QRegularExpression ours(
+        QStringLiteral("\\A\\.velm-([0-9a-f]{8}(\\.lock)?|commit\\.lock)\\z"));
+    return ours.match(name).hasMatch();
+}
+
 void StagingFolder::removeLeftOver(const QString& folder)
 {
-    static const QRegularExpression ours(QStringLiteral("^\\.velm-([0-9a-f]{8}|commit)\\.lock$"));
     const QFileInfoList locks = QDir(folder).entryInfoList(
         {QStringLiteral(".velm-*") + lockSuffix()}, QDir::Files | QDir::Hidden | QDir::NoSymLinks);
     for (const QFileInfo& file : locks) {
         QString path = file.absoluteFilePath();
         FileLock lock(path);
-        if (!ours.match(file.fileName()).hasMatch() || !lock.tryLock())
+        if (!isStagingName(file.fileName()) || !lock.tryLock())
             continue;
         path.chop(lockSuffix().size());
         if (!removeFolder(path))
@@ -62,10 +70,15 @@ bool StagingFolder::make(const QString& folder)
     m_path =
         folder + QStringLiteral("/.velm-") + QUuid::createUuid().toString(QUuid::Id128).left(8);
     auto lock = std::make_unique<FileLock>(m_path + lockSuffix());
-    if (!lock->lock(kOtherLookMs))
+    if (!lock->lock(kOtherLookMs)) {
+        m_error = lock->error();
         return false;
+    }
     m_lock = std::move(lock);
-    return QDir().mkdir(m_path);
+    if (platform::makePrivateFolder(m_path))
+        return true;
+    m_error = platform::lastError();
+    return false;
 }
 
 QString StagingFolder::path(const QString& relative) const

@@ -22,11 +22,17 @@ public:
     /// The lock of those who give files their places in @p folder.
     static QString commitLock(const QString& folder);
 
+    /// Whether a file or folder of that name, without a path, is one of these, its lock or the lock
+    /// of those who commit. What gathers a folder's content leaves it out.
+    static bool isStagingName(const QString& name);
+
     /// Removes those in @p folder whose process has ended, and such a process's commit lock.
     static void removeLeftOver(const QString& folder);
 
-    /// Makes it in @p folder. False if that cannot be done.
+    /// Makes it in @p folder, where nobody else may look into it. False if that cannot be done.
     bool make(const QString& folder);
+    /// Why not, as platform::lastError().
+    int error() const { return m_error; }
 
     /// A path in it. The folders that lead there exist then.
     QString path(const QString& relative) const;
@@ -37,6 +43,7 @@ public:
 private:
     QString m_path;
     std::unique_ptr<FileLock> m_lock;
+    int m_error = 0;
 };
 
 }  // namespace velm::detail

@@ -27,6 +27,9 @@ struct FileStamp
 /// file of the time zone, too, several times for each file.
 FileStamp fileStamp(const QString& file);
 
+/// What a link names, seen from the folder that really holds it; empty if it is none.
+QString linkTarget(const QString& link);
+
 /// Whether a file can have that name, short or long.
 bool canNameFile(const QString& name);
 
@@ -37,8 +40,22 @@ int longestDatabasePath();
 /// or the new one, also if the process ends meanwhile. Both are in one file system.
 bool replaceFile(const QString& from, const QString& to);
 
-/// The same for a folder, which replaces nothing (elsewhere than on Windows an empty folder).
+enum class Placed
+{
+    Yes,
+    ThereAlready,
+    Failed
+};
+
+/// The same where nothing has the name @p to yet; what has come there meanwhile stays.
+Placed placeFile(const QString& from, const QString& to);
+
+/// What replaceFile() does for a folder, which replaces nothing (elsewhere than on Windows an empty
+/// folder).
 bool moveFolder(const QString& from, const QString& to);
+
+/// Makes a folder that nobody else may enter; on Windows one with the permissions of its folder.
+bool makePrivateFolder(const QString& folder);
 
 /// Removes a file.
 bool removeFile(const QString& file);
@@ -57,6 +74,9 @@ void syncFolder(const QString& folder);
 /// Gives @p to the owner and the permissions of @p from, as far as this process may. On Windows a
 /// file has those of its folder.
 void copyAccess(const QString& from, const QString& to);
+
+/// Takes the permissions from @p to that @p from does not give.
+void limitAccess(const QString& from, const QString& to);
 
 constexpr qintptr kNoLock = -1;
 constexpr qintptr kBusyLock = -2;

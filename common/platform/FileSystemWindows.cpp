@@ -101,6 +101,12 @@ FileStamp fileStamp(const QString& file)
     return {info.size(), info.lastModified().toUTC()};
 }
 
+QString linkTarget(const QString& link)
+{
+    const QFileInfo file(link);
+    return file.isSymbolicLink() ? file.symLinkTarget() : QString();
+}
+
 bool canNameFile(const QString& name)
 {
     return name.size() <= 255;
@@ -123,12 +129,30 @@ bool replaceFile(const QString& from, const QString& to)
         [&](DWORD error) { return isHeld(error, place); });
 }
 
+Placed placeFile(const QString& from, const QString& to)
+{
+    const std::wstring made = native(from), place = native(to);
+    const bool moved = repeat(
+        [&] { return MoveFileExW(made.c_str(), place.c_str(), MOVEFILE_WRITE_THROUGH) != 0; },
+        [](DWORD error) { return isHeld(error); });
+    if (moved)
+        return Placed::Yes;
+    const DWORD error = GetLastError();
+    return error == ERROR_ALREADY_EXISTS || error == ERROR_FILE_EXISTS ? Placed::ThereAlready
+                                                                       : Placed::Failed;
+}
+
 bool moveFolder(const QString& from, const QString& to)
 {
     const std::wstring made = native(from), place = native(to);
     return repeat(
         [&] { return MoveFileExW(made.c_str(), place.c_str(), MOVEFILE_WRITE_THROUGH) != 0; },
         [&](DWORD error) { return isFolderHeld(error, place); });
+}
+
+bool makePrivateFolder(const QString& folder)
+{
+    return CreateDirectoryW(native(folder).c_str(), nullptr) != 0;
 }
 
 bool removeFile(const QString& file)
@@ -160,7 +184,9 @@ bool syncFile(const QString& file)
     if (!repeat(open, [](DWORD error) { return isHeld(error); }))
         return false;
     const bool synced = FlushFileBuffers(handle) != 0;
+    const DWORD error = GetLastError();
     CloseHandle(handle);
+    SetLastError(error);
     return synced;
 }
 
@@ -175,19 +201,28 @@ void copyAccess(const QString& from, const QString& to)
     Q_UNUSED(to);
 }
 
+void limitAccess(const QString& from, const QString& to)
+{
+    Q_UNUSED(from);
+    Q_UNUSED(to);
+}
+
 qintptr lockFile(const QString& file)
 {
     constexpr DWORD kPauseMs = 20;
+    DWORD error = 0;
     for (int attempt = 0; attempt < 2; ++attempt) {
         const HANDLE handle =
             CreateFileW(native(file).c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr,
                         OPEN_ALWAYS, FILE_ATTRIBUTE_HIDDEN, nullptr);
         if (handle != INVALID_HANDLE_VALUE)
             return reinterpret_cast<qintptr>(handle);
-        if (GetLastError() == ERROR_SHARING_VIOLATION)
+        error = GetLastError();
+        if (error == ERROR_SHARING_VIOLATION)
             return kBusyLock;
         Sleep(kPauseMs);  // one that is just being removed is refused too
     }
+    SetLastError(error);
     return kNoLock;
 }
 

@@ -15,8 +15,10 @@ int outputWidth();
 /// The same of standard error.
 int errorWidth();
 
-/// Asks for a line that the terminal does not show, and ends with Enter. False if there is no
-/// terminal, or if the user breaks off (Ctrl+C, Ctrl+D).
+/// Asks for a line that the terminal does not show, and ends with Enter. The keys that edit a line
+/// do so; others that are no characters, arrows say, may leave control characters in it. False if
+/// there is no terminal, or if the user breaks off (Ctrl+D, on Windows also Ctrl+C). A signal finds
+/// the terminal as it was, and is not held back.
 bool readHidden(const QString& question, QString& line);
 
 enum class Stream

@@ -35,11 +35,20 @@ int widthOf(DWORD handle)
     return isConsole ? info.srWindow.Right - info.srWindow.Left + 1 : 0;
 }
 
+void chopCharacter(QString& keys)
+{
+    const bool isPair = keys.size() > 1 && keys.at(keys.size() - 1).isLowSurrogate();
+    keys.chop(isPair ? 2 : 1);
+}
+
 /// Reads keys up to Enter. False if the user breaks off.
 bool readKeys(HANDLE console, QString& line)
 {
-    constexpr wchar_t kBreak = 3;  // Ctrl+C
-    constexpr wchar_t kEnd = 4;    // Ctrl+D
+    constexpr wchar_t kBreak = 3;      // Ctrl+C
+    constexpr wchar_t kEnd = 4;        // Ctrl+D
+    constexpr wchar_t kKill = 21;      // Ctrl+U
+    constexpr wchar_t kKillWord = 23;  // Ctrl+W: a word of what nobody sees is the line
+    constexpr wchar_t kEscape = 27;
     QString keys;
     wchar_t key = 0;
     DWORD count = 0;
@@ -51,11 +60,65 @@ bool readKeys(HANDLE console, QString& line)
         if (key == kBreak || key == kEnd)
             return false;
         if (key == L'\b')
-            keys.chop(1);
-        else
+            chopCharacter(keys);
+        else if (key == kKill || key == kKillWord || key == kEscape)
+            keys.clear();
+        else if (key >= L' ')
             keys.append(QChar(static_cast<ushort>(key)));
     }
     return false;
+}
+
+/// A console that shows no keys while this exists, and none of which ends the program but
+/// Ctrl+Break, which finds the console as it was.
+class HiddenConsole
+{
+public:
+    explicit HiddenConsole(HANDLE console)
+    {
+        hiddenConsole = console;
+        m_isConsole = GetConsoleMode(console, &usualMode) != 0;
+        if (m_isConsole) {
+            SetConsoleCtrlHandler(&restore, TRUE);
+            SetConsoleMode(console, 0);
+        }
+    }
+
+    ~HiddenConsole()
+    {
+        if (m_isConsole) {
+            SetConsoleMode(hiddenConsole, usualMode);
+            SetConsoleCtrlHandler(&restore, FALSE);
+        }
+    }
+
+    Q_DISABLE_COPY(HiddenConsole)
+
+    bool isConsole() const { return m_isConsole; }
+
+private:
+    static BOOL WINAPI restore(DWORD event)
+    {
+        Q_UNUSED(event);
+        SetConsoleMode(hiddenConsole, usualMode);
+        return FALSE;  // what ends the program comes next
+    }
+
+    static inline HANDLE hiddenConsole = INVALID_HANDLE_VALUE;
+    static inline DWORD usualMode = 0;
+
+    bool m_isConsole = false;
+};
+
+bool ask(HANDLE console, const QString& question, QString& line)
+{
+    const HiddenConsole hidden(console);
+    if (!hidden.isConsole())
+        return false;
+    writeText(Stream::Error, question.toUtf8());
+    const bool isWhole = readKeys(console, line);
+    writeText(Stream::Error, "\n");
+    return isWhole;
 }
 
 }  // namespace
@@ -85,19 +148,10 @@ bool readHidden(const QString& question, QString& line)
 {
     const HANDLE console = CreateFileW(L"CONIN$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ,
                                        nullptr, OPEN_EXISTING, 0, nullptr);
-    DWORD usual = 0;
-    if (console == INVALID_HANDLE_VALUE || GetConsoleMode(console, &usual) == 0) {
-        if (console != INVALID_HANDLE_VALUE)
-            CloseHandle(console);
+    if (console == INVALID_HANDLE_VALUE)
         return false;
-    }
-    writeText(Stream::Error, question.toUtf8());
-    // Keys are read one by one, so that none ends the program or is shown.
-    SetConsoleMode(console, 0);
-    const bool isWhole = readKeys(console, line);
-    SetConsoleMode(console, usual);
+    const bool isWhole = ask(console, question, line);
     CloseHandle(console);
-    writeText(Stream::Error, "\n");
     return isWhole;
 }
 

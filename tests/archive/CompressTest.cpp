@@ -8,6 +8,11 @@
 #include <map>
 #include <string>
 
+#ifndef Q_OS_WIN
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 namespace {
 
 class Compress : public TemporaryRoot
@@ -180,6 +185,7 @@ TEST_F(Compress, NeverLeavesTheFolderOrMakesWhatIsNoFileEverywhere)
         {{"a"}, {"A"}},
         {{"a"}, {"a/b"}},
         {{"a/b"}, {"a"}},
+        {{"A/x"}, {"a/y"}},
         {{"a"}, {"a"}},
         {{"\xC3\xA9", "x", 0x800}, {"e\xCC\x81", "x", 0x800}},
         {{"a", "x", 0, 99}},
@@ -266,12 +272,91 @@ TEST_F(Compress, LeavesItselfAndLinksToFoldersOut)
     EXPECT_EQ(entries.size(), 6);
 #ifndef Q_OS_WIN
     ASSERT_TRUE(QFile::link(path(u"图"_s), path(u"图/loop"_s)));
-    ASSERT_TRUE(m_zip.compress({path(u"图"_s)}, path(u"a.zip"_s)));
+    ASSERT_TRUE(QFile::link(path(u"图/self.zip"_s), path(u"图/again.zip"_s)));
+    writeFile(u"图/.velm-01234567/file"_s, "of a run that was killed");
+    ASSERT_TRUE(m_zip.compress({path(u"图"_s)}, path(u"图/self.zip"_s)));
     EXPECT_EQ(m_zip.leftOut(), QStringList{path(u"图/loop"_s)});
+    ASSERT_TRUE(m_zip.list(path(u"图/self.zip"_s), entries));
+    EXPECT_EQ(entries.size(), 6);
+    ASSERT_TRUE(QFile::rename(path(u"图/self.zip"_s), path(u"a.zip"_s)));
+    for (const char* name : {"p\\q", "\xB7\xBF"}) {  // what comes back as two, and no UTF-8
+        const QByteArray full = QFile::encodeName(path(u"图/"_s)) + name;
+        ASSERT_EQ(::mkdir(full.constData(), 0777), 0);
+        EXPECT_FALSE(m_zip.compress({path(u"图"_s)}, path(u"b.zip"_s))) << name;
+        ASSERT_EQ(::rmdir(full.constData()), 0);
+    }
     // A link in the place of a folder leads out of the one to extract into.
     ASSERT_TRUE(QDir().mkpath(path(u"out"_s)) && QFile::link(path(u"图"_s), path(u"out/图"_s)));
     EXPECT_FALSE(extract(u"a.zip"_s, u"out"_s));
 #endif
+}
+
+TEST_F(Compress, AsksForEachEntryWhetherToGoOn)
+{
+    ASSERT_TRUE(QDir().mkpath(path(u"empty/a/b"_s)));
+    ASSERT_TRUE(m_zip.compress({path(u"empty"_s)}, path(u"a.zip"_s)));
+    for (int after = 0; after < 3; ++after) {
+        int calls = 0;
+        m_zip.setProgress([&](const QString&, qint64, qint64) { return calls++ < after; });
+        EXPECT_FALSE(m_zip.compress({path(u"empty"_s)}, path(u"b.zip"_s))) << after;
+        EXPECT_EQ(calls, after + 1);
+        calls = 0;
+        EXPECT_FALSE(extract(u"a.zip"_s, u"out"_s)) << after;
+        calls = 0;
+        EXPECT_FALSE(m_zip.test(path(u"a.zip"_s))) << after;
+    }
+    EXPECT_EQ(QDir(root()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              (QStringList{u"a.zip"_s, u"config"_s, u"empty"_s}));
+}
+
+TEST_F(Compress, TakesNoFolderForEmptyThatCannotBeListed)
+{
+    writeFile(u"d/sub/file"_s, "x");
+    m_zip.setProgress([this](const QString& name, qint64, qint64) {
+        const QString folder = path(u"d/sub"_s);
+        if (name == u"d/sub"_s && QDir(folder).removeRecursively())
+            writeFile(name, "no folder any more");
+        return true;
+    });
+    EXPECT_FALSE(m_zip.compress({path(u"d"_s)}, path(u"a.zip"_s)));
+    EXPECT_TRUE(m_zip.errorText().contains(u"d/sub\": cannot be listed: "_s))
+        << m_zip.errorText().toStdString();
+}
+
+TEST_F(Compress, LeavesWhatComesMeanwhile)
+{
+    makeFiles();
+    ASSERT_TRUE(m_zip.compress({path(u"图"_s)}, path(u"a.zip"_s)));
+    ASSERT_TRUE(QDir().mkpath(path(u"out/图"_s)));
+    m_zip.setProgress([this](const QString&, qint64, qint64) {
+        writeFile(u"b.zip"_s, "another's");
+        writeFile(u"out/图/readme.txt"_s, "another's");
+        return true;
+    });
+    EXPECT_FALSE(m_zip.compress({path(u"图"_s)}, path(u"b.zip"_s)));
+    EXPECT_FALSE(extract(u"a.zip"_s, u"out"_s));
+    EXPECT_TRUE(m_zip.errorText().contains(u"图/readme.txt\": is there already"_s))
+        << m_zip.errorText().toStdString();
+    const auto found = tree(QString());
+    EXPECT_EQ(found.at("b.zip"), "another's");
+    EXPECT_EQ(found.at("out/图/readme.txt"), "another's");
+}
+
+TEST_F(Compress, RefusesTargetsThatAreNone)
+{
+    makeFiles();
+    ASSERT_TRUE(m_zip.compress({path(u"图"_s)}, path(u"a.zip"_s)));
+    EXPECT_FALSE(m_zip.extract(path(u"a.zip"_s), QString()));
+    EXPECT_EQ(m_zip.errorText(), u"no folder is given to extract into"_s);
+    EXPECT_FALSE(m_zip.compress({path(u"图"_s)}, QString()));
+    EXPECT_EQ(m_zip.errorText(), u"no name is given for the archive"_s);
+    m_zip.setOverwrites(true);
+    EXPECT_FALSE(m_zip.compress({path(u"a.zip"_s)}, path(u"a.zip"_s)));
+    EXPECT_TRUE(m_zip.errorText().endsWith(u"is the archive that is to be made"_s));
+#ifdef Q_OS_WIN
+    EXPECT_FALSE(m_zip.extract(path(u"a.zip"_s), u"Q:/none/x"_s));
+#endif
+    EXPECT_TRUE(m_zip.test(path(u"a.zip"_s)));
 }
 
 TEST_F(Compress, TellsOfDamageWhereverItIs)

@@ -1,4 +1,5 @@
 #include "archive/RawZip.h"
+#include "archive/StagedTree.h"
 #include "archive/ZipReader.h"
 #include "archive/ZipTime.h"
 #include "archive/ZipWriter.h"
@@ -6,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <QBuffer>
+#include <QDir>
+#include <QTemporaryDir>
 #include <QTemporaryFile>
 
 using namespace velm::detail;
@@ -96,7 +99,88 @@ QByteArray behindTheHole()
            + numbers({{0, 4}, {2, 2}, {2, 2}, {kWide, 4}, {kWide, 4}, {0, 2}});
 }
 
+/// A file on a disk with a bad place.
+class BrokenFile : public QBuffer
+{
+protected:
+    qint64 readData(char* bytes, qint64 size) override
+    {
+        constexpr qint64 kBad = 1000;
+        return pos() >= kBad ? -1 : QBuffer::readData(bytes, std::min(size, kBad - pos()));
+    }
+};
+
 }  // namespace
+
+TEST(Zip, WritesNothingMoreWhenItIsBrokenOff)
+{
+    QBuffer buffer;
+    ASSERT_TRUE(buffer.open(QIODevice::ReadWrite));
+    {
+        ZipWriter writer(buffer, 6);
+        ASSERT_EQ(writer.open(), QString());
+        ASSERT_EQ(writer.addFolder(QStringLiteral("a/"), QDateTime()), QString());
+    }
+    EXPECT_EQ(buffer.size(), 0);
+}
+
+TEST(StagedTree, MovesWhatItMadeAndNothingElseWhereItIsMeantToBe)
+{
+    QTemporaryDir root;
+    const auto path = [&root](const char* name) { return root.filePath(QLatin1String(name)); };
+    const QDateTime time = QDateTime::fromSecsSinceEpoch(1234567890);
+    const auto moved = [&](const std::function<void()>& meanwhile) {
+        for (const char* name : {"from", "to", "outside"}) {
+            QDir(path(name)).removeRecursively();
+            QDir().mkdir(path(name));
+        }
+        QDir().mkdir(path("to/a"));
+        StagedTree tree;
+        EXPECT_EQ(tree.open(path("from")), QString());
+        platform::NewFile file;
+        EXPECT_EQ(tree.addFolder(QStringLiteral("a/b/"), time), QString());
+        EXPECT_EQ(tree.addFile(QStringLiteral("a/b/x"), file), QString());
+        file.close();
+        meanwhile();
+        return tree.moveInto(path("to"), false);
+    };
+    EXPECT_EQ(moved([] {}), QString());
+    EXPECT_TRUE(QFile::exists(path("to/a/b/x")));
+    EXPECT_EQ(QFileInfo(path("to/a/b")).lastModified(), time);
+    EXPECT_NE(moved([&] { QFile::remove(path("from/a/b/x")), QDir().mkpath(path("to/a/b")); }),
+              QString())
+        << "what is missing";
+#ifndef Q_OS_WIN
+    EXPECT_NE(moved([&] {
+                  QDir().rmdir(path("to/a"));
+                  QFile::link(path("outside"), path("to/a"));
+              }),
+              QString());
+    EXPECT_TRUE(QDir(path("outside")).isEmpty());
+#endif
+}
+
+TEST(Zip, TakesNoFileForWholeThatIsNot)
+{
+    QBuffer buffer;
+    ASSERT_TRUE(buffer.open(QIODevice::ReadWrite));
+    ZipWriter writer(buffer, 0);
+    ASSERT_EQ(writer.open(), QString());
+    const auto add = [&writer](QIODevice& content, qint64 size) {
+        return writer.addFile(QStringLiteral("a"), QDateTime(), content, size,
+                              [](qint64) { return QString(); });
+    };
+    BrokenFile broken;
+    broken.setData(QByteArray(2000, 'x'));
+    ASSERT_TRUE(broken.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    EXPECT_NE(add(broken, 2000), QString());
+    for (const qint64 size : {1999, 2001}) {
+        QBuffer content;
+        content.setData(QByteArray(2000, 'x'));
+        ASSERT_TRUE(content.open(QIODevice::ReadOnly));
+        EXPECT_TRUE(add(content, size).contains(QStringLiteral("changed"))) << size;
+    }
+}
 
 TEST(Zip, HoldsMoreEntriesThanTheFirstFormat)
 {
@@ -155,6 +239,7 @@ TEST(Zip, TellsTimesAsTheFormatHasThem)
     const QDateTime time(QDate(2107, 12, 31), QTime(23, 59, 58));
     EXPECT_EQ(timeOfDos(dosTime(time)), time);
     EXPECT_EQ(dosTime(QDateTime(QDate(1979, 12, 31), QTime(0, 0))), 0x00210000U);
+    EXPECT_EQ(dosTime(QDateTime(QDate(2108, 1, 1), QTime(0, 0))), dosTime(time));
     EXPECT_FALSE(timeOfDos(0).isValid());
     const QDateTime later = QDateTime(QDate(2100, 1, 1), QTime(0, 0), Qt::UTC);
     EXPECT_EQ(
@@ -162,6 +247,8 @@ TEST(Zip, TellsTimesAsTheFormatHasThem)
                      dosTime(later)),
         later);
     EXPECT_EQ(timeField(time), QByteArray()) << "beyond 32 bits";
+    const QDateTime before1970 = QDateTime::fromSecsSinceEpoch(-86400);
+    EXPECT_EQ(timeOfFields(timeField(before1970), 0), before1970);
     const QDateTime known = QDateTime::fromSecsSinceEpoch(1234567890);
     EXPECT_EQ(timeField(known).toHex(), "5554050001d2029649");
     EXPECT_EQ(timeOfFields(QByteArray("\1\0\2\0xx", 6) + timeField(known), 0), known);

@@ -5,6 +5,14 @@
 
 #include <memory>
 
+#ifndef Q_OS_WIN
+#include <climits>
+#include <csignal>
+
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
+
 namespace {
 
 // The answers were made with another program: DES in ECB mode without padding.
@@ -154,6 +162,8 @@ TEST_F(CryptedFiles, LeaveTheOldOneWhereSomethingFails)
     }
     for (const QString& out : {QString(), root(), path(u"none/file"_s)})
         EXPECT_FALSE(m_cipher.convertFile(true, path(u"plain"_s), out).isEmpty());
+    EXPECT_TRUE(m_cipher.convertFile(true, path(u"plain"_s), path(u"target"_s), {}, false)
+                    .endsWith(u"it is there already"_s));
     EXPECT_EQ(content(u"target"_s), "old");
     EXPECT_EQ(QDir(root()).entryList(QDir::Files | QDir::Hidden).size(), 3) << "nothing is left";
 }
@@ -176,6 +186,74 @@ TEST_F(CryptedFiles, StayLinksAndAreWrittenInPlaceWhereTheFolderTakesNoFile)
     }
     EXPECT_EQ(m_cipher.convertFile(true, path(u"plain"_s), u"/dev/null"_s), QString());
     EXPECT_FALSE(QFileInfo(u"/dev/null"_s).isFile()) << "a device is written, not replaced";
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    const QString writing = u"/proc/self/fd/%1"_s.arg(ends[1]);
+    EXPECT_EQ(m_cipher.convertFile(true, path(u"plain"_s), writing), QString());
+    QByteArray through(8, '\0');
+    EXPECT_EQ(read(ends[0], through.data(), 8), 8);
+    EXPECT_EQ(through.toHex(), kAbc) << "a pipe has no path to be replaced";
+    close(ends[0]);
+    close(ends[1]);
+}
+
+TEST_F(CryptedFiles, FollowALinkFromTheFolderThatHoldsIt)
+{
+    writeFile(u"plain"_s, "abc");
+    writeFile(u"real/sub/keep"_s, "");
+    ASSERT_TRUE(QFile::link(path(u"real/sub"_s), path(u"short"_s)));
+    ASSERT_EQ(symlink("../target", QFile::encodeName(path(u"real/sub/link"_s)).constData()), 0);
+    EXPECT_EQ(m_cipher.convertFile(true, path(u"plain"_s), path(u"short/link"_s)), QString());
+    EXPECT_EQ(content(u"real/target"_s).toHex(), kAbc);
+    EXPECT_FALSE(QFile::exists(path(u"target"_s)));
+}
+
+TEST_F(CryptedFiles, LeaveTheOldOneAndTellTheCauseWhereTheSystemRefuses)
+{
+    writeFile(u"plain"_s, QByteArray(600000, 'x'));
+    // A folder in which "target" has a path that the system takes, and a staged file has none.
+    const int longest = PATH_MAX - 12 - QFile::encodeName(root()).size() + root().size();
+    QString deep = root();
+    while (deep.size() < longest - 220)
+        deep += u'/' + QString(200, u'd');
+    deep += u'/' + QString(longest - deep.size(), u'd');
+    ASSERT_TRUE(QDir().mkpath(deep));
+    rlimit usual{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &usual), 0);
+    const rlimit small{300000, usual.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    for (const QString& folder : {root(), deep}) {
+        QFile target(folder + u"/target"_s);
+        ASSERT_TRUE(target.open(QIODevice::ReadWrite) && target.write("old") == 3);
+        target.close();
+        setrlimit(RLIMIT_FSIZE, &small);
+        const QString problem = m_cipher.convertFile(true, path(u"plain"_s), target.fileName());
+        setrlimit(RLIMIT_FSIZE, &usual);
+        EXPECT_TRUE(problem.contains(folder == deep ? u"the name is too long"_s
+                                                    : u"/target\": too large for this disk"_s))
+            << problem.toStdString();
+        ASSERT_TRUE(target.open(QIODevice::ReadOnly));
+        EXPECT_EQ(target.readAll(), "old");
+    }
+    std::signal(SIGXFSZ, handler);
+}
+
+TEST_F(CryptedFiles, AreHiddenWhileTheyAreMadeAndNoMoreOpenThanTheirSource)
+{
+    constexpr auto kOwners =
+        QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+    writeFile(u"plain"_s, "abc");
+    QFile::setPermissions(path(u"plain"_s), QFile::ReadOwner | QFile::WriteOwner);
+    QFile::Permissions staging;
+    const auto look = [&](qint64, qint64) {
+        const QFileInfoList folders =
+            QDir(root()).entryInfoList({u".velm-*"_s}, QDir::Dirs | QDir::Hidden);
+        staging = folders.value(0).permissions();
+        return folders.size() == 1;
+    };
+    EXPECT_EQ(m_cipher.convertFile(true, path(u"plain"_s), path(u"file"_s), look), QString());
+    EXPECT_EQ(staging, kOwners | QFile::ExeOwner | QFile::ExeUser);
+    EXPECT_EQ(QFile::permissions(path(u"file"_s)), kOwners);
 }
 #endif
 

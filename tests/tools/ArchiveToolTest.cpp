@@ -3,6 +3,9 @@
 
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QProcess>
+
+#include <csignal>
 
 namespace {
 
@@ -36,6 +39,8 @@ TEST_F(ArchiveTool, MakesListsTestsAndExtractsArchives)
                  {{u"extract"_s, archive, u"no"_s, u"--into"_s, out}, 3, "no such entry"},
                  {{u"extract"_s, archive, u"--most-bytes=3"_s, u"--force"_s}, 3, "more than 3"},
                  {{u"test"_s, path(u"图/a.txt"_s)}, 3, "no zip archive"},
+                 {{u"test"_s, root()}, 3, "it is a folder"},
+                 {{u"create"_s, path(u"b.zip"_s), u""_s}, 3, "an empty name is given"},
                  {{u"create"_s, archive, u"--level=10"_s}, 2, "0 to 9"},
                  {{u"pack"_s}, 2, "not \"pack\""},
                  {{}, 2, "which of create"}};
@@ -83,3 +88,31 @@ TEST_F(ArchiveTool, EncryptsFilesWithAKeyFromWhereItIsHidden)
     EXPECT_EQ(content(u"back"_s), "drawing");
     EXPECT_EQ(content(u"图.dwg.des"_s).size(), 8);
 }
+
+#ifndef Q_OS_WIN
+TEST_F(ArchiveTool, BreaksOffCleanlyWhenItIsToEnd)
+{
+    QFile large(path(u"large"_s));
+    ASSERT_TRUE(large.open(QIODevice::WriteOnly) && large.resize(qint64(1) << 29));
+    writeFile(u"key"_s, "12345678");
+    const QStringList commands[] = {
+        {u"crypt"_s, u"encrypt"_s, u"large"_s, u"--key-file"_s, u"key"_s, u"--force"_s},
+        {u"zip"_s, u"create"_s, u"large.zip"_s, u"large"_s}};
+    for (const QStringList& command : commands) {
+        QProcess process;
+        process.setWorkingDirectory(root());
+        process.start(program(), command);
+        const auto staged = [&] {
+            return QDir(root()).entryList({u".velm-*"_s}, QDir::AllEntries | QDir::Hidden);
+        };
+        while (staged().size() < 2 && !process.waitForFinished(10)) {
+        }
+        process.terminate();
+        ASSERT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(process.exitCode(), 128 + SIGTERM);
+        EXPECT_EQ(staged(), QStringList());
+    }
+    EXPECT_FALSE(QFile::exists(path(u"large.zip"_s)) || QFile::exists(path(u"large.des"_s)));
+}
+#endif

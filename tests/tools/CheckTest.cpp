@@ -209,7 +209,9 @@ TEST_F(CheckTest, LeavesOutWhatABaselineKnows)
     for (const QString& option : {u"--baseline"_s, u"--write-baseline"_s}) {
         const Answer refused = check({option, path(u"none/known.json"_s)});
         EXPECT_EQ(refused.exitCode, 3);
-        EXPECT_TRUE(refused.talk.contains(u"none/known.json: there is no such f"_s));
+        EXPECT_TRUE(
+            refused.talk.contains(QRegularExpression(u"none/known.json\"?: there is no such f"_s)))
+            << refused.talk.toStdString();
     }
 }
 

@@ -2,13 +2,13 @@
 
 #include "cli/Arguments.h"
 #include "cli/Console.h"
-#include "cli/FileCause.h"
 #include "set/FileSet.h"
 #include "set/OlderSet.h"
 #include "set/SampleSet.h"
 
+#include "common/files/SystemFile.h"
+
 #include <QDir>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -34,10 +34,10 @@ QString stageSet(const QVector<DatabaseTables>& databases, FileSet& files)
             {QStringLiteral("work.def"), older::workDef(database)},
             {QStringLiteral("attribute.def"), older::attributeDef(database)}};
         for (auto it = texts.begin(); it != texts.end(); ++it) {
-            QFile file(files.stage(it.key()));
-            if (!file.open(QIODevice::WriteOnly) || file.write(it.value()) != it.value().size()
-                || !file.flush())
-                return it.key() + QStringLiteral(": ") + whyNotWritten(file.fileName());
+            velm::detail::SystemFile file(files.stage(it.key()));
+            if (!file.open(QIODevice::ReadWrite | QIODevice::NewOnly)
+                || file.write(it.value()) != it.value().size())
+                return it.key() + QStringLiteral(": ") + file.errorString();
         }
     }
     return QString();

@@ -1,5 +1,6 @@
 #include "common/files/AtomicFile.h"
 
+#include "common/files/StagedFile.h"
 #include "common/platform/FileSystem.h"
 #include "support/TemporaryRoot.h"
 
@@ -8,6 +9,7 @@
 #include <thread>
 
 using velm::detail::AtomicFile;
+using velm::detail::StagedFile;
 
 namespace {
 
@@ -61,6 +63,22 @@ TEST_F(AtomicFileTest, ReplacesOrdinaryFilesOnly)
     }
     EXPECT_EQ(content(u"behind"_s), "behind");
     EXPECT_EQ(content(u"made"_s), "new");
+}
+
+TEST_F(AtomicFileTest, LeavesWhatCameMeanwhileWhereItReplacesNothing)
+{
+    for (const bool cameMeanwhile : {false, true}) {
+        StagedFile file(path(u"place"_s));
+        ASSERT_EQ(file.open(), QString());
+        ASSERT_EQ(file.write("new", 3), QString());
+        if (cameMeanwhile)
+            writeFile(u"place"_s, "other");
+        EXPECT_EQ(file.commit(velm::detail::Replace::No).isEmpty(), !cameMeanwhile);
+        EXPECT_EQ(file.isTaken(), cameMeanwhile);
+        EXPECT_EQ(content(u"place"_s), cameMeanwhile ? "other" : "new");
+        ASSERT_TRUE(QFile::remove(path(u"place"_s)));
+    }
+    EXPECT_EQ(QDir(root()).entryList(QDir::Files | QDir::Hidden), QStringList{u"made"_s});
 }
 
 TEST_F(AtomicFileTest, WaitsForAProgramThatHoldsTheOldFile)

@@ -1,7 +1,6 @@
 #include "check/BaselineFile.h"
-#include "cli/FileCause.h"
 
-#include <QFile>
+#include "common/files/SystemFile.h"
 
 #include <rapidjson/reader.h>
 
@@ -131,9 +130,9 @@ private:
 
 QString baselinefile::read(const QString& path, std::vector<KnownFinding>& known)
 {
-    QFile file(path);
+    velm::detail::SystemFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return path + QStringLiteral(": ") + whyNotRead(path);
+        return path + QStringLiteral(": ") + file.errorString();
     FileStream stream(file);
     Handler handler(known);
     rapidjson::Reader reader;

@@ -1,11 +1,8 @@
 #include "check/BaselineFile.h"
 #include "check/Report.h"
-#include "cli/FileCause.h"
 #include "cli/JsonArray.h"
 
 #include "common/files/StagedFile.h"
-
-#include <QFile>
 
 #include <algorithm>
 #include <tuple>
@@ -48,20 +45,28 @@ QByteArray lineOf(const Entry& entry, int count)
            + ", \"fingerprint\": \"" + textOf(entry.fingerprint) + "\"}";
 }
 
-bool writeList(const QVector<Problem>& problems, QFile& file)
+/// @return what went wrong; empty if nothing did
+QString writeList(const QVector<Problem>& problems, velm::detail::StagedFile& file)
 {
+    constexpr int kAtOnce = 65536;  // bytes; a write for each line takes its time
     const std::vector<Entry> entries = sorted(problems);
-    QByteArray before = "{\"known\": [\n";
+    QByteArray text = entries.empty() ? "{\"known\": [" : "{\"known\": [\n";
     for (auto first = entries.begin(); first != entries.end();) {
         const auto next = std::find_if(first, entries.end(), [first](const Entry& entry) {
             return entry.fingerprint != first->fingerprint;
         });
-        file.write(before + lineOf(*first, static_cast<int>(next - first)));
-        before = ",\n";
+        text += lineOf(*first, static_cast<int>(next - first));
+        text += next == entries.end() ? "\n" : ",\n";
         first = next;
+        if (text.size() < kAtOnce)
+            continue;
+        QString problem = file.write(text.constData(), text.size());
+        if (!problem.isEmpty())
+            return problem;
+        text.resize(0);
     }
-    file.write(entries.empty() ? "{\"known\": []}\n" : "\n]}\n");
-    return file.flush() && file.error() == QFileDevice::NoError;
+    text += "]}\n";
+    return file.write(text.constData(), text.size());
 }
 
 }  // namespace
@@ -69,7 +74,8 @@ bool writeList(const QVector<Problem>& problems, QFile& file)
 QString baselinefile::write(const QVector<Problem>& problems, const QString& path)
 {
     velm::detail::StagedFile file(path);
-    if (!file.open().isEmpty() || !writeList(problems, file.file()))
-        return path + QStringLiteral(": ") + whyNotWritten(path);
-    return file.commit();
+    QString problem = file.open();
+    if (problem.isEmpty())
+        problem = writeList(problems, file);
+    return problem.isEmpty() ? file.commit() : problem;
 }

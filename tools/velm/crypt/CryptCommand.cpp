@@ -2,14 +2,17 @@
 
 #include "cli/Arguments.h"
 #include "cli/Console.h"
-#include "cli/FileCause.h"
 #include "cli/ProgressBar.h"
 #include "crypt/KeySource.h"
 
+#include "common/files/SystemFile.h"
+#include "common/platform/Interrupt.h"
 #include "CVelmCyptionDES2.h"
 
-#include <QFile>
 #include <QFileInfo>
+
+using velm::detail::platform::interruptExitCode;
+using velm::detail::platform::noteInterrupts;
 
 namespace {
 
@@ -25,7 +28,7 @@ struct Task
 QString lossOf(const QString& path)
 {
     constexpr qint64 kBlock = 8;
-    QFile file(path);
+    velm::detail::SystemFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return QString();
     if (file.size() == kBlock)
@@ -34,6 +37,18 @@ QString lossOf(const QString& path)
     const bool isRead = file.seek(file.size() - 1) && file.getChar(&last);
     return isRead && last == '\0' ? QStringLiteral("it ends with zeros, which do not come back")
                                   : QString();
+}
+
+/// Why a file cannot be taken at all; empty if it can.
+QString whyNotTaken(const QString& path)
+{
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile() && !info.isDir())
+        return QStringLiteral("it is no ordinary file");
+    velm::detail::SystemFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return file.errorString();
+    return file.size() == 0 ? QStringLiteral("it is empty") : QString();
 }
 
 /// Where the result goes unless it is told.
@@ -63,20 +78,28 @@ QString readTask(const Arguments& args, Task& task)
     return QString();
 }
 
-/// Why the task is not to be begun; empty if it is.
+/// Why the task is not to be begun without --force; empty if it is.
 QString refusalOf(const Task& task)
 {
-    const QFileInfo in(task.in);
-    if (!in.isFile() || !in.isReadable())
-        return task.in + QStringLiteral(": ") + whyNotRead(task.in);
-    if (in.size() == 0)
-        return task.in + QStringLiteral(": it is empty");
     const QString loss = task.encrypts ? lossOf(task.in) : QString();
     if (!loss.isEmpty())
         return task.in + QStringLiteral(": ") + loss + QStringLiteral("; --force encrypts it");
     if (QFileInfo::exists(task.out))
         return task.out + QStringLiteral(": it is there already; --force replaces it");
     return QString();
+}
+
+/// @return why the file is not written; empty if it is
+QString convert(const Task& task, const QString& key, bool overwrites)
+{
+    CVelmCyptionDES2 cipher;
+    cipher.initializeKey(key);
+    ProgressBar bar;
+    const auto progress = [&](qint64 done, qint64 total) {
+        bar.show(task.in, done, total);
+        return interruptExitCode() == 0;
+    };
+    return cipher.convertFile(task.encrypts, task.in, task.out, progress, overwrites);
 }
 
 int fail(const QString& problem)
@@ -114,28 +137,25 @@ int commands::crypt(const QStringList& arguments)
     QString problem = readTask(args, task);
     if (!problem.isEmpty())
         return args.usageError(problem);
-    problem = refusalOf(task);
-    if (!problem.isEmpty()
-        && (!args.isSet(QStringLiteral("force")) || !QFileInfo(task.in).isFile()))
+    const bool isForced = args.isSet(QStringLiteral("force"));
+    problem = whyNotTaken(task.in);
+    if (!problem.isEmpty())
+        return fail(task.in + QStringLiteral(": ") + problem);
+    problem = isForced ? QString() : refusalOf(task);
+    if (!problem.isEmpty())
         return fail(problem);
 
     QString key;
     problem = keysource::read(args, task.encrypts, key);
     if (!problem.isEmpty())
         return fail(problem);
-    CVelmCyptionDES2 cipher;
-    cipher.initializeKey(key);
+    noteInterrupts();
+    problem = convert(task, key, isForced);
     key.fill(QLatin1Char('\0'));
-    {
-        ProgressBar bar;
-        problem =
-            cipher.convertFile(task.encrypts, task.in, task.out, [&](qint64 done, qint64 total) {
-                bar.show(task.in, done, total);
-                return true;
-            });
+    if (!problem.isEmpty()) {
+        console::tell(problem);
+        return interruptExitCode() != 0 ? interruptExitCode() : ExitCannotOpen;
     }
-    if (!problem.isEmpty())
-        return fail(problem);
     console::tell(QStringLiteral("written: ") + task.out);
     return ExitFine;
 }

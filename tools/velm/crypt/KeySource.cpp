@@ -2,11 +2,11 @@
 
 #include "cli/Arguments.h"
 #include "cli/Console.h"
-#include "cli/FileCause.h"
 
+#include "common/files/SystemFile.h"
 #include "common/platform/Terminal.h"
 
-#include <QFile>
+#include <algorithm>
 
 namespace {
 
@@ -15,9 +15,9 @@ constexpr int kKeyBytes = 8;
 QString readFile(const QString& path, QString& key)
 {
     constexpr qint64 kMost = 4096;
-    QFile file(path);
+    velm::detail::SystemFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return path + QStringLiteral(": ") + whyNotRead(path);
+        return path + QStringLiteral(": ") + file.errorString();
     QByteArray line = file.read(kMost);
     const int end = line.indexOf('\n');
     line.truncate(end < 0 ? line.size() : end);
@@ -37,6 +37,8 @@ QString ask(bool isNew, QString& key)
         return QStringLiteral("no key was given");
     if (again != key)
         return QStringLiteral("these are two keys");
+    if (std::any_of(key.cbegin(), key.cend(), [](QChar character) { return character < u' '; }))
+        return QStringLiteral("the key holds a control character, of an arrow key say");
     return key.isEmpty() ? QStringLiteral("the key is empty") : QString();
 }
 

@@ -1,12 +1,11 @@
 #include "set/TextImport.h"
 
-#include "cli/FileCause.h"
 #include "set/OlderSet.h"
 
+#include "common/files/SystemFile.h"
 #include "CVelmFindFile.h"
 #include "CVelmString.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QTextCodec>
 
@@ -76,9 +75,9 @@ QString TextImport::readFile(const QString& folder, const QString& name)
     const QString path = CVelmFindFile::Instance()->findFile(folder, name, false);
     if (path.isEmpty())
         return QString();
-    QFile file(path);
+    velm::detail::SystemFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return path + QStringLiteral(": ") + whyNotRead(path);
+        return path + QStringLiteral(": ") + file.errorString();
     QByteArray bytes = file.readAll();
     if (bytes.startsWith("\xEF\xBB\xBF"))
         bytes.remove(0, 3);

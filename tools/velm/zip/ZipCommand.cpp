@@ -6,19 +6,35 @@
 #include "cli/ProgressBar.h"
 #include "cli/TextTable.h"
 
+#include "common/platform/Interrupt.h"
 #include "CVelmCompress.h"
 
+#include <QFileInfo>
+
 #include <limits>
+
+using velm::detail::platform::interruptExitCode;
+using velm::detail::platform::noteInterrupts;
 
 namespace {
 
 constexpr char kTimeFormat[] = "yyyy-MM-dd HH:mm:ss";
 
-/// @return ExitCannotOpen
+/// @return the exit code
 int tellFailure(const CVelmCompress& zip)
 {
     console::tell(zip.errorText());
-    return ExitCannotOpen;
+    return interruptExitCode() != 0 ? interruptExitCode() : ExitCannotOpen;
+}
+
+/// What does not go into an archive.
+QString whatIs(const QString& path)
+{
+    const QFileInfo file(path);
+    if (file.isDir())
+        return QStringLiteral("a link to a folder");
+    return file.isSymbolicLink() && !file.exists() ? QStringLiteral("a link that leads nowhere")
+                                                   : QStringLiteral("neither a file nor a folder");
 }
 
 int create(CVelmCompress& zip, const Arguments& args, const QStringList& names)
@@ -27,8 +43,7 @@ int create(CVelmCompress& zip, const Arguments& args, const QStringList& names)
         return args.usageError(QStringLiteral("give an archive and what to put into it"));
     const bool isMade = zip.compress(names.mid(1), names.first());
     for (const QString& path : zip.leftOut())
-        console::tell(QStringLiteral("left out: ") + path
-                      + QStringLiteral(" (a link to a folder, or neither file nor folder)"));
+        console::tell(QStringLiteral("left out: %1 (%2)").arg(path, whatIs(path)));
     return isMade ? ExitFine : tellFailure(zip);
 }
 
@@ -160,8 +175,9 @@ int commands::zip(const QStringList& arguments)
     Arguments args(
         QStringLiteral("zip"),
         QStringLiteral("[options] create|list|extract|test ARCHIVE [NAME...]"),
-        QStringLiteral("Makes, lists, extracts and tests zip archives. An archive, and what is\n"
-                       "extracted, is there as a whole or not at all."),
+        QStringLiteral("Makes, lists, extracts and tests zip archives. An archive is there as a\n"
+                       "whole or not at all; files are put into their places when all of them\n"
+                       "have been extracted."),
         {QStringLiteral("velm zip create drawings.zip drawings"),
          QStringLiteral("velm zip list drawings.zip"),
          QStringLiteral("velm zip extract drawings.zip --into copy"),
@@ -183,7 +199,8 @@ int commands::zip(const QStringList& arguments)
     ProgressBar bar;
     zip.setProgress([&bar](const QString& entry, qint64 done, qint64 total) {
         bar.show(entry, done, total);
-        return true;
+        return interruptExitCode() == 0;
     });
+    noteInterrupts();
     return operation(zip, args, args.positional().mid(1));
 }
