@@ -16,7 +16,8 @@ void noteInterrupts()
     struct sigaction note
     {};
     note.sa_handler = [](int signal) { notedSignal = signal; };
-    note.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
+    // Without SA_RESTART: a call that waits, for a reader of a pipe say, is to end.
+    note.sa_flags = static_cast<int>(SA_RESETHAND);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         struct sigaction usual
         {};

@@ -32,6 +32,7 @@ constexpr Meaning kMeanings[] = {{ENOENT, "there is no such file or folder"},
                                  {EIO, "the disk has an error"},
                                  {ENODEV, "there is no such device"},
                                  {ENXIO, "there is no such device"},
+                                 {EINTR, "interrupted"},
                                  {EPIPE, "nobody reads it any more"},
                                  {ENOMEM, "not enough memory"}};
 

@@ -41,6 +41,7 @@ TEST_F(ArchiveTool, MakesListsTestsAndExtractsArchives)
                  {{u"test"_s, path(u"图/a.txt"_s)}, 3, "no zip archive"},
                  {{u"test"_s, root()}, 3, "it is a folder"},
                  {{u"create"_s, path(u"b.zip"_s), u""_s}, 3, "an empty name is given"},
+                 {{u"test"_s, archive, u"--json"_s}, 2, "--json is for list"},
                  {{u"create"_s, archive, u"--level=10"_s}, 2, "0 to 9"},
                  {{u"pack"_s}, 2, "not \"pack\""},
                  {{}, 2, "which of create"}};
@@ -61,6 +62,11 @@ TEST_F(ArchiveTool, EncryptsFilesWithAKeyFromWhereItIsHidden)
     writeFile(u"zeros"_s, QByteArray("x\0", 2));
     writeFile(u"key"_s, "12345678\r\nnot of the key");
     qputenv("VELM_TEST_KEY", "12345678");
+    const QByteArray gbk("\xB2\xE2\xBB\xE6", 4);
+    const QPair<const char*, QByteArray> badKeys[] = {
+        {"gbk", gbk}, {"nul", QByteArray("12\0 34", 6)}, {"long", QByteArray(10 << 20, 'k')}};
+    for (const auto& [name, bytes] : badKeys)
+        writeFile(QString::fromLatin1(name), bytes);
     const QString plain = path(u"图.dwg"_s), cipher = plain + u".des"_s, key = path(u"key"_s);
     const struct
     {
@@ -77,6 +83,15 @@ TEST_F(ArchiveTool, EncryptsFilesWithAKeyFromWhereItIsHidden)
         {{u"encrypt"_s, path(u"zeros"_s), u"--key=123"_s, u"--force"_s}, 0, "3 of 8 bytes"},
         {{u"encrypt"_s, path(u"none"_s), u"--key-file"_s, key}, 3, "no such file"},
         {{u"encrypt"_s, key, u"--key-env=VELM_TEST_NONE"_s}, 3, "not set"},
+#ifndef Q_OS_WIN  // whose code page GBK is
+        {{u"encrypt"_s, key, u"--key-file"_s, path(u"gbk"_s)}, 3, "no text in the code page"},
+#endif
+        {{u"encrypt"_s, key, u"--key-file"_s, path(u"nul"_s)}, 3, "holds a NUL"},
+        {{u"encrypt"_s, key, u"--key-file"_s, path(u"long"_s)}, 3, "more than 4096 bytes"},
+        {{u"encrypt"_s, key, u"--key"_s, u"测绘"_s}, 0, "not ASCII alone"},
+        {{u"encrypt"_s, key, u"--key=1"_s, u"--key-env=VELM_TEST_KEY"_s}, 2, "give one of"},
+        {{u"encrypt"_s, key, u"--key-env="_s}, 2, "need a name"},
+        {{u"encrypt"_s, key, u"--json"_s}, 2, "leave --json out"},
         {{u"scramble"_s, plain}, 2, "not \"scramble\""},
         {{u"encrypt"_s}, 2, "give one file"}};
     for (const auto& c : cases) {

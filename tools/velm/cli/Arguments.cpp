@@ -30,7 +30,7 @@ void Arguments::addCommonOptions()
                   ? QStringLiteral("Folder that holds the folder \"config\"; else VELM_ROOT.")
                   : QString(),
               QStringLiteral("DIR"));
-    addOption(QStringLiteral("json"), QStringLiteral("Answer in JSON."));
+    addOption(QStringLiteral("json"), m_needsJson ? QStringLiteral("Answer in JSON.") : QString());
     addOption(QStringLiteral("help"), QStringLiteral("Show this help."));
 }
 
@@ -46,6 +46,8 @@ std::optional<int> Arguments::parse(const QStringList& arguments)
     }
     if (!m_needsRoot && isSet(QStringLiteral("root")))
         return usageError(m_command + QStringLiteral(" reads no configuration: leave --root out"));
+    if (!m_needsJson && json())
+        return usageError(m_command + QStringLiteral(" has no answer: leave --json out"));
     return std::nullopt;
 }
 

@@ -23,6 +23,9 @@ public:
     /// Refuses --root, for a command that reads no configuration.
     void needsNoRoot() { m_needsRoot = false; }
 
+    /// Refuses --json, for a command that has no answer.
+    void needsNoJson() { m_needsJson = false; }
+
     /// Reads @p arguments, which begin behind the command's name. If that ends the command (--help,
     /// or an error, which is told), the answer is its exit code.
     std::optional<int> parse(const QStringList& arguments);
@@ -60,6 +63,7 @@ private:
     QString m_description;
     QStringList m_examples;
     bool m_needsRoot = true;
+    bool m_needsJson = true;
     QVector<Option> m_options;
     QHash<QString, QStringList> m_given;  // values by name; empty ones of options without
     QStringList m_positional;

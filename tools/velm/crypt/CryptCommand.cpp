@@ -111,6 +111,7 @@ int fail(const QString& problem)
 void addOptions(Arguments& args)
 {
     args.needsNoRoot();
+    args.needsNoJson();
     args.addOption(QStringLiteral("o"),
                    QStringLiteral("The file to write; else FILE.des, and FILE without it."),
                    QStringLiteral("FILE"));
@@ -127,7 +128,8 @@ int commands::crypt(const QStringList& arguments)
         QStringLiteral("crypt"), QStringLiteral("[options] encrypt|decrypt FILE"),
         QStringLiteral("Encrypts a file with single DES, or decrypts one. That keeps it\n"
                        "from the curious only. Nothing tells a wrong key: decrypted with\n"
-                       "one, a file is nonsense."),
+                       "one, a file is nonsense. Keep keys to ASCII: the bytes of other\n"
+                       "characters differ between systems."),
         {QStringLiteral("velm crypt encrypt plan.dwg"),
          QStringLiteral("velm crypt decrypt plan.dwg.des --key-file key.txt")});
     addOptions(args);
@@ -135,6 +137,8 @@ int commands::crypt(const QStringList& arguments)
         return *ended;
     Task task;
     QString problem = readTask(args, task);
+    if (problem.isEmpty())
+        problem = keysource::wrongUsage(args);
     if (!problem.isEmpty())
         return args.usageError(problem);
     const bool isForced = args.isSet(QStringLiteral("force"));

@@ -11,7 +11,11 @@ namespace keysource {
 /// Declares the options.
 void addOptions(Arguments& args);
 
-/// Reads the key; @p isNew asks at the terminal twice, since nothing tells a wrong one later.
+/// What is wrong with the options that were given; empty if nothing is.
+QString wrongUsage(const Arguments& args);
+
+/// Reads the key, which is refused if the code page of the system cannot tell it from another;
+/// @p isNew asks at the terminal twice, since nothing tells a wrong one later.
 /// @return what is wrong; empty if nothing is
 QString read(const Arguments& args, bool isNew, QString& key);
 

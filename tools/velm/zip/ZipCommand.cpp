@@ -196,6 +196,8 @@ int commands::zip(const QStringList& arguments)
             name.isEmpty()
                 ? QStringLiteral("which of create, list, extract and test?")
                 : QStringLiteral("it is create, list, extract or test, not \"%1\"").arg(name));
+    if (args.json() && name != QLatin1String("list"))
+        return args.usageError(QStringLiteral("--json is for list: %1 has no answer").arg(name));
     ProgressBar bar;
     zip.setProgress([&bar](const QString& entry, qint64 done, qint64 total) {
         bar.show(entry, done, total);
