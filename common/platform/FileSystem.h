@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QDateTime>
 #include <QString>
 
 /// What each system does in its own way with files. Paths have "/" throughout. On Windows a program
@@ -16,16 +15,6 @@ QString longPath(const QString& path);
 /// What tells a file from every other that there is at the same time, whatever its name; empty if
 /// it is not there or cannot be asked. A link stands for its target.
 QByteArray fileIdentity(const QString& file);
-
-struct FileStamp
-{
-    qint64 size = 0;
-    QDateTime modified;  // in UTC; invalid if the file cannot be asked
-};
-
-/// The size of a file and when it was changed, by one call of the system: QFileInfo looks at the
-/// file of the time zone, too, several times for each file.
-FileStamp fileStamp(const QString& file);
 
 /// What a link names, seen from the folder that really holds it; empty if it is none.
 QString linkTarget(const QString& link);

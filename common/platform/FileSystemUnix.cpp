@@ -76,17 +76,6 @@ QByteArray fileIdentity(const QString& file)
            + QByteArray::number(quint64(named.st_ino));
 }
 
-FileStamp fileStamp(const QString& file)
-{
-    struct stat named
-    {};
-    if (stat(QFile::encodeName(file).constData(), &named) != 0)
-        return FileStamp();
-    const qint64 milliseconds =
-        qint64(named.st_mtim.tv_sec) * 1000 + named.st_mtim.tv_nsec / 1000000;
-    return {qint64(named.st_size), QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC)};
-}
-
 QString linkTarget(const QString& link)
 {
     QByteArray target(PATH_MAX, Qt::Uninitialized);

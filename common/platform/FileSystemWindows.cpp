@@ -95,12 +95,6 @@ QByteArray fileIdentity(const QString& file)
            + QByteArray::number(quint64(about.nFileIndexHigh) << 32 | about.nFileIndexLow);
 }
 
-FileStamp fileStamp(const QString& file)
-{
-    const QFileInfo info(file);
-    return {info.size(), info.lastModified().toUTC()};
-}
-
 QString linkTarget(const QString& link)
 {
     const QFileInfo file(link);

@@ -16,6 +16,13 @@ namespace velm::detail::platform {
 
 namespace {
 
+// To work in a folder takes no right to list it.
+#ifdef O_PATH
+constexpr int kHold = O_PATH | O_DIRECTORY | O_CLOEXEC;
+#else
+constexpr int kHold = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+#endif
+
 int answer(int result)
 {
     return result == 0 ? 0 : errno;
@@ -38,7 +45,7 @@ int FolderHandle::open(const QString& path)
 {
     close();
     m_path = path;
-    m_handle = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    m_handle = ::open(QFile::encodeName(path).constData(), kHold);
     return m_handle < 0 ? errno : 0;
 }
 
@@ -47,7 +54,7 @@ int FolderHandle::open(const FolderHandle& parent, const QString& name)
     close();
     m_path = parent.path(name);
     m_handle = openat(static_cast<int>(parent.m_handle), QFile::encodeName(name).constData(),
-                      O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+                      kHold | O_NOFOLLOW);
     return m_handle < 0 ? errno : 0;
 }
 
