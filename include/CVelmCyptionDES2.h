@@ -54,7 +54,8 @@ public:
 
     /// Encrypts a file into one that is 1 to 8 bytes longer. Of a file of 8 bytes the second block
     /// is zeros that are not encrypted, so that 8 more bytes come back without a meaning: this form
-    /// has it so. Nothing happens if the file is missing or empty. The new file takes its place whole; @p outPath may be @p inPath.
+    /// has it so. Nothing happens if the file is missing or empty. The new file takes its place
+    /// whole; @p outPath may be @p inPath.
     void encryptFile(const QString& inPath, const QString& outPath) override;
 
     /// Decrypts a file. All zeros at the end are lost, also those that the plain file had.

@@ -64,7 +64,7 @@ TEST_F(ArchiveTool, EncryptsFilesWithAKeyFromWhereItIsHidden)
     qputenv("VELM_TEST_KEY", "12345678");
     const QByteArray gbk("\xB2\xE2\xBB\xE6", 4);
     const QPair<const char*, QByteArray> badKeys[] = {
-        {"gbk", gbk}, {"nul", QByteArray("12\0 34", 6)}, {"long", QByteArray(10 << 20, 'k')}};
+        {"gbk", gbk}, {"zero", QByteArray("12\0 34", 6)}, {"long", QByteArray(10 << 20, 'k')}};
     for (const auto& [name, bytes] : badKeys)
         writeFile(QString::fromLatin1(name), bytes);
     const QString plain = path(u"图.dwg"_s), cipher = plain + u".des"_s, key = path(u"key"_s);
@@ -86,7 +86,7 @@ TEST_F(ArchiveTool, EncryptsFilesWithAKeyFromWhereItIsHidden)
 #ifndef Q_OS_WIN  // whose code page GBK is
         {{u"encrypt"_s, key, u"--key-file"_s, path(u"gbk"_s)}, 3, "no text in the code page"},
 #endif
-        {{u"encrypt"_s, key, u"--key-file"_s, path(u"nul"_s)}, 3, "holds a NUL"},
+        {{u"encrypt"_s, key, u"--key-file"_s, path(u"zero"_s)}, 3, "holds a NUL"},
         {{u"encrypt"_s, key, u"--key-file"_s, path(u"long"_s)}, 3, "more than 4096 bytes"},
         {{u"encrypt"_s, key, u"--key"_s, u"测绘"_s}, 0, "not ASCII alone"},
         {{u"encrypt"_s, key, u"--key=1"_s, u"--key-env=VELM_TEST_KEY"_s}, 2, "give one of"},
