@@ -10,7 +10,7 @@
 #define SMARTTABLE_EXPORT Q_DECL_IMPORT
 #endif
 
-/// Workbooks and documents without an office program. Texts are UTF-8 after setEncoding() with
+/// Workbooks without an office program. Texts are UTF-8 after setEncoding() with
 /// EncodingUtf8, else in the local 8-bit code page; a null text counts as an empty one. Rows,
 /// columns, sheets and tables are numbered from 1. Lengths are points, 1/72 inch, unless the name
 /// says otherwise. Nothing is thrown: what fails gives false, 0 or an empty text, and says why in
@@ -27,21 +27,13 @@ enum Encoding
     EncodingUtf8 = 1    ///< UTF-8
 };
 
-/// Where a paragraph or an image stands between the margins.
-enum Alignment
-{
-    AlignmentLeft = 0,
-    AlignmentCenter = 1,
-    AlignmentRight = 2
-};
-
 /// Where the content of a cell stands from left to right, for setCellHAlign().
 enum HorizontalAlignment
 {
-    HorizontalGeneral = 0,  ///< texts left, numbers right
-    HorizontalLeft = 1,
-    HorizontalCenter = 2,
-    HorizontalRight = 3,
+    HorizontalGeneral = 0,           ///< texts left, numbers right
+    HorizontalLeft = 1,              ///< at the left edge
+    HorizontalCenter = 2,            ///< in the middle
+    HorizontalRight = 3,             ///< at the right edge
     HorizontalFill = 4,              ///< repeated
     HorizontalJustify = 5,           ///< both edges straight
     HorizontalCenterContinuous = 6,  ///< over the empty cells to the right, too
@@ -51,11 +43,11 @@ enum HorizontalAlignment
 /// Where the content of a cell stands from top to bottom, for setCellVAlign().
 enum VerticalAlignment
 {
-    VerticalTop = 0,
-    VerticalCenter = 1,
-    VerticalBottom = 2,
-    VerticalJustify = 3,
-    VerticalDistributed = 4
+    VerticalTop = 0,         ///< at the upper edge
+    VerticalCenter = 1,      ///< in the middle
+    VerticalBottom = 2,      ///< at the lower edge
+    VerticalJustify = 3,     ///< the lines spread between the edges
+    VerticalDistributed = 4  ///< the same, and each line spread, too
 };
 
 /// What a cell holds: ExcelCellData::kind.
@@ -70,12 +62,12 @@ enum CellKind
     CellDate = 6      ///< a date as text, as ISO 8601 has it
 };
 
-/// What loadExcel() and loadWord() answer.
+/// What Excel::loadExcel() answers.
 enum LoadResult
 {
-    LoadOk = 1,
+    LoadOk = 1,           ///< it is loaded
     LoadCannotOpen = 0,   ///< there is no such file, or it cannot be read
-    LoadNotRead = -1,     ///< it is no workbook or document of a kind that is read, or is damaged
+    LoadNotRead = -1,     ///< it is no workbook of a kind that is read, or is damaged
     LoadOutOfMemory = -2  ///< nothing was loaded
 };
 
@@ -83,18 +75,23 @@ enum LoadResult
 class SMARTTABLE_EXPORT String
 {
 public:
+    /// An empty text.
     String();
-    /// A copy of @p text.
+    /// A copy of @p text; empty for null.
     String(const char* text);
+    /// A copy.
     String(const String& other);
     ~String();
+    /// Becomes a copy.
     String& operator=(const String& other);
+    /// Becomes a copy of @p text; empty for null.
     String& operator=(const char* text);
 
     /// The text; never null, valid until the next change.
     const char* p() const;
     /// The same.
-    const char* __str__() const;
+    const char* __str__() const;  // NOLINT(bugprone-reserved-identifier): the name is given
+    /// Whether it has no character.
     bool empty() const;
 
 private:
@@ -106,18 +103,23 @@ template<class Value>
 class List
 {
 public:
+    /// No values.
     List();
+    /// A copy; empty where there is no memory for it.
     List(const List& other);
     ~List();
+    /// Becomes a copy; empty where there is no memory for it.
     List& operator=(const List& other);
 
     /// Makes room for @p length values, and forgets those that there were. @return the first of
-    /// them
+    /// them; null for none, and where there is no memory
     Value* create(int length);
 
+    /// How many values there are.
     int length() const;
     /// The value there, from 0 on; of a place that there is not, a spare one.
     Value& operator[](int at);
+    /// The same.
     const Value& operator[](int at) const;
 
 private:
@@ -129,52 +131,18 @@ private:
 /// A cell and what it holds.
 struct ExcelCellData
 {
-    int row = 0;
-    int col = 0;
+    int row = 0;   ///< from 1 on
+    int col = 0;   ///< from 1 on
     String text;   ///< as it would be typed: numbers without their format
     int kind = 0;  ///< one of CellKind
 };
 
-/// One ruling line of a table: its two ends.
-struct WordTableLine
-{
-    double x1 = 0;
-    double y1 = 0;
-    double x2 = 0;
-    double y2 = 0;
-};
-
-/// One text of a table and where it stands.
-struct WordTableText
-{
-    String text;
-    String font;
-    double x = 0;
-    double y = 0;
-    double width = 0;
-    double height = 0;
-    double fontHeight = 0;
-    double lineHeight = 0;
-    int hAlign = 0;  ///< one of HorizontalAlignment
-    int vAlign = 0;  ///< one of VerticalAlignment
-    int row = 0;
-    int col = 0;
-};
-
-/// A rectangle, upwards from its lower left corner.
-struct RectF
-{
-    double left = 0;
-    double bottom = 0;
-    double width = 0;
-    double height = 0;
-};
-
+/// Numbers of rows, columns and sheets.
 using IntList = List<int>;
+/// Lengths.
 using DoubleList = List<double>;
+/// Cells by rows.
 using ExcelCellDataList = List<ExcelCellData>;
-using WordTableLineList = List<WordTableLine>;
-using WordTableTextList = List<WordTableText>;
 
 class Excel;
 
@@ -184,37 +152,48 @@ class SMARTTABLE_EXPORT ExcelSheet
 {
 public:
     ExcelSheet();
+    /// The same sheet.
     ExcelSheet(const ExcelSheet& other);
     ~ExcelSheet();
+    /// Becomes the same sheet.
     ExcelSheet& operator=(const ExcelSheet& other);
 
+    /// As the tab shows it; empty without a sheet.
     String name() const;
-    /// Renames the sheet; formulas and names that speak of it go along. Nothing is done for a name
-    /// that a workbook cannot have: see Excel::addSheet().
+    /// Renames the sheet. Formulas and names that speak of it are left as they are. Nothing is done
+    /// for a name that a workbook cannot have: see Excel::addSheet().
     void setName(const char* name);
     /// By which the workbook knows it as long as it is loaded; 0 without a sheet.
     int sheetID() const;
 
-    /// The rows that the sheet has, and the columns of a row with a cell.
+    /// The rows that the sheet has.
     IntList rows() const;
+    /// The columns of a row in which a cell stands, a format at most.
     IntList cols(int row) const;
 
+    /// In points; that of the other rows if it has none of its own.
     double getRowH(int row) const;
     /// In characters of the usual font, as a spreadsheet program shows it.
     double getColW(int col) const;
+    /// In points, 0 to 409.5; another height changes nothing.
     void setRowH(int row, double height);
+    /// In characters, 0 to 255; another width changes nothing.
     void setColW(int col, double width);
 
     /// All cells, by rows.
     ExcelCellDataList allCellData() const;
+    /// One cell; an empty one where there is none.
     ExcelCellData cellData(int row, int col) const;
     /// Rounded towards zero; that of a text is what it reads as, 0 if it is no number.
     int getCellInt(int row, int col) const;
+    /// The number; that of a text is what it reads as, 0 if it is no number.
     double getCellDouble(int row, int col) const;
+    /// As it would be typed: numbers without their format.
     String getCellText(int row, int col) const;
 
     // These keep the format of the cell. False for a place that a sheet does not have.
 
+    /// A whole number.
     bool setCellValueInt(int row, int col, int value);
     /// False for a number that is not finite, too.
     bool setCellValueDouble(int row, int col, double value);
@@ -227,13 +206,15 @@ public:
 
     /// Gives a cell the format @p property, a number of Excel::getProperty().
     void setCellProperty(int row, int col, int property);
-    /// @p align is one of HorizontalAlignment, or VerticalAlignment. False for others.
+    /// @p align is one of HorizontalAlignment. False for others.
     bool setCellHAlign(int row, int col, int align);
+    /// @p align is one of VerticalAlignment. False for others.
     bool setCellVAlign(int row, int col, int align);
 
     /// Merges the cells of a rectangle; those but the first lose their values. Rectangles that it
     /// meets are parted first.
     void merge(int row1, int col1, int row2, int col2);
+    /// Takes a cell away, its format included.
     void removeCell(int row, int col);
 
 private:
@@ -250,6 +231,7 @@ public:
     ~Excel();
     Q_DISABLE_COPY(Excel)
 
+    /// From now on; EncodingLocal until it is told.
     void setEncoding(Encoding encoding);
     /// Why the last operation of the workbook or its sheets failed, in English; empty if none did.
     String lastError() const;
@@ -276,6 +258,7 @@ public:
     /// than 31 UTF-16 units, one of []:*?/\ in it, ' at an end, "History", or that of another
     /// sheet.
     bool addSheet(const char* name, ExcelSheet& sheet);
+    /// Removes a sheet. What formulas say of it is left as it is.
     void removeSheet(int id);
 
     /// The sheet that getProperty() asks. False if there is none.

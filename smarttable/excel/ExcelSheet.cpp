@@ -12,7 +12,6 @@
 namespace SmartTable {
 
 using detail::Cell;
-using detail::CellPlace;
 using detail::CellValue;
 using detail::SheetCells;
 using detail::SheetEditor;
@@ -47,7 +46,8 @@ ExcelSheet::~ExcelSheet()
 
 ExcelSheet& ExcelSheet::operator=(const ExcelSheet& other)
 {
-    *d = *other.d;
+    if (this != &other)
+        *d = *other.d;
     return *this;
 }
 

@@ -37,7 +37,7 @@ Styles::Styles() : m_xml("styleSheet", kSpace)
 QString Styles::read(const QByteArray& xml)
 {
     SmallXml read = m_xml;
-    const QString problem = read.read(xml, "styleSheet");
+    QString problem = read.read(xml, "styleSheet");
     if (!problem.isEmpty())
         return problem;
     m_xml = read;

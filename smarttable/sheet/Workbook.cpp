@@ -227,7 +227,7 @@ QString Workbook::freePart(const QString& stem) const
 
 QString Workbook::add(const QString& name, SheetPointer& sheet)
 {
-    const QString problem = nameProblem(name, nullptr);
+    QString problem = nameProblem(name, nullptr);
     if (!problem.isEmpty())
         return problem;
     auto added = std::make_shared<Sheet>();
@@ -291,7 +291,7 @@ void Workbook::remove(const SheetPointer& sheet)
 
 QString Workbook::rename(Sheet& sheet, const QString& name)
 {
-    const QString problem = nameProblem(name, &sheet);
+    QString problem = nameProblem(name, &sheet);
     if (!problem.isEmpty())
         return problem;
     setAttribute(sheetElement(sheet), "name", name);

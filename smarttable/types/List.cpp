@@ -59,7 +59,5 @@ const Value& List<Value>::operator[](int at) const
 template class SMARTTABLE_EXPORT List<int>;
 template class SMARTTABLE_EXPORT List<double>;
 template class SMARTTABLE_EXPORT List<ExcelCellData>;
-template class SMARTTABLE_EXPORT List<WordTableLine>;
-template class SMARTTABLE_EXPORT List<WordTableText>;
 
 }  // namespace SmartTable

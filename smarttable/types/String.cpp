@@ -35,7 +35,9 @@ String::~String()
 
 String& String::operator=(const String& other)
 {
-    return *this = other.m_text;
+    if (this != &other)
+        *this = other.m_text;
+    return *this;
 }
 
 String& String::operator=(const char* text)

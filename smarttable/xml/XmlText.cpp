@@ -215,19 +215,18 @@ void appendEscapedCellText(std::string& written, std::string_view text)
 {
     appendRuns(written, text, [&written](std::string_view rest) -> size_t {
         const char ch = rest[0];
-        const std::string_view escape = escapeOf(ch);
+        const std::string_view escape = ch == '\n' || ch == '\t' ? "" : escapeOf(ch);
+        if (isNoCharacter(rest)) {
+            appendUnit(written, rest[2] == '\xBE' ? 0xFFFE : 0xFFFF);
+            return 3;
+        }
         if (ch == '\r' || !isOfXml(static_cast<unsigned char>(ch)))
             appendUnit(written, static_cast<unsigned char>(ch));
-        else if (ch == '\n' || ch == '\t')
-            written += ch;
         else if (!escape.empty())
             written += escape;
         else if (ch == '_' && escapedUnit(rest) >= 0)
             written += "_x005F_";
-        else if (isNoCharacter(rest)) {
-            appendUnit(written, rest[2] == '\xBE' ? 0xFFFE : 0xFFFF);
-            return 3;
-        } else
+        else
             written += ch;
         return 1;
     });
