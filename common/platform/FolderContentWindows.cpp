@@ -1,6 +1,6 @@
 #include "common/platform/FolderContent.h"
 
-#include "common/platform/WindowsFile.h"
+#include "common/platform/FileWindows.h"
 
 namespace velm::detail::platform {
 

@@ -1,6 +1,6 @@
 #include "common/platform/FolderHandle.h"
 
-#include "common/platform/UnixTime.h"
+#include "common/platform/ChangedAtUnix.h"
 
 #include <QFile>
 

@@ -1,7 +1,7 @@
 #include "common/platform/FolderHandle.h"
 
+#include "common/platform/FileWindows.h"
 #include "common/platform/FolderContent.h"
-#include "common/platform/WindowsFile.h"
 
 #include <utility>
 

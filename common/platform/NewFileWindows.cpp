@@ -1,6 +1,6 @@
 #include "common/platform/NewFile.h"
 
-#include "common/platform/WindowsFile.h"
+#include "common/platform/FileWindows.h"
 
 #include <algorithm>
 #include <utility>
