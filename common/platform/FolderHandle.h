@@ -3,6 +3,8 @@
 #include <QDateTime>
 #include <QString>
 
+#include <utility>
+
 namespace velm::detail::platform {
 
 /// A folder that is held open. What is done in it by name is done in that very folder, whatever is
@@ -15,8 +17,12 @@ class FolderHandle
 public:
     FolderHandle() = default;
     ~FolderHandle() { close(); }
-    FolderHandle(FolderHandle&& other) noexcept;
-    FolderHandle& operator=(FolderHandle&& other) noexcept;
+    FolderHandle(FolderHandle&& other) noexcept { swap(other); }
+    FolderHandle& operator=(FolderHandle&& other) noexcept
+    {
+        swap(other);
+        return *this;
+    }
     FolderHandle(const FolderHandle&) = delete;
     FolderHandle& operator=(const FolderHandle&) = delete;
 
@@ -43,6 +49,12 @@ public:
 private:
     friend class NewFile;
 
+    void swap(FolderHandle& other) noexcept
+    {
+        std::swap(m_path, other.m_path);
+        std::swap(m_handle, other.m_handle);
+        std::swap(m_mayBeLink, other.m_mayBeLink);
+    }
     int look() const;
 
     QString m_path;

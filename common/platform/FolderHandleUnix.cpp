@@ -6,7 +6,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -29,17 +28,6 @@ int answer(int result)
 }
 
 }  // namespace
-
-FolderHandle::FolderHandle(FolderHandle&& other) noexcept
-    : m_path(std::move(other.m_path)), m_handle(std::exchange(other.m_handle, -1))
-{}
-
-FolderHandle& FolderHandle::operator=(FolderHandle&& other) noexcept
-{
-    std::swap(m_path, other.m_path);
-    std::swap(m_handle, other.m_handle);
-    return *this;
-}
 
 int FolderHandle::open(const QString& path)
 {

@@ -3,8 +3,6 @@
 #include "common/platform/FileWindows.h"
 #include "common/platform/FolderContent.h"
 
-#include <utility>
-
 namespace velm::detail::platform {
 
 namespace {
@@ -18,17 +16,6 @@ qintptr hold(const std::wstring& path)
 }
 
 }  // namespace
-
-FolderHandle::FolderHandle(FolderHandle&& other) noexcept
-    : m_path(std::move(other.m_path)), m_handle(std::exchange(other.m_handle, -1))
-{}
-
-FolderHandle& FolderHandle::operator=(FolderHandle&& other) noexcept
-{
-    std::swap(m_path, other.m_path);
-    std::swap(m_handle, other.m_handle);
-    return *this;
-}
 
 int FolderHandle::open(const QString& path)
 {

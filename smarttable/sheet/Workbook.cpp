@@ -149,30 +149,31 @@ QString Workbook::readSheets(const Relations& relations)
     return QString();
 }
 
+/// The part to which the workbook has a relation of that type; no content if there is none.
+QString Workbook::readRelated(const Relations& relations, const char* type, QString& part,
+                              QByteArray& content) const
+{
+    const Relation* const relation = relationEnding(relations, type);
+    part = relation ? relation->target : QString();
+    return relation && m_package.has(part) ? about(part, m_package.read(part, content)) : QString();
+}
+
 QString Workbook::readTexts(const Relations& relations)
 {
-    const Relation* const relation = relationEnding(relations, "sharedStrings");
-    m_textsPart = relation ? relation->target : QString();
     QByteArray xml;
-    QString problem;
-    if (relation && m_package.has(m_textsPart))
-        problem = m_package.read(m_textsPart, xml);
-    if (problem.isEmpty() && !xml.isEmpty())
-        problem = m_texts.load(viewOf(xml));
-    return about(m_textsPart, problem);
+    QString problem = readRelated(relations, "sharedStrings", m_textsPart, xml);
+    if (!problem.isEmpty() || xml.isEmpty())
+        return problem;
+    return about(m_textsPart, m_texts.load(viewOf(xml)));
 }
 
 QString Workbook::readStyles(const Relations& relations)
 {
-    const Relation* const relation = relationEnding(relations, "styles");
-    m_stylesPart = relation ? relation->target : QString();
     QByteArray xml;
-    QString problem;
-    if (relation && m_package.has(m_stylesPart))
-        problem = m_package.read(m_stylesPart, xml);
-    if (problem.isEmpty() && !xml.isEmpty())
-        problem = m_styles.read(xml);
-    return about(m_stylesPart, problem);
+    QString problem = readRelated(relations, "styles", m_stylesPart, xml);
+    if (!problem.isEmpty() || xml.isEmpty())
+        return problem;
+    return about(m_stylesPart, m_styles.read(xml));
 }
 
 Workbook::SheetPointer Workbook::find(int id) const

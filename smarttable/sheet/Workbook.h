@@ -50,6 +50,8 @@ public:
 private:
     QString readBook();
     QString readSheets(const Relations& relations);
+    QString readRelated(const Relations& relations, const char* type, QString& part,
+                        QByteArray& content) const;
     QString readTexts(const Relations& relations);
     QString readStyles(const Relations& relations);
     QString nameProblem(const QString& name, const Sheet* own) const;
