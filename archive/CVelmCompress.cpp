@@ -51,7 +51,15 @@ struct OpenArchive
         QString problem = reader.open();
         if (problem.isEmpty())
             problem = reader.readEntries(entries);
-        return problem.isEmpty() ? problem : aboutEntry(path, problem);
+        return told(problem.isEmpty() ? problem : aboutEntry(path, problem));
+    }
+
+    /// What is wrong: the disk, if that has failed.
+    QString told(const QString& problem) const
+    {
+        return problem.isEmpty() || file.systemError() == 0
+                   ? problem
+                   : aboutEntry(file.fileName(), file.errorString());
     }
 };
 
@@ -211,7 +219,7 @@ bool CVelmCompress::extract(const QString& archive, const QString& folder, const
             return problem;
         Extraction extraction(from.reader, *m_settings, folder);
         problem = extraction.choose(from.entries, names);
-        return problem.isEmpty() ? extraction.extract() : problem;
+        return from.told(problem.isEmpty() ? extraction.extract() : problem);
     });
 }
 
@@ -244,7 +252,7 @@ bool CVelmCompress::test(const QString& archive)
             if (problem.isEmpty())
                 problem = testEntry(from, entry, limits);
         }
-        return problem;
+        return from.told(problem);
     });
 }
 
@@ -265,6 +273,6 @@ bool CVelmCompress::readEntry(const QString& archive, const QString& name, QByte
         QString unread = readContent(from, *entry, limits, bytes);
         if (unread.isEmpty())
             content = bytes;
-        return unread;
+        return from.told(unread);
     });
 }

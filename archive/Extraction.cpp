@@ -23,27 +23,20 @@ bool isNamed(const QString& entry, const QString& name)
            || entry.at(name.size()) == QLatin1Char('/');
 }
 
-/// The part of a name before its last "/"; empty if there is none.
-QString folderOf(const QString& name)
-{
-    return name.left(std::max(0, name.lastIndexOf(QLatin1Char('/'))));
-}
-
 }  // namespace
 
 Extraction::Extraction(ZipReader& archive, const CompressSettings& settings, const QString& folder)
     : m_archive(archive), m_settings(settings), m_limits(settings),
-      m_folder(QDir::cleanPath(QFileInfo(folder).absoluteFilePath()))
-{
-    if (QFileInfo::exists(m_folder))
-        m_there.insert(QString());
-}
+      m_folder(QDir::cleanPath(QFileInfo(folder).absoluteFilePath())),
+      m_names(m_folder, settings.overwrites)
+{}
 
 Extraction::~Extraction()
 {
     try {
         m_content.close();  // on Windows, what is held is not removed
         m_staging.reset();
+        m_target.close();
         for (int i = m_madeFolders.size() - 1; !m_isDone && i >= 0; --i)
             QDir().rmdir(m_madeFolders.at(i));
     } catch (const std::bad_alloc&) {  // an empty folder stays
@@ -80,74 +73,9 @@ QString Extraction::admit(const ZipEntry& entry)
         return QStringLiteral("its name ") + problem;
     problem = m_limits.admit(entry);
     if (problem.isEmpty())
-        problem = addFolders(entry.name);
-    if (!problem.isEmpty())
-        return problem;
-    if (!entry.isFolder) {
-        const QString key = entryNameKey(entry.name);
-        if (m_files.contains(key) || m_folders.contains(key))
-            return QStringLiteral("another entry has this name, at least on Windows");
-        m_files.insert(key);
-        problem = placeProblem(entry.name);
-    }
+        problem = m_names.add(entry.name);
     m_chosen.append(entry);
     return problem;
-}
-
-/// Notes the folders of a name and looks at the places that they will have.
-QString Extraction::addFolders(const QString& name)
-{
-    const QString last = folderOf(name);
-    if (last == m_lastAdded)
-        return QString();
-    for (int end = name.indexOf(QLatin1Char('/')); end >= 0;
-         end = name.indexOf(QLatin1Char('/'), end + 1)) {
-        QString problem = addFolder(name.left(end));
-        if (!problem.isEmpty())
-            return problem;
-    }
-    m_lastAdded = last;
-    return QString();
-}
-
-QString Extraction::addFolder(const QString& folder)
-{
-    const QString key = entryNameKey(folder);
-    if (m_files.contains(key))
-        return QStringLiteral("a file of the archive has the name of its folder");
-    const auto known = m_folders.constFind(key);
-    if (known != m_folders.constEnd())
-        return *known == folder
-                   ? QString()
-                   : QStringLiteral("another entry spells its folder \"%1\"").arg(*known);
-    m_folders.insert(key, folder);
-    if (!mayBeThere(folder))
-        return QString();
-    const QFileInfo place(m_folder + QLatin1Char('/') + folder);
-    if (place.isSymLink())
-        return QStringLiteral("a link is in the place of its folder \"%1\"").arg(folder);
-    if (place.exists() && !place.isDir())
-        return QStringLiteral("a file is in the place of its folder \"%1\"").arg(folder);
-    if (place.exists())
-        m_there.insert(key);
-    return QString();
-}
-
-/// Whether the folder is there in which something of that name will lie.
-bool Extraction::mayBeThere(const QString& name) const
-{
-    return m_there.contains(entryNameKey(folderOf(name)));
-}
-
-QString Extraction::placeProblem(const QString& name) const
-{
-    if (!mayBeThere(name))
-        return QString();
-    const QFileInfo place(m_folder + QLatin1Char('/') + name);
-    if (place.isDir() && !place.isSymLink())
-        return QStringLiteral("a folder is in its place");
-    const bool isFree = !place.exists() && !place.isSymLink();
-    return isFree || m_settings.overwrites ? QString() : QStringLiteral("is there already");
 }
 
 QString Extraction::extract()
@@ -163,12 +91,12 @@ QString Extraction::extract()
             problem = aboutEntry(entry.name, problem);
     }
     if (problem.isEmpty())
-        problem = m_content.moveInto(m_folder, m_settings.overwrites);
+        problem = m_content.moveInto(m_target, m_settings.overwrites);
     m_isDone = problem.isEmpty();
     return problem;
 }
 
-/// Makes the folder to extract into, if it is not there.
+/// Makes the folder to extract into, if it is not there, and holds it.
 QString Extraction::makeFolder()
 {
     QStringList missing;
@@ -184,10 +112,13 @@ QString Extraction::makeFolder()
         if (error != 0 && !QFileInfo(path).isDir())
             return aboutEntry(path, QStringLiteral("the folder cannot be made: ")
                                         + platform::errorText(error));
-        m_madeFolders.append(path);
+        if (error == 0)
+            m_madeFolders.append(path);
     }
-    return QFileInfo(m_folder).isDir() ? QString()
-                                       : aboutEntry(m_folder, QStringLiteral("is no folder"));
+    const int error = m_target.open(m_folder);
+    if (platform::isNoFolder(error))
+        return aboutEntry(m_folder, QStringLiteral("is no folder"));
+    return error == 0 ? QString() : aboutEntry(m_folder, platform::errorText(error));
 }
 
 /// Makes the folder within it for what is not finished.

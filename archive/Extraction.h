@@ -1,11 +1,9 @@
 #pragma once
 
+#include "archive/ChosenNames.h"
 #include "archive/ReadLimits.h"
 #include "archive/StagedTree.h"
 #include "common/files/StagingFolder.h"
-
-#include <QHash>
-#include <QSet>
 
 #include <memory>
 
@@ -31,11 +29,6 @@ public:
 
 private:
     QString admit(const ZipEntry& entry);
-    QString addFolders(const QString& name);
-    QString addFolder(const QString& folder);
-    bool mayBeThere(const QString& name) const;
-    QString placeProblem(const QString& name) const;
-
     QString makeFolder();
     QString makeStaging();
     QString make(const ZipEntry& entry);
@@ -46,12 +39,10 @@ private:
     ReadLimits m_limits;
     QString m_folder;
     QVector<ZipEntry> m_chosen;
-    QSet<QString> m_files;              // their names, in one spelling
-    QHash<QString, QString> m_folders;  // as they are spelled, by their names in one spelling
-    QSet<QString> m_there;      // those of them that are there, "" for the one to extract into
-    QString m_lastAdded;        // folder
+    ChosenNames m_names;
     QStringList m_madeFolders;  // in the order of making
     bool m_isDone = false;
+    platform::FolderHandle m_target;  // that folder
     std::unique_ptr<StagingFolder> m_staging;
     StagedTree m_content;  // what is made there
 };

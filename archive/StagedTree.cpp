@@ -99,18 +99,14 @@ int StagedTree::addNode(const QString& name, bool isFolder)
     return node;
 }
 
-QString StagedTree::moveInto(const QString& folder, bool replaces)
+QString StagedTree::moveInto(const platform::FolderHandle& folder, bool replaces)
 {
     m_replaces = replaces;
     m_open.erase(m_open.begin() + 1,
                  m_open.end());  // on Windows a folder that is held cannot be moved
     const platform::FolderHandle& from = m_open.front().handle;
-    platform::FolderHandle to;
-    const int error = to.open(folder);
-    if (error != 0)
-        return aboutEntry(folder, failed(QStringLiteral("cannot be opened"), error));
     QString problem = setTimes(0, from);
-    return problem.isEmpty() ? moveChildren(0, from, to) : problem;
+    return problem.isEmpty() ? moveChildren(0, from, folder) : problem;
 }
 
 /// Gives the folders within one their times, when nothing more is made in them.

@@ -30,7 +30,7 @@ public:
     QString addFile(const QString& name, platform::NewFile& file);
     /// Moves all into another folder, which may hold folders of the same names. Files that are
     /// there are replaced if that is told. A failure leaves a part moved.
-    QString moveInto(const QString& folder, bool replaces);
+    QString moveInto(const platform::FolderHandle& folder, bool replaces);
 
 private:
     struct Node

@@ -50,6 +50,15 @@ bool isLink(quint16 madeBy, quint32 attributes)
     return madeBy >> 8 == kUnix && (attributes >> 16 & kTypeMask) == kLink;
 }
 
+/// Whether an entry of MS-DOS or Windows is a folder, which need not end with "/" then.
+bool isDosFolder(quint16 madeBy, quint32 attributes)
+{
+    constexpr quint32 kFolder = 0x10;
+    const int system = madeBy >> 8;
+    return (system == 0 || system == 10 || system == 11 || system == 14)
+           && (attributes & kFolder) != 0;
+}
+
 /// Whether the contents lie one behind the other. Those of archives made to harm lie one over the
 /// other, so that few bytes become many.
 bool liesApart(QVector<ZipEntry> entries, qint64 end)
@@ -228,9 +237,14 @@ QString ZipDirectory::readEntry(QVector<ZipEntry>& entries)
     entry.compressedSize = fieldOf<quint32>(fixed, 20);
     entry.size = fieldOf<quint32>(fixed, 24);
     entry.at = fieldOf<quint32>(fixed, 42);
+    const auto madeBy = fieldOf<quint16>(fixed, 4);
+    const auto attributes = fieldOf<quint32>(fixed, 38);
+    if (isDosFolder(madeBy, attributes) && entry.size == 0 && !entry.name.isEmpty()
+        && !entry.name.endsWith(QLatin1Char('/')))
+        entry.name += QLatin1Char('/');
     entry.isFolder = entry.name.endsWith(QLatin1Char('/'));
     entry.isEncrypted = (flags & kIsEncrypted) != 0;
-    entry.isLink = isLink(fieldOf<quint16>(fixed, 4), fieldOf<quint32>(fixed, 38));
+    entry.isLink = isLink(madeBy, attributes);
     entry.dosTime = fieldOf<quint32>(fixed, 12);
     entry.modified = timeOfFields(fields, entry.dosTime);
     if (!entry.modified.isValid())
@@ -242,7 +256,8 @@ QString ZipDirectory::readEntry(QVector<ZipEntry>& entries)
         || entry.at > m_begin - m_before - kHeaderSize)
         return damaged();
     entry.at += m_before;
-    if (!entry.name.isEmpty())
+    // "./" names the folder to extract into.
+    if (!entry.name.isEmpty() || entry.size > 0 || entry.crc != 0)
         entries.append(entry);
     return QString();
 }

@@ -105,7 +105,8 @@ QString ZipReader::read(const ZipEntry& entry, const Sink& sink)
     QString problem = openEntry(entry);
     if (!problem.isEmpty())
         return problem;
-    return entry.method == 0 ? readStored(entry, sink) : readDeflated(entry, sink);
+    const bool isNothing = entry.compressedSize == 0 && entry.size == 0 && entry.crc == 0;
+    return entry.method == 0 || isNothing ? readStored(entry, sink) : readDeflated(entry, sink);
 }
 
 /// Goes to the content of an entry, behind a header of its own (APPNOTE 4.3.7), whose name may have
@@ -153,7 +154,10 @@ QString ZipReader::readPacked(const ZipEntry& entry, ZipPacked& packed)
     packed.size = entry.size;
     packed.time = entry.dosTime;
     packed.bytes = m_part.left(static_cast<int>(std::min<qint64>(m_left, m_part.size())));
-    packed.bytes += m_device.read(m_left - packed.bytes.size());
+    for (QByteArray more("?"); packed.bytes.size() < m_left && !more.isEmpty();) {
+        more = m_device.read(m_left - packed.bytes.size());
+        packed.bytes += more;
+    }
     return packed.bytes.size() == m_left ? QString() : damaged("it cannot be read");
 }
 

@@ -13,6 +13,7 @@ add_library(velm_files STATIC
     common/files/SystemFile.cpp
     common/platform/FileCalls${VELM_SYSTEM}.cpp
     common/platform/FileSystem${VELM_SYSTEM}.cpp
+    common/platform/FolderRemoval${VELM_SYSTEM}.cpp
     common/platform/SystemError${VELM_SYSTEM}.cpp)
 set_target_properties(velm_files PROPERTIES
     POSITION_INDEPENDENT_CODE ON
@@ -43,6 +44,7 @@ target_link_libraries(velm_zip PUBLIC velm_files Qt5::Core Minizip PRIVATE velm_
 
 add_library(velm_objects OBJECT
     include/CVelmEvent.h  # for moc
+    archive/ChosenNames.cpp
     archive/CVelmCompress.cpp
     archive/Extraction.cpp
     archive/ReadLimits.cpp

@@ -5,6 +5,8 @@
 #include <QDeadlineTimer>
 #include <QThread>
 
+#include <new>
+
 namespace velm::detail {
 
 FileLock::FileLock(const QString& file) : m_file(file) {}
@@ -37,9 +39,13 @@ bool FileLock::lock(int timeoutMs)
 
 void FileLock::unlock()
 {
-    if (isHeld())
-        platform::unlockFile(m_file, m_lock);
-    m_lock = platform::kNoLock;
+    try {
+        if (isHeld())
+            platform::unlockFile(m_file, m_lock);
+        m_lock = platform::kNoLock;
+    } catch (const std::bad_alloc&) {  // the file stays, and goes with the next run
+        abandon();
+    }
 }
 
 void FileLock::abandon()

@@ -122,6 +122,9 @@ QString StagedFile::commit(Replace replace)
 
 QString StagedFile::moveIntoPlace(Replace replace)
 {
+    // Some file systems tell what went wrong only to the one who wrote.
+    if (!platform::syncOpenFile(m_file.handle()))
+        return told(platform::lastErrorText());
     m_file.close();
     if (!m_accessOf.isEmpty())
         platform::limitAccess(m_accessOf, m_file.fileName());

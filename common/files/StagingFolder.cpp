@@ -1,5 +1,6 @@
 #include "common/files/StagingFolder.h"
 
+#include "common/platform/FolderRemoval.h"
 #include "common/platform/SystemError.h"
 
 #include <QDir>
@@ -20,22 +21,14 @@ QString lockSuffix()
     return QStringLiteral(".lock");
 }
 
-/// Whether the folder is gone.
-bool removeFolder(const QString& path)
-{
-    if (QFileInfo(path).isDir() && !QFileInfo(path).isSymLink())
-        return QDir(path).removeRecursively();
-    return true;
-}
-
 }  // namespace
 
 StagingFolder::StagingFolder() = default;
 
 StagingFolder::~StagingFolder()
 {
-    if (m_lock && !removeFolder(m_path))  // while the lock is held
-        m_lock->abandon();                // the next run finds both
+    if (m_lock && !platform::removeFolder(m_path))  // while the lock is held
+        m_lock->abandon();                          // the next run finds both
 }
 
 QString StagingFolder::commitLock(const QString& folder)
@@ -57,10 +50,10 @@ void StagingFolder::removeLeftOver(const QString& folder)
     for (const QFileInfo& file : locks) {
         QString path = file.absoluteFilePath();
         FileLock lock(path);
-        if (!isStagingName(file.fileName()) || !lock.tryLock())
+        if (!isStagingName(file.fileName()) || !platform::isOwn(path) || !lock.tryLock())
             continue;
         path.chop(lockSuffix().size());
-        if (!removeFolder(path))
+        if (!platform::removeFolder(path))
             lock.abandon();
     }
 }

@@ -39,6 +39,7 @@ constexpr Meaning kMeanings[] = {
     {ERROR_USER_MAPPED_FILE, "in use by another program"},
     {ERROR_BUSY, "in use by another program"},
     {ERROR_FILENAME_EXCED_RANGE, "the name is too long"},
+    {ERROR_NOT_SAME_DEVICE, "it would lie on another disk"},
     {ERROR_CRC, "the disk has an error"},
     {ERROR_IO_DEVICE, "the disk has an error"},
     {ERROR_GEN_FAILURE, "the disk has an error"},

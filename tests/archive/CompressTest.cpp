@@ -195,6 +195,7 @@ TEST_F(Compress, NeverLeavesTheFolderOrMakesWhatIsNoFileEverywhere)
         {{"fine"}, {"a", "x", 0, 8}},
         {{"more than told", "xy", 0, 0, 0, 1}},
         {{"a folder/", "x"}},
+        {{"", "x"}},
         {{"without its end", {"\0\1\0\xFE\xFFx", 6}, 0, 8, 0, 1}},
         {{"more than its end", {"\1\1\0\xFE\xFFxx", 7}, 0, 8, 0, 1}}};
     for (const QVector<RawEntry>& entries : cases) {

@@ -142,7 +142,9 @@ TEST(StagedTree, MovesWhatItMadeAndNothingElseWhereItIsMeantToBe)
         EXPECT_EQ(tree.addFile(QStringLiteral("a/b/x"), file), QString());
         file.close();
         meanwhile();
-        return tree.moveInto(path("to"), false);
+        platform::FolderHandle to;
+        EXPECT_EQ(to.open(path("to")), 0);
+        return tree.moveInto(to, false);
     };
     EXPECT_EQ(moved([] {}), QString());
     EXPECT_TRUE(QFile::exists(path("to/a/b/x")));
