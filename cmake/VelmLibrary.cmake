@@ -13,6 +13,7 @@ add_library(velm_files STATIC
     common/files/SystemFile.cpp
     common/platform/FileCalls${VELM_SYSTEM}.cpp
     common/platform/FileSystem${VELM_SYSTEM}.cpp
+    common/platform/FileWindows.h
     common/platform/FolderRemoval${VELM_SYSTEM}.cpp
     common/platform/SystemError${VELM_SYSTEM}.cpp)
 set_target_properties(velm_files PROPERTIES
