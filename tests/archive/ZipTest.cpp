@@ -56,7 +56,7 @@ QByteArray numbers(std::initializer_list<std::pair<qint64, int>> list)
     QByteArray bytes;
     for (const auto& [number, size] : list) {
         for (int i = 0; i < size; ++i)
-            bytes.append(static_cast<char>(number >> (8 * i) & 0xFF));
+            bytes.append(i < 8 ? static_cast<char>(number >> (8 * i) & 0xFF) : '\0');
     }
     return bytes;
 }
